@@ -1,0 +1,153 @@
+#include "MatchPlayer.h"
+
+#include "PseudoRandom.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+const std::array scenes = {
+    Scene{QStringLiteral("Castle"), QStringLiteral("Hold the Gate"), QStringLiteral("Team")},
+    Scene{QStringLiteral("Harbour"), QStringLiteral("Night Shift"), QStringLiteral("Solo")},
+    Scene{QStringLiteral("River Crossing"), QStringLiteral("Two Banks"), QStringLiteral("Team")},
+    Scene{QStringLiteral("Old Mill"), QStringLiteral("Last Light"), QStringLiteral("Cooperative")},
+};
+
+const std::array soldiers = {QStringLiteral("Rifleman"), QStringLiteral("Support"),
+                             QStringLiteral("Sniper"), QStringLiteral("Demolitions")};
+
+/// The growth of a match without an end: the goals are reached after this many seconds.
+constexpr double endlessPaceSeconds = 600;
+
+QStringList namesOf(int count)
+{
+    QStringList names = {QStringLiteral("Jäger"), QStringLiteral("Falcon"),
+                         QStringLiteral("[ZS]Otter"), QStringLiteral("Lynx & Co"),
+                         QStringLiteral("Grünspan")};
+    while (names.size() < count) {
+        names.append(QStringLiteral("Recruit %1").arg(names.size() + 1));
+    }
+    return names.mid(0, count);
+}
+
+int part(int goal, double progress)
+{
+    return static_cast<int>(goal * progress);
+}
+
+/// A player's score when that share of the way to the goal is done.
+PlayerScore scoreAt(PlayerScore goal, double progress)
+{
+    for (int PlayerScore::*const member :
+         {&PlayerScore::shotKills, &PlayerScore::blastKills, &PlayerScore::gunShots,
+          &PlayerScore::blastShots, &PlayerScore::shotHits, &PlayerScore::blastHits,
+          &PlayerScore::teamKills, &PlayerScore::deaths}) {
+        goal.*member = part(goal.*member, progress);
+    }
+    goal.alive = goal.alive || progress < 1;
+    return goal;
+}
+
+} // namespace
+
+MatchPlayer::MatchPlayer(const Settings &settings)
+    : m_names(namesOf(settings.players)), m_length(settings.matchLength.value_or(0)),
+      m_joining(settings.joining.value_or(0)), m_blank(settings.blankMatches)
+{
+    m_phase.setSingleShot(true);
+    m_phase.setTimerType(Qt::PreciseTimer);
+    connect(&m_phase, &QTimer::timeout, this, [this] {
+        if (m_state == MatchState::Joining) {
+            play();
+        } else {
+            end();
+        }
+    });
+}
+
+void MatchPlayer::start()
+{
+    join();
+}
+
+const Scene &MatchPlayer::scene() const
+{
+    return scenes.at(static_cast<std::size_t>(std::max(m_matchNumber - 1, 0)) % scenes.size());
+}
+
+double MatchPlayer::matchLengthSeconds() const
+{
+    return m_length / 1000.0;
+}
+
+double MatchPlayer::elapsedSeconds() const
+{
+    if (m_state != MatchState::Playing) {
+        return 0;
+    }
+    const double elapsed = static_cast<double>(m_clock.elapsed()) / 1000.0;
+    return m_length > 0 ? std::min(elapsed, matchLengthSeconds()) : elapsed;
+}
+
+QList<PlayerScore> MatchPlayer::scores() const
+{
+    const double pace = m_length > 0 ? matchLengthSeconds() : endlessPaceSeconds;
+    const double progress = m_blank ? 0 : elapsedSeconds() / pace;
+    QList<PlayerScore> scores;
+    for (const PlayerScore &goal : m_goals) {
+        scores.append(scoreAt(goal, progress));
+    }
+    return scores;
+}
+
+QList<PlayerScore> MatchPlayer::finalScores() const
+{
+    return m_blank ? scores().mid(0, 1) : m_goals;
+}
+
+void MatchPlayer::join()
+{
+    ++m_matchNumber;
+    m_state = MatchState::Joining;
+    drawGoals();
+    m_phase.start(m_joining);
+}
+
+void MatchPlayer::play()
+{
+    m_state = MatchState::Playing;
+    m_clock.start();
+    if (m_length > 0) {
+        m_phase.start(m_length);
+    }
+    Q_EMIT started();
+}
+
+void MatchPlayer::end()
+{
+    Q_EMIT ended();
+    join();
+}
+
+void MatchPlayer::drawGoals()
+{
+    PseudoRandom random(static_cast<quint32>(m_matchNumber));
+    m_goals.clear();
+    for (const QString &name : m_names) {
+        PlayerScore goal;
+        goal.name = name;
+        goal.team = m_goals.size() % 2 == 0 ? QStringLiteral("Red") : QStringLiteral("Blue");
+        goal.soldier = soldiers.at(random.next() % soldiers.size());
+        goal.shotKills = 1 + random.below(12);
+        goal.blastKills = random.below(5);
+        goal.shotHits = goal.shotKills + random.below(20);
+        goal.blastHits = goal.blastKills + random.below(3);
+        goal.gunShots = goal.shotHits + random.below(150);
+        goal.blastShots = goal.blastHits + random.below(6);
+        goal.teamKills = random.below(8) == 0 ? 1 : 0;
+        goal.deaths = random.below(9);
+        goal.alive = goal.deaths % 2 == 0;
+        m_goals.append(goal);
+    }
+}

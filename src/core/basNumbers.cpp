@@ -1,0 +1,70 @@
+#include "core/basNumbers.h"
+
+#include "platform/Failure.h"
+
+#include <QRegularExpression>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using platform::Failure;
+
+std::optional<double> number(const QString &text)
+{
+    static const QRegularExpression form(QRegularExpression::anchoredPattern(
+        QStringLiteral("[ \\t]*[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?[ \\t]*")));
+    if (!form.match(text).hasMatch()) {
+        return std::nullopt;
+    }
+    // QString::toDouble() reads in the C locale; a number too large for it is infinite.
+    return text.trimmed().toDouble();
+}
+
+} // namespace
+
+bool fnIsNumeric(const QString &text)
+{
+    return number(text).has_value();
+}
+
+std::optional<std::int32_t> fnRound(double value)
+{
+    const double rounded = std::nearbyint(value);
+    if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
+          rounded <= std::numeric_limits<std::int32_t>::max())) {
+        return std::nullopt;
+    }
+    return static_cast<std::int32_t>(rounded);
+}
+
+std::int32_t fnToInteger(const QString &text)
+{
+    const std::optional<double> value = number(text);
+    if (!value) {
+        throw Failure(Failure::TypeMismatch, QStringLiteral("\"%1\" is not a number").arg(text));
+    }
+    const std::optional<std::int32_t> rounded = fnRound(*value);
+    if (!rounded) {
+        throw Failure(Failure::Overflow, QStringLiteral("\"%1\" is too large a number").arg(text));
+    }
+    return *rounded;
+}
+
+bool fnToBoolean(const QString &text)
+{
+    const QString word = text.trimmed();
+    if (word.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0) {
+        return true;
+    }
+    if (word.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0) {
+        return false;
+    }
+    const std::optional<double> value = number(text);
+    if (!value) {
+        throw Failure(Failure::TypeMismatch,
+                      QStringLiteral("\"%1\" is neither True nor False").arg(text));
+    }
+    return *value != 0.0;
+}

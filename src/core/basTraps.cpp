@@ -1,0 +1,55 @@
+#include "core/basTraps.h"
+
+#include "core/basMain.h"
+#include "core/clsErrors.h"
+#include "core/clsZebek.h"
+#include "platform/Failure.h"
+#include "platform/MessageBoxes.h"
+
+#include <exception>
+
+namespace {
+
+platform::Failure caughtFailure()
+{
+    try {
+        throw;
+    } catch (const platform::Failure &failure) {
+        return failure;
+    } catch (const std::exception &exception) {
+        return {platform::Failure::Unexpected, QString::fromLocal8Bit(exception.what())};
+    } catch (...) {
+        return {platform::Failure::Unexpected, QStringLiteral("Unknown failure")};
+    }
+}
+
+} // namespace
+
+void RecordCaughtFailure(const Routine &routine)
+{
+    const platform::Failure failure = caughtFailure();
+    if (clsErrors *const errors = gRoot->Errors()) {
+        errors->RecordError(QString::fromLatin1(routine.module), QString::fromLatin1(routine.name),
+                            QString::fromLatin1(routine.id), failure.number(),
+                            failure.description());
+    }
+}
+
+bool RunWithRetry(const Routine &routine, const std::function<void()> &step)
+{
+    for (;;) {
+        try {
+            step();
+            return true;
+        } catch (...) {
+            const platform::Failure failure = caughtFailure();
+            const int pressed =
+                ShowErrorMessage(QString::fromLatin1(routine.module),
+                                 QString::fromLatin1(routine.name), QString::fromLatin1(routine.id),
+                                 failure.number(), failure.description(), platform::RetryCancel);
+            if (pressed != platform::RetryButton) {
+                return false;
+            }
+        }
+    }
+}

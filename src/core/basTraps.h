@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <type_traits>
+
+/// Where a failure is reported from: the module's display name, the routine and the context.
+struct Routine
+{
+    const char *module;
+    const char *name;
+    const char *id;
+};
+
+/// Records the exception that is being handled in the error log.
+void RecordCaughtFailure(const Routine &routine);
+
+/// Runs the body of a routine. A failure becomes a record in the error log; the result is then the
+/// default of its type. Nothing leaves the routine.
+template <typename Body>
+std::invoke_result_t<Body> Trap(const Routine &routine, Body body)
+{
+    try {
+        return body();
+    } catch (...) {
+        RecordCaughtFailure(routine);
+        return std::invoke_result_t<Body>();
+    }
+}
+
+/// Runs one step and shows a failure in a message box with Retry and Cancel: Retry runs the step
+/// again, Cancel gives up. True when the step ended well.
+bool RunWithRetry(const Routine &routine, const std::function<void()> &step);

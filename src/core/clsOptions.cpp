@@ -1,0 +1,246 @@
+#include "core/clsOptions.h"
+
+#include "core/basMain.h"
+#include "core/basNumbers.h"
+#include "core/basTraps.h"
+#include "core/clsZebek.h"
+#include "core/config.h"
+#include "platform/Failure.h"
+#include "platform/Machine.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+using platform::XmlDocument;
+
+constexpr Routine Initialize{"Options", "Class_Initialize", "Root Object"};
+constexpr Routine Terminate{"Options", "Class_Terminate", "Root Object"};
+
+/// Stands for the folder "Replays" in the game's directory.
+constexpr char DefaultFolder[] = "NONE";
+
+/// The elements of the file, in the order in which they are written.
+constexpr const char *Elements[] = {
+    "Version",
+    "AutoRunOnStartup",
+    "AutoStartGRServer",
+    "AutoRestartGRServer",
+    "AutoRestartOnProcessStop",
+    "FindGRServer",
+    "ServerPollingFreq",
+    "ServerStartupTimeout",
+    "ServerTimeout",
+    "ServerCommandLineArgs",
+    "RecordReplays",
+    "SkipBlankReplays",
+    "ReplayCount",
+    "ReplaysPath",
+    "ServerRunningGif",
+    "ServerCrashGif",
+    "RemoteAccessPort",
+    "RemoteAccessIP",
+    "AllowRemoteAccess",
+    "AdminUserName",
+    "AdminPassword",
+};
+
+QString defaultReplayFolder()
+{
+    return gRoot->RootDirectory() + QStringLiteral("Replays");
+}
+
+void convert(const QString &text, bool &value)
+{
+    value = fnToBoolean(text);
+}
+void convert(const QString &text, std::int32_t &value)
+{
+    value = fnToInteger(text);
+}
+void convert(const QString &text, QString &value)
+{
+    value = text;
+}
+
+QString toText(bool value)
+{
+    return value ? QStringLiteral("True") : QStringLiteral("False");
+}
+QString toText(std::int32_t value)
+{
+    return QString::number(value);
+}
+QString toText(const QString &value)
+{
+    return value;
+}
+
+QString initialText(const char *element)
+{
+    if (qstrcmp(element, "Version") == 0) {
+        return QStringLiteral("1.03");
+    }
+    return qstrcmp(element, "AllowRemoteAccess") == 0 ? QStringLiteral("FALSE") : QString();
+}
+
+/// A document with every element, or nothing when the operator gave up on a failure.
+std::optional<XmlDocument> CreateXML()
+{
+    std::optional<XmlDocument> result;
+    RunWithRetry({"Options", "CreateXML", ""}, [&result] {
+        XmlDocument document = XmlDocument::create("options");
+        for (const char *const element : Elements) {
+            document.root().append(element).setText(initialText(element));
+        }
+        result = std::move(document);
+    });
+    return result;
+}
+
+QString ExtractAttribute(XmlDocument &document, const char *element, const QString &missing)
+{
+    QString text;
+    RunWithRetry({"Options", "ExtractAttribute", ""}, [&] {
+        const auto found = document.findFirst(element);
+        text = found ? found->text() : QString();
+    });
+    return text.isEmpty() ? missing : text;
+}
+
+void SetAttribute(XmlDocument &document, const char *element, const QString &text)
+{
+    RunWithRetry({"Options", "SetAttribute", ""}, [&] {
+        if (auto found = document.findFirst(element)) {
+            found->setText(text);
+        }
+    });
+}
+
+} // namespace
+
+struct clsOptions::Row
+{
+    const char *element;
+    Member member;
+    const char *missing; ///< what a missing or empty element stands for
+};
+
+/// In the order in which the settings are read.
+const clsOptions::Row clsOptions::Table[] = {
+    {"AutoRunOnStartup", &clsOptions::m_autoRunInFile, "True"},
+    {"AutoRestartOnProcessStop", &clsOptions::AutoRestartOnProcessStop, "True"},
+    {"AutoStartGRServer", &clsOptions::AutoStartGRServer, "True"},
+    {"AutoRestartGRServer", &clsOptions::AutoRestartGRServer, "True"},
+    {"FindGRServer", &clsOptions::FindGRServer, "True"},
+    {"ServerPollingFreq", &clsOptions::ServerPollingFrequency, "3000"},
+    {"ServerStartupTimeout", &clsOptions::ServerStartupTimeout, "30"},
+    {"ServerTimeout", &clsOptions::ServerTimeout, "30"},
+    {"ServerCommandLineArgs", &clsOptions::ServerCommandLineArgs, ""},
+    {"RecordReplays", &clsOptions::RecordReplays, "True"},
+    {"SkipBlankReplays", &clsOptions::SkipBlankReplays, "True"},
+    {"ReplayCount", &clsOptions::ReplayCount, "50"},
+    {"ReplaysPath", &clsOptions::ReplayFolder, DefaultFolder},
+    {"ServerCrashGif", &clsOptions::ServerCrashGif, config::ServerCrashImage},
+    {"ServerRunningGif", &clsOptions::ServerRunningGif, config::ServerRunningImage},
+    {"RemoteAccessPort", &clsOptions::RemoteAccessPort, "80"},
+    {"RemoteAccessIP", &clsOptions::RemoteAccessIP, ""},
+    {"AllowRemoteAccess", &clsOptions::AllowRemoteAccess, "False"},
+    {"AdminUserName", &clsOptions::AdminUserName, ""},
+    {"AdminPassword", &clsOptions::AdminPassword, ""},
+};
+
+clsOptions::clsOptions(bool xmlAvailable)
+    : ReplayFolder(defaultReplayFolder()),
+      m_path(gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.xml")),
+      m_xmlAvailable(xmlAvailable)
+{
+    if (m_xmlAvailable) {
+        Load();
+        return;
+    }
+    ShowErrorMessage(QString::fromLatin1(Initialize.module), QString::fromLatin1(Initialize.name),
+                     QString::fromLatin1(Initialize.id), 0,
+                     QStringLiteral("Unable to initialize MSXML. The options file cannot be "
+                                    "loaded, defaults will be used, no preferences will be saved"),
+                     platform::OkOnly);
+}
+
+void clsOptions::Load()
+{
+    std::optional<XmlDocument> document = XmlDocument::load(m_path);
+    if (!document) {
+        m_fileUnreadable = QFile::exists(m_path);
+        document = CreateXML();
+    }
+    if (!document) {
+        return;
+    }
+    for (const Row &row : Table) {
+        if (!RunWithRetry(Initialize, [&] { LoadSetting(*document, row); })) {
+            return;
+        }
+    }
+}
+
+void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
+{
+    const QString text = ExtractAttribute(document, row.element, QString::fromUtf8(row.missing));
+    std::visit(
+        [&](auto member) {
+            auto value = (this->*member)();
+            try {
+                convert(text, value);
+            } catch (const platform::Failure &failure) {
+                throw platform::Failure(failure.number(),
+                                        QStringLiteral("%1: %2").arg(QLatin1String(row.element),
+                                                                     failure.description()));
+            }
+            (this->*member).Let(std::move(value));
+        },
+        row.member);
+    if (qstrcmp(row.element, "ReplaysPath") == 0 && text == QLatin1String(DefaultFolder)) {
+        ReplayFolder.Let(defaultReplayFolder());
+    }
+}
+
+void clsOptions::Save()
+{
+    if (!m_xmlAvailable) {
+        return;
+    }
+    std::optional<XmlDocument> document = CreateXML();
+    if (!document) {
+        return;
+    }
+    for (const Row &row : Table) {
+        std::visit(
+            [&](auto member) { SetAttribute(*document, row.element, toText((this->*member)())); },
+            row.member);
+    }
+    RunWithRetry(Terminate, [&] {
+        PutUnreadableFileAside();
+        platform::replaceFile(gRoot->Machine().files, m_path, document->toBytes(),
+                              platform::Durability::SurvivesPowerLoss);
+    });
+}
+
+void clsOptions::PutUnreadableFileAside()
+{
+    if (!m_fileUnreadable) {
+        return;
+    }
+    const QString base = gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.unreadable");
+    QString aside = base + QStringLiteral(".xml");
+    for (int number = 2; QFile::exists(aside); ++number) {
+        aside = QStringLiteral("%1-%2.xml").arg(base, QString::number(number));
+    }
+    gRoot->Machine().files.rename(m_path, aside);
+    m_fileUnreadable = false;
+}
+
+QString clsOptions::StatsPath()
+{
+    return gRoot->RootDirectory() + QStringLiteral("Stats");
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "core/Setting.h"
+#include "platform/XmlDocument.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <variant>
+
+/// The tool's own settings. Read from a file when the object is made, written back by Save().
+///
+/// The file "ZebekSuiteOptions.xml" in the game's directory is an XML document (UTF-8 when we write
+/// it) with the root element `options` and one element without attributes a setting, its value as
+/// text: "True" or "False", decimal integers, text as it is. Elements are found by name anywhere in
+/// the document; a missing or empty one has the default of the table in clsOptions.cpp.
+class clsOptions
+{
+public:
+    /// Loads the file. A value that cannot be converted is shown with Retry and Cancel; Cancel
+    /// leaves the settings not yet read at the values below. Without an XML library all stay so,
+    /// and nothing will be saved.
+    explicit clsOptions(bool xmlAvailable = platform::XmlDocument::libraryAvailable());
+
+    /// Writes the file whole. A file that could not be read when the settings were loaded is first
+    /// put aside under another name. A failure is shown with Retry and Cancel.
+    void Save();
+
+    Setting<QString> AdminUserName{QStringLiteral("Admin")};
+    Setting<QString> AdminPassword;
+    Setting<bool> AllowRemoteAccess;
+    Setting<bool> AutoStartGRServer;
+    Setting<bool> AutoRestartGRServer;
+    Setting<bool> AutoRestartOnProcessStop;
+    Setting<bool> FindGRServer;
+    Setting<QString> RemoteAccessIP;
+    Setting<std::int32_t> RemoteAccessPort{80};
+    Setting<std::int32_t> ReplayCount{100};
+    Setting<bool> RecordReplays{true};
+    Setting<QString> ReplayFolder;
+    Setting<std::int32_t> ServerPollingFrequency; ///< milliseconds
+    Setting<std::int32_t> ServerStartupTimeout;   ///< seconds
+    Setting<std::int32_t> ServerTimeout;          ///< seconds
+    Setting<QString> ServerCommandLineArgs;
+    Setting<bool> SkipBlankReplays{true};
+    Setting<QString> ServerRunningGif; ///< URL of an image
+    Setting<QString> ServerCrashGif;   ///< URL of an image
+
+    /// Whether the tool is started when somebody logs on.
+    bool AutoRunOnStartup() const { return m_autoRunInFile(); }
+
+    /// The folder that the keys of the match records are formed from.
+    static QString StatsPath();
+
+private:
+    using Member = std::variant<Setting<bool> clsOptions::*, Setting<std::int32_t> clsOptions::*,
+                                Setting<QString> clsOptions::*>;
+    struct Row;
+    static const Row Table[];
+
+    void Load();
+    void LoadSetting(platform::XmlDocument &document, const Row &row);
+    void PutUnreadableFileAside();
+
+    Setting<bool> m_autoRunInFile;
+    QString m_path;
+    bool m_xmlAvailable;
+    bool m_fileUnreadable = false;
+};

@@ -1,0 +1,138 @@
+#include "core/clsZebek.h"
+
+#include "core/basTraps.h"
+#include "core/clsErrors.h"
+#include "core/clsOptions.h"
+#include "core/config.h"
+#include "core/frmGlobal.h"
+#include "platform/Failure.h"
+#include "platform/Machine.h"
+#include "server/ctlGRServer.h"
+#include "ui/frmMain.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <functional>
+#include <utility>
+
+namespace {
+
+constexpr int HeartbeatMilliseconds = 500;
+
+QString gameProgram()
+{
+    return QStringLiteral("GhostRecon.exe");
+}
+
+/// The game's directory for a program that was started from `programDirectory`.
+QString rootDirectoryOf(const QString &programDirectory)
+{
+    const QString sourceTree =
+        QDir::toNativeSeparators(QStringLiteral("DevelopmentRoot/Development"));
+    if (config::DevelopmentPath && programDirectory.contains(sourceTree)) {
+        return QStringLiteral(R"(C:\Program Files\_Games\Red Storm Entertainment\Ghost Recon\)");
+    }
+    return programDirectory + QDir::separator();
+}
+
+} // namespace
+
+clsZebek::clsZebek(const platform::Machine &machine, QString programDirectory)
+    : m_machine(machine), m_programDirectory(std::move(programDirectory))
+{
+}
+
+clsZebek::~clsZebek() = default;
+
+QString clsZebek::StatsCacheFileName() const
+{
+    return m_rootDirectory + QStringLiteral("ZEBEKSCache.dat");
+}
+
+void clsZebek::Start()
+{
+    constexpr Routine start{"Zebek", "Start", "Root Object"};
+    bool gameFound = false;
+    if (!RunWithRetry(start, [&] { gameFound = LocateRootDirectory(); }) || !gameFound) {
+        return;
+    }
+    const std::function<void()> steps[] = {
+        [this] { m_errors = std::make_unique<clsErrors>(); },
+        [this] { LoadGlobalForm(); },
+        [this] { m_options = std::make_unique<clsOptions>(); },
+        [this] { LoadMainWindow(); },
+        [this] { m_mainWindow->show(); },
+        [this] { ConfigureSupervisor(); },
+        [this] { AutoStartServer(); },
+        [this] { m_globalForm->tmrHeartbeat.setInterval(HeartbeatMilliseconds); },
+    };
+    for (const auto &step : steps) {
+        if (!RunWithRetry(start, step)) {
+            return;
+        }
+    }
+}
+
+bool clsZebek::LocateRootDirectory()
+{
+    m_rootDirectory = rootDirectoryOf(m_programDirectory);
+    if (!QFileInfo(m_rootDirectory + gameProgram()).isFile()) {
+        m_machine.messageBoxes.show(
+            QStringLiteral("Please place the 'ZebekSuite.exe' in your Ghost Recon Directory and "
+                           "run it from there"),
+            QStringLiteral("Ghost Recon Not Found"), platform::OkOnly + platform::StopIcon);
+        m_machine.processEnd.end();
+        return false;
+    }
+    CreateReplaysFolder();
+    return true;
+}
+
+void clsZebek::CreateReplaysFolder() const
+{
+    const QString folder = m_rootDirectory + QStringLiteral("Replays");
+    if (!QFileInfo(folder).isDir() && !QDir().mkdir(folder)) {
+        throw platform::Failure(platform::Failure::PathAccess,
+                                QStringLiteral("The folder \"%1\" cannot be created").arg(folder));
+    }
+}
+
+void clsZebek::LoadGlobalForm()
+{
+    m_globalForm = std::make_unique<frmGlobal>();
+    m_globalForm->Form_Load();
+}
+
+void clsZebek::LoadMainWindow()
+{
+    m_mainWindow = std::make_unique<frmMain>();
+    m_mainWindow->Form_Load();
+    m_mainWindow->FillFields();
+}
+
+void clsZebek::ConfigureSupervisor() const
+{
+    ctlGRServer &server = m_globalForm->uctlGRServer;
+    server.setEXEPath(m_rootDirectory + gameProgram());
+    server.setCMDLineArgs(m_options->ServerCommandLineArgs());
+}
+
+void clsZebek::AutoStartServer() const
+{
+    if (m_options->AutoStartGRServer()) {
+        m_globalForm->uctlGRServer.StartGRServer(m_options->FindGRServer());
+    }
+}
+
+void clsZebek::Quit()
+{
+    if (std::exchange(m_quitting, true)) {
+        return;
+    }
+    if (m_options) {
+        m_options->Save();
+        m_options.reset();
+    }
+    m_machine.processEnd.end();
+}

@@ -1,0 +1,55 @@
+#include "platform/Files.h"
+
+#include "platform/Failure.h"
+
+#include <QFileInfo>
+
+namespace platform {
+
+namespace {
+
+QString behindLinks(const QString &path)
+{
+    const QFileInfo file(path);
+    if (!file.isSymLink()) {
+        return path;
+    }
+    // A link whose target is gone has no canonical path; its target is then made anew.
+    const QString target = file.canonicalFilePath();
+    return target.isEmpty() ? file.symLinkTarget() : target;
+}
+
+} // namespace
+
+QString replacementName(const QString &path)
+{
+    return path + QStringLiteral(".zebek-new");
+}
+
+void replaceFile(Files &files, const QString &path, const QByteArray &content,
+                 Durability durability)
+{
+    const QString target = behindLinks(path);
+    const QString beside = replacementName(target);
+    files.remove(beside);
+    try {
+        files.create(beside, content);
+        files.copyPermissions(target, beside);
+        if (durability == Durability::SurvivesPowerLoss) {
+            files.flush(beside);
+        }
+        files.rename(beside, target);
+    } catch (const Failure &) {
+        try {
+            files.remove(beside);
+        } catch (const Failure &) { // NOLINT(bugprone-empty-catch)
+            // The first failure is the one to report; the next replacement removes the rest.
+        }
+        throw;
+    }
+    if (durability == Durability::SurvivesPowerLoss) {
+        files.flushFolder(QFileInfo(target).absolutePath());
+    }
+}
+
+} // namespace platform

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace platform {
+
+/// The file operations of which a safe replacement is made, one system call or so each, so that a
+/// test can let every single one fail. All throw Failure with the system's code and text.
+class Files
+{
+public:
+    virtual ~Files() = default;
+
+    /// A file that does not exist is no failure.
+    virtual void remove(const QString &path) = 0;
+    /// Creates the file, which must not exist yet, and writes the bytes.
+    virtual void create(const QString &path, const QByteArray &content) = 0;
+    /// Waits until the file's content is on the disk.
+    virtual void flush(const QString &path) = 0;
+    /// Gives `to` the permissions of `from`; nothing where `from` does not exist.
+    virtual void copyPermissions(const QString &from, const QString &to) = 0;
+    /// Renames a file of the same folder, replacing one of the new name.
+    virtual void rename(const QString &from, const QString &to) = 0;
+    /// Waits until a renaming in the folder is on the disk.
+    virtual void flushFolder(const QString &path) = 0;
+};
+
+enum class Durability {
+    SurvivesCrash,    ///< whole after a crash of the program
+    SurvivesPowerLoss ///< and after a crash of the machine
+};
+
+/// Replaces a file whole: writes the content beside it and renames that over it, so that a crash
+/// or a full disk at any moment leaves the old or the new content. The name beside it is always
+/// the same, so that the next call removes what an interrupted one left. A path that is a
+/// symbolic link replaces what the link points to. Throws Failure; the old file is then in place.
+void replaceFile(Files &files, const QString &path, const QByteArray &content,
+                 Durability durability);
+
+/// The name under which replaceFile() writes the new content first.
+QString replacementName(const QString &path);
+
+} // namespace platform

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+
+namespace platform {
+
+/// The end of this program's process.
+class ProcessEnd
+{
+public:
+    virtual ~ProcessEnd() = default;
+
+    /// Ends the process at once with exit code 0: no destructor runs, no event is delivered.
+    /// Only a test's double returns.
+    virtual void end() = 0;
+    /// Calls `quit` on the user-interface thread when the system asks the program to end
+    /// (SIGTERM and SIGINT on Linux, the console's and the session's end on Windows).
+    virtual void onRequest(std::function<void()> quit) = 0;
+};
+
+} // namespace platform

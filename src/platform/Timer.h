@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/Clock.h"
+
+namespace platform {
+
+/// A periodic timer with two switches: it ticks every `Interval` milliseconds while `Enabled` is
+/// true and the interval is not 0. Each assignment of the interval begins the period anew.
+class Timer
+{
+public:
+    Timer(Clock &clock, std::function<void()> tick);
+
+    /// Milliseconds; 0 is idle.
+    int Interval() const { return m_interval; }
+    /// Below 0 counts as 0; more than an int holds counts as the largest int (24 days), since a
+    /// setting in seconds may become that large in a settings file edited by hand.
+    void setInterval(qint64 milliseconds);
+
+    bool Enabled() const { return m_enabled; }
+    void setEnabled(bool enabled);
+
+private:
+    void arm();
+
+    std::unique_ptr<Alarm> m_alarm;
+    int m_interval = 0;
+    bool m_enabled = true;
+};
+
+} // namespace platform

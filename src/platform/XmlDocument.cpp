@@ -1,0 +1,196 @@
+#include "platform/XmlDocument.h"
+
+#include "platform/Failure.h"
+
+#include <QFile>
+
+#include <libxml/parser.h>
+#include <libxml/tree.h>
+#include <libxml/xmlsave.h>
+#include <limits>
+#include <new>
+
+namespace platform {
+
+namespace {
+
+const xmlChar *asXml(const char *text)
+{
+    return reinterpret_cast<const xmlChar *>(text);
+}
+
+bool isXmlCharacter(char32_t character)
+{
+    if (character < 0x20) {
+        return character == '\t' || character == '\n' || character == '\r';
+    }
+    return character < 0xD800 || (character > 0xDFFF && character != 0xFFFE && character != 0xFFFF);
+}
+
+/// UTF-8 of the text with U+FFFD for every character that XML cannot hold.
+QByteArray toXmlText(const QString &text)
+{
+    // Half a surrogate pair comes out of the conversion as it is, so the test below sees it.
+    QList<uint> characters = text.toUcs4();
+    for (uint &character : characters) {
+        if (!isXmlCharacter(character)) {
+            character = QChar::ReplacementCharacter;
+        }
+    }
+    return QString::fromUcs4(reinterpret_cast<const char32_t *>(characters.constData()),
+                             characters.size())
+        .toUtf8();
+}
+
+QString takeText(xmlChar *text)
+{
+    const QString result = QString::fromUtf8(reinterpret_cast<const char *>(text));
+    xmlFree(text);
+    return result;
+}
+
+template <typename Node>
+Node *orThrow(Node *node)
+{
+    if (node == nullptr) {
+        throw std::bad_alloc();
+    }
+    return node;
+}
+
+/// Entities of a document's own can make a small file expand without bound.
+void refuseEntity(void *parser, const xmlChar * /*name*/, int /*type*/,
+                  const xmlChar * /*publicId*/, const xmlChar * /*systemId*/, xmlChar * /*content*/)
+{
+    auto *context = static_cast<xmlParserCtxt *>(parser);
+    context->wellFormed = 0;
+    xmlStopParser(context);
+}
+
+/// The node after `node` in document order.
+xmlNode *following(xmlNode *node)
+{
+    if (node->type == XML_ELEMENT_NODE && node->children != nullptr) {
+        return node->children;
+    }
+    while (node != nullptr && node->next == nullptr) {
+        node = node->parent;
+    }
+    return node == nullptr ? nullptr : node->next;
+}
+
+} // namespace
+
+QString XmlElement::text() const
+{
+    return takeText(xmlNodeGetContent(m_node));
+}
+
+void XmlElement::setText(const QString &text)
+{
+    // xmlNodeSetContent() would take "&" for the start of an entity; a text node holds it as it is.
+    xmlNodeSetContent(m_node, nullptr);
+    if (!text.isEmpty()) {
+        const QByteArray content = toXmlText(text);
+        xmlAddChild(m_node, orThrow(xmlNewDocText(m_node->doc, asXml(content.constData()))));
+    }
+}
+
+QString XmlElement::attribute(const char *name) const
+{
+    return takeText(xmlGetNoNsProp(m_node, asXml(name)));
+}
+
+void XmlElement::setAttribute(const char *name, const QString &value)
+{
+    const QByteArray content = toXmlText(value);
+    orThrow(xmlSetProp(m_node, asXml(name), asXml(content.constData())));
+}
+
+XmlElement XmlElement::append(const char *name)
+{
+    return XmlElement(orThrow(xmlNewChild(m_node, nullptr, asXml(name), nullptr)));
+}
+
+bool XmlDocument::libraryAvailable()
+{
+    // A shared library older than the headers lacks what this program calls.
+    return QByteArray(xmlParserVersion).toInt() >= LIBXML_VERSION;
+}
+
+XmlDocument XmlDocument::create(const char *rootName)
+{
+    XmlDocument result(orThrow(xmlNewDoc(asXml("1.0"))));
+    xmlDocSetRootElement(result.m_document.get(), orThrow(xmlNewNode(nullptr, asXml(rootName))));
+    return result;
+}
+
+std::optional<XmlDocument> XmlDocument::load(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        return std::nullopt;
+    }
+    return parse(bytes);
+}
+
+std::optional<XmlDocument> XmlDocument::parse(const QByteArray &bytes)
+{
+    if (bytes.size() > std::numeric_limits<int>::max()) {
+        return std::nullopt;
+    }
+    const std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxt *)> parser(
+        orThrow(xmlNewParserCtxt()), xmlFreeParserCtxt);
+    parser->sax->entityDecl = refuseEntity;
+    // Without "huge" a log of more than 10 MB could no longer be read.
+    xmlDoc *document = xmlCtxtReadMemory(
+        parser.get(), bytes.constData(), static_cast<int>(bytes.size()), nullptr, nullptr,
+        XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
+    if (document == nullptr) {
+        return std::nullopt;
+    }
+    return XmlDocument(document);
+}
+
+XmlElement XmlDocument::root()
+{
+    return XmlElement(xmlDocGetRootElement(m_document.get()));
+}
+
+std::optional<XmlElement> XmlDocument::findFirst(const char *name)
+{
+    for (xmlNode *node = xmlDocGetRootElement(m_document.get()); node != nullptr;
+         node = following(node)) {
+        if (node->type == XML_ELEMENT_NODE && node->ns == nullptr &&
+            xmlStrEqual(node->name, asXml(name)) != 0) {
+            return XmlElement(node);
+        }
+    }
+    return std::nullopt;
+}
+
+QByteArray XmlDocument::toBytes() const
+{
+    xmlChar *memory = nullptr;
+    int size = 0;
+    const xmlDoc *document = m_document.get();
+    const char *encoding = document->encoding != nullptr
+                               ? reinterpret_cast<const char *>(document->encoding)
+                               : "UTF-8";
+    xmlDocDumpMemoryEnc(m_document.get(), &memory, &size, encoding);
+    orThrow(memory);
+    const QByteArray result(reinterpret_cast<const char *>(memory), size);
+    xmlFree(memory);
+    return result;
+}
+
+void XmlDocument::Deleter::operator()(_xmlDoc *document) const
+{
+    xmlFreeDoc(document);
+}
+
+} // namespace platform

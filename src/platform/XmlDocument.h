@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+extern "C" {
+struct _xmlDoc;  // NOLINT(bugprone-reserved-identifier)
+struct _xmlNode; // NOLINT(bugprone-reserved-identifier)
+}
+
+namespace platform {
+
+/// One element of an XmlDocument, valid as long as the document. Text that XML 1.0 cannot hold
+/// (control characters, halves of surrogate pairs) is stored as U+FFFD, so that whatever was
+/// written can be read again.
+class XmlElement
+{
+public:
+    /// The text of the element and all that it contains.
+    QString text() const;
+    void setText(const QString &text);
+    QString attribute(const char *name) const;
+    /// Sets an attribute; a new one comes last.
+    void setAttribute(const char *name, const QString &value);
+    /// Adds an element as the last child.
+    XmlElement append(const char *name);
+
+private:
+    friend class XmlDocument;
+    explicit XmlElement(_xmlNode *node) : m_node(node) {}
+
+    _xmlNode *m_node;
+};
+
+/// An XML document in memory. Reading is strict about well-formedness, and uses no network and no
+/// entities of the document's own.
+class XmlDocument
+{
+public:
+    /// Whether the XML library that this program runs with can be used.
+    static bool libraryAvailable();
+
+    /// A document with an empty root element.
+    static XmlDocument create(const char *rootName);
+    /// Nothing when the file is missing, unreadable or not well-formed.
+    static std::optional<XmlDocument> load(const QString &path);
+    static std::optional<XmlDocument> parse(const QByteArray &bytes);
+
+    XmlElement root();
+    /// The first element of that name, in document order.
+    std::optional<XmlElement> findFirst(const char *name);
+    /// The whole document, in the encoding it was read in, UTF-8 if it was made here.
+    QByteArray toBytes() const;
+
+private:
+    struct Deleter
+    {
+        void operator()(_xmlDoc *document) const;
+    };
+
+    explicit XmlDocument(_xmlDoc *document) : m_document(document) {}
+
+    std::unique_ptr<_xmlDoc, Deleter> m_document;
+};
+
+} // namespace platform

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/Files.h"
+
+namespace platform {
+
+class LinuxFiles final : public Files
+{
+public:
+    void remove(const QString &path) override;
+    void create(const QString &path, const QByteArray &content) override;
+    void flush(const QString &path) override;
+    void copyPermissions(const QString &from, const QString &to) override;
+    void rename(const QString &from, const QString &to) override;
+    void flushFolder(const QString &path) override;
+};
+
+} // namespace platform

@@ -1,0 +1,207 @@
+#include "platform/linux/LinuxProcesses.h"
+
+#include "platform/linux/CommandLine.h"
+#include "platform/linux/SystemFailure.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+/// How long a process that was ended by force may take to be gone, in milliseconds. A search for
+/// running servers right afterwards must not find the dying one.
+constexpr int ForcedEndMilliseconds = 1000;
+
+int descriptorOf(ProcessHandle process)
+{
+    return static_cast<int>(process);
+}
+
+void check(int error, const QString &what)
+{
+    if (error != 0) {
+        throw systemFailure(error, what);
+    }
+}
+
+/// What a started program is given: nothing of ours but the environment, its own directory, no
+/// terminal and the default treatment of signals.
+class SpawnSettings
+{
+public:
+    explicit SpawnSettings(const QByteArray &directory)
+    {
+        posix_spawn_file_actions_init(&m_actions);
+        posix_spawnattr_init(&m_attributes);
+
+        posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        posix_spawn_file_actions_addopen(&m_actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_addopen(&m_actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1);
+        posix_spawn_file_actions_addchdir_np(&m_actions, directory.constData());
+
+        sigset_t signals;
+        sigfillset(&signals);
+        posix_spawnattr_setsigdefault(&m_attributes, &signals);
+        sigemptyset(&signals);
+        posix_spawnattr_setsigmask(&m_attributes, &signals);
+        posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGDEF |
+                                                    POSIX_SPAWN_SETSIGMASK);
+    }
+
+    SpawnSettings(const SpawnSettings &) = delete;
+    SpawnSettings &operator=(const SpawnSettings &) = delete;
+
+    ~SpawnSettings()
+    {
+        posix_spawn_file_actions_destroy(&m_actions);
+        posix_spawnattr_destroy(&m_attributes);
+    }
+
+    const posix_spawn_file_actions_t *actions() const { return &m_actions; }
+    const posix_spawnattr_t *attributes() const { return &m_attributes; }
+
+private:
+    posix_spawn_file_actions_t m_actions{};
+    posix_spawnattr_t m_attributes{};
+};
+
+std::vector<QByteArray> encoded(const QStringList &texts)
+{
+    std::vector<QByteArray> result;
+    for (const QString &text : texts) {
+        result.push_back(QFile::encodeName(text));
+    }
+    return result;
+}
+
+std::vector<char *> pointersTo(std::vector<QByteArray> &texts)
+{
+    std::vector<char *> result;
+    for (QByteArray &text : texts) {
+        result.push_back(text.data());
+    }
+    result.push_back(nullptr);
+    return result;
+}
+
+/// The id of the process behind a descriptor; nothing once it has been reaped.
+std::optional<pid_t> idOf(ProcessHandle process)
+{
+    QFile info(QStringLiteral("/proc/self/fdinfo/%1").arg(process));
+    if (!info.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    const QByteArray key = QByteArrayLiteral("Pid:");
+    const QList<QByteArray> lines = info.readAll().split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith(key)) {
+            const int id = line.mid(key.size()).trimmed().toInt();
+            return id > 0 ? std::optional<pid_t>(id) : std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+ProcessId LinuxProcesses::start(const QString &commandLine)
+{
+    reapEndedChildren();
+    const QStringList arguments = splitCommandLine(commandLine);
+    const QString &program = arguments.first();
+    const SpawnSettings settings(QFile::encodeName(QFileInfo(program).absolutePath()));
+    std::vector<QByteArray> texts = encoded(arguments);
+    const std::vector<char *> pointers = pointersTo(texts);
+
+    pid_t id = 0;
+    check(posix_spawn(&id, texts.front().constData(), settings.actions(), settings.attributes(),
+                      pointers.data(), environ),
+          program);
+    m_children.push_back(id);
+    return id;
+}
+
+ProcessHandle LinuxProcesses::open(ProcessId id)
+{
+    const auto descriptor = static_cast<int>(::syscall(SYS_pidfd_open, id, 0));
+    if (descriptor < 0) {
+        return NoProcess;
+    }
+    // Descriptor 0 would read as "no process", should standard input be closed.
+    const int handle = ::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    ::close(descriptor);
+    return handle < 0 ? NoProcess : handle;
+}
+
+void LinuxProcesses::close(ProcessHandle process)
+{
+    ::close(descriptorOf(process));
+    reapEndedChildren();
+}
+
+std::optional<std::uint32_t> LinuxProcesses::exitCode(ProcessHandle process)
+{
+    if (process == NoProcess) {
+        return std::nullopt;
+    }
+    return wait(process, 0) ? 0 : StillActiveCode;
+}
+
+bool LinuxProcesses::wait(ProcessHandle process, int milliseconds)
+{
+    if (process == NoProcess) {
+        return false;
+    }
+    // The descriptor becomes readable when the process has ended, before its parent reaps it.
+    pollfd event{descriptorOf(process), POLLIN, 0};
+    int ready = 0;
+    do {
+        ready = ::poll(&event, 1, milliseconds);
+    } while (ready < 0 && errno == EINTR);
+    return ready > 0 && (event.revents & POLLIN) != 0;
+}
+
+bool LinuxProcesses::terminate(ProcessHandle process)
+{
+    if (process == NoProcess ||
+        ::syscall(SYS_pidfd_send_signal, descriptorOf(process), SIGKILL, nullptr, 0) != 0) {
+        return false;
+    }
+    wait(process, ForcedEndMilliseconds);
+    return true;
+}
+
+std::optional<QString> LinuxProcesses::executablePath(ProcessHandle process)
+{
+    const std::optional<pid_t> id = idOf(process);
+    if (!id) {
+        return std::nullopt;
+    }
+    const QString path = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(*id));
+    // The id could have gone to another process before it was used; not if ours still runs now.
+    if (path.isEmpty() || wait(process, 0)) {
+        return std::nullopt;
+    }
+    // A program whose file was replaced by an update still is that program.
+    const QString deleted = QStringLiteral(" (deleted)");
+    return path.endsWith(deleted) && !QFile::exists(path) ? path.chopped(deleted.size()) : path;
+}
+
+void LinuxProcesses::reapEndedChildren()
+{
+    std::erase_if(m_children, [](pid_t child) { return ::waitpid(child, nullptr, WNOHANG) != 0; });
+}
+
+} // namespace platform

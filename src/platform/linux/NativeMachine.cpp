@@ -1,0 +1,23 @@
+#include "platform/DesktopMessageBoxes.h"
+#include "platform/Machine.h"
+#include "platform/SystemClock.h"
+#include "platform/linux/LinuxFiles.h"
+#include "platform/linux/LinuxProcessEnd.h"
+#include "platform/linux/LinuxProcesses.h"
+#include "platform/linux/LinuxWindows.h"
+
+namespace platform {
+
+const Machine &nativeMachine()
+{
+    static SystemClock clock;
+    static LinuxFiles files;
+    static DesktopMessageBoxes messageBoxes;
+    static LinuxProcessEnd processEnd;
+    static LinuxProcesses processes;
+    static LinuxWindows windows;
+    static const Machine machine{clock, files, messageBoxes, processEnd, processes, windows};
+    return machine;
+}
+
+} // namespace platform

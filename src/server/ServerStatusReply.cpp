@@ -1,0 +1,113 @@
+#include "server/ServerStatusReply.h"
+
+#include "core/basNumbers.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// Reads a datagram from front to back; beyond its end there are only empty texts and zeros.
+class PacketReader
+{
+public:
+    explicit PacketReader(const QByteArray &bytes, qsizetype position)
+        : m_bytes(bytes), m_position(position)
+    {
+    }
+
+    void skip(qsizetype count) { m_position += count; }
+
+    std::uint8_t readByte(qsizetype width = 1)
+    {
+        const std::uint8_t result = byteAt(m_position);
+        skip(width);
+        return result;
+    }
+
+    QString readString()
+    {
+        const qsizetype length = readByte(LengthWidth);
+        const qsizetype start = m_position;
+        skip(length);
+        if (m_position > m_bytes.size()) {
+            return {};
+        }
+        const QByteArrayView text = QByteArrayView(m_bytes).sliced(start, length);
+        const qsizetype end = text.indexOf('\0');
+        return end < 0 ? QString() : QString::fromLatin1(text.first(end));
+    }
+
+    std::int32_t readSingle()
+    {
+        std::uint32_t bits = 0;
+        if (m_position + SingleWidth <= m_bytes.size()) {
+            for (qsizetype index = SingleWidth - 1; index >= 0; --index) {
+                bits = bits << 8 | byteAt(m_position + index);
+            }
+        }
+        skip(SingleWidth);
+        if (bits == 0) {
+            return 0;
+        }
+        const double mantissa = 1.0 + static_cast<double>(bits & 0x7FFFFFU) / 0x800000;
+        const int exponent = static_cast<int>(bits >> 23 & 0xFFU) - 127;
+        return fnRound(std::ldexp(mantissa, exponent)).value_or(0);
+    }
+
+private:
+    static constexpr qsizetype LengthWidth = 4;
+    static constexpr qsizetype SingleWidth = 4;
+
+    std::uint8_t byteAt(qsizetype position) const
+    {
+        return position < m_bytes.size() ? static_cast<std::uint8_t>(m_bytes[position]) : 0;
+    }
+
+    const QByteArray &m_bytes;
+    qsizetype m_position;
+};
+
+QString matchStateText(std::uint8_t state)
+{
+    switch (state) {
+    case 3:
+        return QStringLiteral("Joining");
+    case 4:
+        return QStringLiteral("Playing");
+    default:
+        return QStringLiteral("Unknown");
+    }
+}
+
+} // namespace
+
+ServerStatusReply ServerStatusReply::parse(const QByteArray &datagram)
+{
+    ServerStatusReply reply;
+    PacketReader reader(datagram, MinimumSize);
+    reply.name = reader.readString();
+    reply.map = reader.readString();
+    reply.mission = reader.readString();
+    reply.gameType = reader.readString();
+    reader.skip(2);
+    reply.maximumPlayers = reader.readByte(4);
+    reply.playerCount = reader.readByte(4);
+    for (std::int32_t position = 1; position <= reply.playerCount; ++position) {
+        reply.players.push_back({QStringLiteral("R%1").arg(position), reader.readString()});
+    }
+    reader.skip(17);
+    reply.version = reader.readString();
+    reply.mods = reader.readString();
+    reply.dedicated = reader.readByte() != 0;
+    if (reply.dedicated && !reply.players.empty()) {
+        reply.players.erase(reply.players.begin());
+    }
+    reply.elapsedSeconds = reader.readSingle();
+    reply.matchState = matchStateText(reader.readByte(4));
+    reader.skip(4);
+    reply.motd = reader.readString();
+    reader.skip(4);
+    reply.matchLength = reader.readSingle();
+    return reply;
+}

@@ -1,0 +1,185 @@
+#include "server/ctlServerStatus.h"
+
+#include "core/basMain.h"
+#include "core/basTraps.h"
+#include "core/clsZebek.h"
+#include "platform/Machine.h"
+
+#include <QHostAddress>
+#include <QNetworkInterface>
+
+namespace {
+
+constexpr quint16 QueryPort = 2348;
+constexpr int TimeoutMilliseconds = 5000;
+constexpr char Request[] = "\xC0\xDE\xF1\x11\x42\x06\x00\xF5\x03\x00\x00\x00\x00";
+constexpr qsizetype RequestSize = sizeof Request - 1;
+
+constexpr int SecondsUnlimited = 9990;
+constexpr int SecondsUnknown = 9999;
+
+/// The first IPv4 address of a network that is up; the loopback address without a network.
+QString primaryAddress()
+{
+    for (const QNetworkInterface &network : QNetworkInterface::allInterfaces()) {
+        if (!network.flags().testFlags(QNetworkInterface::IsUp | QNetworkInterface::IsRunning) ||
+            network.flags().testFlag(QNetworkInterface::IsLoopBack)) {
+            continue;
+        }
+        for (const QNetworkAddressEntry &entry : network.addressEntries()) {
+            if (entry.ip().protocol() == QAbstractSocket::IPv4Protocol) {
+                return entry.ip().toString();
+            }
+        }
+    }
+    return QHostAddress(QHostAddress::LocalHost).toString();
+}
+
+int floorDivision(int dividend, int divisor)
+{
+    return dividend >= 0 ? dividend / divisor : -((divisor - 1 - dividend) / divisor);
+}
+
+/// At least two digits, behind the sign.
+QString twoDigits(int number)
+{
+    const QString digits = QStringLiteral("%1").arg(std::abs(number), 2, 10, QLatin1Char('0'));
+    return number < 0 ? QLatin1Char('-') + digits : digits;
+}
+
+} // namespace
+
+ctlServerStatus::ctlServerStatus() : m_ip(primaryAddress())
+{
+    setWinsock(std::make_unique<QUdpSocket>());
+    setTimer(std::make_unique<platform::Timer>(gRoot->Machine().clock, [this] { TimerFired(); }));
+}
+
+ctlServerStatus::~ctlServerStatus()
+{
+    m_socket->close();
+}
+
+void ctlServerStatus::setWinsock(std::unique_ptr<QUdpSocket> socket)
+{
+    socket->close();
+    QObject::connect(socket.get(), &QUdpSocket::readyRead, [this] { wsck_DataArrival(); });
+    m_socket = std::move(socket);
+}
+
+void ctlServerStatus::setTimer(std::unique_ptr<platform::Timer> timer)
+{
+    m_timer = std::move(timer);
+}
+
+void ctlServerStatus::setIP(const QString &ip)
+{
+    m_ip = ip;
+    m_ipIsOwn = false;
+}
+
+void ctlServerStatus::takeOwnAddress()
+{
+    if (m_ipIsOwn && !QNetworkInterface::allAddresses().contains(QHostAddress(m_ip))) {
+        m_ip = primaryAddress();
+    }
+}
+
+void ctlServerStatus::Refresh()
+{
+    if (m_status == ServerQueryStatus::Probing) {
+        return;
+    }
+    m_status = ServerQueryStatus::Probing;
+    m_timer->setInterval(TimeoutMilliseconds);
+    m_timer->setEnabled(true);
+    takeOwnAddress();
+    if (m_socket->state() != QAbstractSocket::BoundState) {
+        m_socket->bind(QHostAddress(QHostAddress::AnyIPv4), 0);
+    }
+    discardUnasked();
+    // A request that cannot be sent is one without an answer.
+    m_socket->writeDatagram(Request, RequestSize, QHostAddress(m_ip), QueryPort);
+}
+
+/// An unread datagram would keep the socket silent, and would count as the answer.
+void ctlServerStatus::discardUnasked()
+{
+    while (m_socket->hasPendingDatagrams()) {
+        m_socket->readDatagram(nullptr, 0);
+    }
+}
+
+void ctlServerStatus::TimerFired()
+{
+    m_timer->setInterval(0);
+    if (m_status == ServerQueryStatus::Probing) {
+        m_status = ServerQueryStatus::Dead;
+        m_socket->close();
+    }
+}
+
+void ctlServerStatus::wsck_DataArrival()
+{
+    if (m_timer->Interval() != 0) {
+        DataArrival(m_socket->pendingDatagramSize());
+    }
+}
+
+void ctlServerStatus::DataArrival(qint64 bytesTotal)
+{
+    m_status = ServerQueryStatus::Responding;
+    m_timer->setEnabled(false);
+    Trap({"Server Status Control", "DataArrival", "None"}, [&] {
+        QByteArray datagram(qMax<qint64>(bytesTotal, 0), '\0');
+        datagram.truncate(
+            qMax<qint64>(m_socket->readDatagram(datagram.data(), datagram.size()), 0));
+        if (datagram.size() < ServerStatusReply::MinimumSize) {
+            return;
+        }
+        m_reply = ServerStatusReply::parse(datagram);
+        m_timer->setInterval(0);
+    });
+}
+
+void ctlServerStatus::StopMonitoring()
+{
+    m_timer->setInterval(0);
+    m_status = ServerQueryStatus::Unknown;
+}
+
+QString ctlServerStatus::PlayerCountString() const
+{
+    return QStringLiteral("%1/%2").arg(PlayerCount()).arg(m_reply.maximumPlayers - serverItself());
+}
+
+QString ctlServerStatus::Length() const
+{
+    return QString::number(m_reply.matchLength);
+}
+
+bool ctlServerStatus::playing() const
+{
+    return m_reply.matchState == QLatin1String("Playing");
+}
+
+int ctlServerStatus::SecondsRemaining() const
+{
+    if (playing()) {
+        return m_reply.matchLength != 0 ? secondsLeft() : SecondsUnlimited;
+    }
+    return m_reply.matchState == QLatin1String("Joining") ? 0 : SecondsUnknown;
+}
+
+QString ctlServerStatus::TimeRemaining() const
+{
+    if (!playing()) {
+        const bool joining = m_reply.matchState == QLatin1String("Joining");
+        return joining ? m_reply.matchState : QStringLiteral("n/a");
+    }
+    if (m_reply.matchLength == 0) {
+        return QStringLiteral("--:--");
+    }
+    const int minutes = floorDivision(secondsLeft(), 60);
+    return QStringLiteral("%1:%2").arg(twoDigits(minutes), twoDigits(secondsLeft() - 60 * minutes));
+}

@@ -1,0 +1,101 @@
+#include "ui/frmMain.h"
+
+#include "core/basMain.h"
+#include "core/clsZebek.h"
+#include "core/config.h"
+#include "ui/frmPicture.h"
+#include "ui/pictures.h"
+#include "ui_frmMain.h"
+
+#include <QCloseEvent>
+
+namespace {
+
+QString versionLine()
+{
+    return QStringLiteral("Zebek Suite v%1.%2.%3")
+        .arg(config::VersionMajor)
+        .arg(config::VersionMinor, 2, 10, QLatin1Char('0'))
+        .arg(config::VersionRevision, 3, 10, QLatin1Char('0'));
+}
+
+QString welcomeLine()
+{
+    return QStringLiteral("Welcome to Zebek Suite %1.%2")
+        .arg(config::VersionMajor)
+        .arg(config::VersionMinor, 2, 10, QLatin1Char('0'));
+}
+
+} // namespace
+
+frmMain::frmMain() : m_ui(std::make_unique<Ui::frmMain>())
+{
+    m_ui->setupUi(this);
+    setWindowIcon(pictures::applicationIcon());
+    m_ui->PicHeader->setPixmap(pictures::header(devicePixelRatioF()));
+    m_ui->lblWelcome->setText(welcomeLine());
+    connect(m_ui->tabMain, &QTabWidget::currentChanged, this, [this] { tabMain_Click(); });
+    connect(m_ui->Label2, &QLabel::linkActivated, this, [this] { Label2_Click(); });
+    connect(m_ui->cmdQuit, &QPushButton::clicked, this, [] { gRoot->Quit(); });
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::HostPanel(Tab tab, std::unique_ptr<ctlPanel> panel)
+{
+    m_panels.at(tab) = panel.get();
+    m_ui->tabMain->widget(tab)->layout()->addWidget(panel.release());
+}
+
+void frmMain::Form_Load()
+{
+    for (const Tab tab : {System, ServerOptions}) {
+        if (ctlPanel *const panel = m_panels.at(tab)) {
+            panel->FillFields();
+        }
+    }
+    m_ui->lblVersion->setText(versionLine());
+}
+
+ctlPanel *frmMain::selectedPanel() const
+{
+    return m_panels.at(static_cast<std::size_t>(m_ui->tabMain->currentIndex()));
+}
+
+void frmMain::FillFields()
+{
+    if (ctlPanel *const panel = selectedPanel()) {
+        panel->FillFields();
+    }
+}
+
+void frmMain::PushUpdate()
+{
+    if (ctlPanel *const panel = selectedPanel()) {
+        panel->PushUpdate();
+    }
+}
+
+void frmMain::tabMain_Click()
+{
+    ctlPanel *const panel = selectedPanel();
+    if (panel != nullptr && !panel->Dirty()) {
+        panel->FillFields();
+    }
+}
+
+void frmMain::Label2_Click()
+{
+    if (m_picture.isNull()) {
+        m_picture = new frmPicture(this);
+    }
+    m_picture->show();
+    m_picture->raise();
+    m_picture->activateWindow();
+}
+
+void frmMain::closeEvent(QCloseEvent *event)
+{
+    event->accept();
+    gRoot->Quit();
+}

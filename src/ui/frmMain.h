@@ -1,0 +1,53 @@
+#pragma once
+
+#include "ui/ctlPanel.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <array>
+#include <memory>
+
+class frmPicture;
+
+namespace Ui {
+class frmMain;
+}
+
+/// The main window: tabs with a panel each, the version and thanks lines and the Quit button. It
+/// holds no settings; it passes two calls on to the panel of the selected tab. Closing it ends the
+/// program.
+class frmMain : public QWidget
+{
+public:
+    /// The tabs, in order.
+    enum Tab { Main, System, ServerControl, ServerOptions, ReplayOptions, StatusReporting, Stats };
+    static constexpr std::size_t TabCount = Stats + 1;
+
+    frmMain();
+    ~frmMain() override;
+
+    /// Puts a panel on its tab.
+    void HostPanel(Tab tab, std::unique_ptr<ctlPanel> panel);
+    /// Fills the panels that others may ask for before their tab is first selected.
+    void Form_Load();
+
+    /// Lets the panel of the selected tab load its controls from the settings.
+    void FillFields();
+    /// Lets the panel of the selected tab refresh its live state.
+    void PushUpdate();
+
+    void tabMain_Click();
+    void Label2_Click();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    /// The selected tab's panel; null where the tab has none.
+    ctlPanel *selectedPanel() const;
+
+    std::unique_ptr<Ui::frmMain> m_ui;
+    std::array<ctlPanel *, TabCount> m_panels{};
+    QPointer<frmPicture> m_picture;
+};

@@ -1,0 +1,14 @@
+#include "ui/frmPicture.h"
+
+#include "ui/pictures.h"
+#include "ui_frmPicture.h"
+
+frmPicture::frmPicture(QWidget *parent) : QDialog(parent), m_ui(std::make_unique<Ui::frmPicture>())
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    m_ui->picture->setPixmap(pictures::team(devicePixelRatioF()));
+    connect(m_ui->cmdClose, &QPushButton::clicked, this, &QWidget::close);
+}
+
+frmPicture::~frmPicture() = default;

@@ -1,0 +1,34 @@
+#include "ui/pictures.h"
+
+namespace pictures {
+
+namespace {
+
+/// A picture with a twin of double size beside it, named "@2x".
+QPixmap load(const QString &name, QSize size, qreal pixelRatio)
+{
+    return QIcon(name).pixmap(size, pixelRatio);
+}
+
+} // namespace
+
+QIcon applicationIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64, 128, 256}) {
+        icon.addFile(QStringLiteral(":/pictures/icon-%1.png").arg(size));
+    }
+    return icon;
+}
+
+QPixmap header(qreal pixelRatio)
+{
+    return load(QStringLiteral(":/pictures/header.png"), {640, 110}, pixelRatio);
+}
+
+QPixmap team(qreal pixelRatio)
+{
+    return load(QStringLiteral(":/pictures/team.png"), {400, 300}, pixelRatio);
+}
+
+} // namespace pictures
