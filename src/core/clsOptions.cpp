@@ -19,10 +19,10 @@ constexpr Routine Initialize{"Options", "Class_Initialize", "Root Object"};
 constexpr Routine Terminate{"Options", "Class_Terminate", "Root Object"};
 
 /// Stands for the folder "Replays" in the game's directory.
-constexpr char DefaultFolder[] = "NONE";
+constexpr const char *DefaultFolder = "NONE";
 
 /// The elements of the file, in the order in which they are written.
-constexpr const char *Elements[] = {
+constexpr std::array Elements{
     "Version",
     "AutoRunOnStartup",
     "AutoStartGRServer",
@@ -120,15 +120,7 @@ void SetAttribute(XmlDocument &document, const char *element, const QString &tex
 
 } // namespace
 
-struct clsOptions::Row
-{
-    const char *element;
-    Member member;
-    const char *missing; ///< what a missing or empty element stands for
-};
-
-/// In the order in which the settings are read.
-const clsOptions::Row clsOptions::Table[] = {
+const std::array<clsOptions::Row, 20> clsOptions::Table{{
     {"AutoRunOnStartup", &clsOptions::m_autoRunInFile, "True"},
     {"AutoRestartOnProcessStop", &clsOptions::AutoRestartOnProcessStop, "True"},
     {"AutoStartGRServer", &clsOptions::AutoStartGRServer, "True"},
@@ -149,7 +141,7 @@ const clsOptions::Row clsOptions::Table[] = {
     {"AllowRemoteAccess", &clsOptions::AllowRemoteAccess, "False"},
     {"AdminUserName", &clsOptions::AdminUserName, ""},
     {"AdminPassword", &clsOptions::AdminPassword, ""},
-};
+}};
 
 clsOptions::clsOptions(bool xmlAvailable)
     : ReplayFolder(defaultReplayFolder()),
@@ -171,7 +163,7 @@ void clsOptions::Load()
 {
     std::optional<XmlDocument> document = XmlDocument::load(m_path);
     if (!document) {
-        m_fileUnreadable = QFile::exists(m_path);
+        m_fileUnread = QFile::exists(m_path);
         document = CreateXML();
     }
     if (!document) {
@@ -179,6 +171,7 @@ void clsOptions::Load()
     }
     for (const Row &row : Table) {
         if (!RunWithRetry(Initialize, [&] { LoadSetting(*document, row); })) {
+            m_fileUnread = true;
             return;
         }
     }
@@ -220,15 +213,15 @@ void clsOptions::Save()
             row.member);
     }
     RunWithRetry(Terminate, [&] {
-        PutUnreadableFileAside();
+        PutUnreadFileAside();
         platform::replaceFile(gRoot->Machine().files, m_path, document->toBytes(),
                               platform::Durability::SurvivesPowerLoss);
     });
 }
 
-void clsOptions::PutUnreadableFileAside()
+void clsOptions::PutUnreadFileAside()
 {
-    if (!m_fileUnreadable) {
+    if (!m_fileUnread) {
         return;
     }
     const QString base = gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.unreadable");
@@ -237,7 +230,7 @@ void clsOptions::PutUnreadableFileAside()
         aside = QStringLiteral("%1-%2.xml").arg(base, QString::number(number));
     }
     gRoot->Machine().files.rename(m_path, aside);
-    m_fileUnreadable = false;
+    m_fileUnread = false;
 }
 
 QString clsOptions::StatsPath()

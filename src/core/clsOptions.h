@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <variant>
@@ -23,8 +24,8 @@ public:
     /// and nothing will be saved.
     explicit clsOptions(bool xmlAvailable = platform::XmlDocument::libraryAvailable());
 
-    /// Writes the file whole. A file that could not be read when the settings were loaded is first
-    /// put aside under another name. A failure is shown with Retry and Cancel.
+    /// Writes the file whole. A file that could not be read, or not to its end, when the settings
+    /// were loaded is first put aside under another name. A failure is shown with Retry and Cancel.
     void Save();
 
     Setting<QString> AdminUserName{QStringLiteral("Admin")};
@@ -56,15 +57,22 @@ public:
 private:
     using Member = std::variant<Setting<bool> clsOptions::*, Setting<std::int32_t> clsOptions::*,
                                 Setting<QString> clsOptions::*>;
-    struct Row;
-    static const Row Table[];
+    struct Row
+    {
+        const char *element;
+        Member member;
+        const char *missing; ///< what a missing or empty element stands for
+    };
+    /// In the order in which the settings are read.
+    static const std::array<Row, 20> Table;
 
     void Load();
     void LoadSetting(platform::XmlDocument &document, const Row &row);
-    void PutUnreadableFileAside();
+    void PutUnreadFileAside();
 
     Setting<bool> m_autoRunInFile;
     QString m_path;
     bool m_xmlAvailable;
-    bool m_fileUnreadable = false;
+    /// The file holds what was not loaded and would be lost by saving.
+    bool m_fileUnread = false;
 };

@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <array>
 #include <functional>
 #include <utility>
 
@@ -57,7 +58,7 @@ void clsZebek::Start()
     if (!RunWithRetry(start, [&] { gameFound = LocateRootDirectory(); }) || !gameFound) {
         return;
     }
-    const std::function<void()> steps[] = {
+    const std::array<std::function<void()>, 8> steps{
         [this] { m_errors = std::make_unique<clsErrors>(); },
         [this] { LoadGlobalForm(); },
         [this] { m_options = std::make_unique<clsOptions>(); },

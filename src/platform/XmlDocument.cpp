@@ -44,7 +44,7 @@ QByteArray toXmlText(const QString &text)
 
 QString takeText(xmlChar *text)
 {
-    const QString result = QString::fromUtf8(reinterpret_cast<const char *>(text));
+    QString result = QString::fromUtf8(reinterpret_cast<const char *>(text));
     xmlFree(text);
     return result;
 }
@@ -183,7 +183,7 @@ QByteArray XmlDocument::toBytes() const
                                : "UTF-8";
     xmlDocDumpMemoryEnc(m_document.get(), &memory, &size, encoding);
     orThrow(memory);
-    const QByteArray result(reinterpret_cast<const char *>(memory), size);
+    QByteArray result(reinterpret_cast<const char *>(memory), size);
     xmlFree(memory);
     return result;
 }

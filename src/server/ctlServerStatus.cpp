@@ -8,12 +8,13 @@
 #include <QHostAddress>
 #include <QNetworkInterface>
 
+#include <string_view>
+
 namespace {
 
 constexpr quint16 QueryPort = 2348;
 constexpr int TimeoutMilliseconds = 5000;
-constexpr char Request[] = "\xC0\xDE\xF1\x11\x42\x06\x00\xF5\x03\x00\x00\x00\x00";
-constexpr qsizetype RequestSize = sizeof Request - 1;
+constexpr std::string_view Request("\xC0\xDE\xF1\x11\x42\x06\x00\xF5\x03\x00\x00\x00\x00", 13);
 
 constexpr int SecondsUnlimited = 9990;
 constexpr int SecondsUnknown = 9999;
@@ -99,7 +100,7 @@ void ctlServerStatus::Refresh()
     }
     discardUnasked();
     // A request that cannot be sent is one without an answer.
-    m_socket->writeDatagram(Request, RequestSize, QHostAddress(m_ip), QueryPort);
+    m_socket->writeDatagram(Request.data(), Request.size(), QHostAddress(m_ip), QueryPort);
 }
 
 /// An unread datagram would keep the socket silent, and would count as the answer.

@@ -19,6 +19,8 @@ class frmMain;
 /// program.
 class frmMain : public QWidget
 {
+    Q_DISABLE_COPY_MOVE(frmMain)
+
 public:
     /// The tabs, in order.
     enum Tab { Main, System, ServerControl, ServerOptions, ReplayOptions, StatusReporting, Stats };

@@ -21,6 +21,7 @@ int failureOf(const char *text)
 TEST(basNumbers, IntegersAreRoundedHalfToEvenWithinTheirRange)
 {
     const std::pair<const char *, int> cases[] = {
+
         {"0", 0},
         {" 42 ", 42},
         {"-7", -7},

@@ -71,7 +71,7 @@ TEST_F(clsOptionsTest, ValuesAreFoundAnywhereByNameAndConverted)
 TEST_F(clsOptionsTest, AValueThatCannotBeConvertedIsAskedAboutAndCancelEndsTheReading)
 {
     writeOptions("<ServerTimeout>12</ServerTimeout><RecordReplays>yes</RecordReplays>"
-                 "<ReplayCount>7</ReplayCount><NAME/>");
+                 "<ReplayCount>7</ReplayCount>");
     fake.boxes.answers = {platform::RetryButton, platform::CancelButton};
 
     root->Start();
@@ -86,6 +86,11 @@ TEST_F(clsOptionsTest, AValueThatCannotBeConvertedIsAskedAboutAndCancelEndsTheRe
     EXPECT_EQ(options.AdminUserName(), QStringLiteral("Admin"));
     EXPECT_EQ(options.ReplayFolder(), rootDirectory() + QStringLiteral("Replays"));
     EXPECT_EQ(root->GlobalForm()->tmrHeartbeat.Interval(), 500) << "the start goes on";
+
+    root->Quit();
+    EXPECT_TRUE(read(QStringLiteral("ZebekSuiteOptions.unreadable.xml"))
+                    .contains("<ReplayCount>7</ReplayCount>"))
+        << "what was not read is not lost";
 }
 
 TEST_F(clsOptionsTest, AMalformedFileIsReplacedAtTheNextSaveOnlyAndKeptBeside)

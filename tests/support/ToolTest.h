@@ -19,16 +19,20 @@
 /// Gives a test a game directory, a machine of fakes, and the tool in it, not yet started.
 class ToolTest : public testing::Test
 {
+public:
+    ToolTest(const ToolTest &) = delete;
+    ToolTest &operator=(const ToolTest &) = delete;
+    ~ToolTest() override
+    {
+        root.reset();
+        gRoot = nullptr;
+    }
+
 protected:
     ToolTest()
     {
         write(QStringLiteral("GhostRecon.exe"), {});
         newTool();
-    }
-    ~ToolTest() override
-    {
-        root.reset();
-        gRoot = nullptr;
     }
 
     /// A tool that was never quit, and the next one.

@@ -80,6 +80,7 @@ private:
 std::vector<QByteArray> encoded(const QStringList &texts)
 {
     std::vector<QByteArray> result;
+    result.reserve(static_cast<std::size_t>(texts.size()));
     for (const QString &text : texts) {
         result.push_back(QFile::encodeName(text));
     }
