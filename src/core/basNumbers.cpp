@@ -39,17 +39,22 @@ std::optional<std::int32_t> fnRound(double value)
     return static_cast<std::int32_t>(rounded);
 }
 
-std::int32_t fnToInteger(const QString &text)
+std::optional<std::int32_t> fnIfInteger(const QString &text)
 {
     const std::optional<double> value = number(text);
-    if (!value) {
+    return value ? fnRound(*value) : std::nullopt;
+}
+
+std::int32_t fnToInteger(const QString &text)
+{
+    if (!fnIsNumeric(text)) {
         throw Failure(Failure::TypeMismatch, QStringLiteral("\"%1\" is not a number").arg(text));
     }
-    const std::optional<std::int32_t> rounded = fnRound(*value);
-    if (!rounded) {
+    const std::optional<std::int32_t> value = fnIfInteger(text);
+    if (!value) {
         throw Failure(Failure::Overflow, QStringLiteral("\"%1\" is too large a number").arg(text));
     }
-    return *rounded;
+    return *value;
 }
 
 bool fnToBoolean(const QString &text)

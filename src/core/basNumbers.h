@@ -17,6 +17,9 @@ bool fnIsNumeric(const QString &text);
 /// of range.
 std::int32_t fnToInteger(const QString &text);
 
+/// As fnToInteger(), but nothing for a text that it refuses.
+std::optional<std::int32_t> fnIfInteger(const QString &text);
+
 /// "True" and "False" in any letter case, or a number, of which zero alone is false; blanks around
 /// it do not matter. Throws platform::Failure TypeMismatch for any other text.
 bool fnToBoolean(const QString &text);

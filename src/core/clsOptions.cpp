@@ -2,6 +2,7 @@
 
 #include "core/basMain.h"
 #include "core/basNumbers.h"
+#include "core/basSystem.h"
 #include "core/basTraps.h"
 #include "core/clsZebek.h"
 #include "core/config.h"
@@ -142,6 +143,16 @@ const std::array<clsOptions::Row, 20> clsOptions::Table{{
     {"AdminUserName", &clsOptions::AdminUserName, ""},
     {"AdminPassword", &clsOptions::AdminPassword, ""},
 }};
+
+bool RunOnStartupSetting::operator()() const
+{
+    return GetRunOnStartup();
+}
+
+void RunOnStartupSetting::Let(bool value) const
+{
+    SetRunOnStartup(value);
+}
 
 clsOptions::clsOptions(bool xmlAvailable)
     : ReplayFolder(defaultReplayFolder()),

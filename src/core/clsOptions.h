@@ -10,6 +10,14 @@
 #include <optional>
 #include <variant>
 
+/// Whether the tool is started when somebody logs on: a setting that the system keeps, not the
+/// file.
+struct RunOnStartupSetting
+{
+    bool operator()() const;
+    void Let(bool value) const;
+};
+
 /// The tool's own settings. Read from a file when the object is made, written back by Save().
 ///
 /// The file "ZebekSuiteOptions.xml" in the game's directory is an XML document (UTF-8 when we write
@@ -31,6 +39,7 @@ public:
     Setting<QString> AdminUserName{QStringLiteral("Admin")};
     Setting<QString> AdminPassword;
     Setting<bool> AllowRemoteAccess;
+    RunOnStartupSetting AutoRunOnStartup;
     Setting<bool> AutoStartGRServer;
     Setting<bool> AutoRestartGRServer;
     Setting<bool> AutoRestartOnProcessStop;
@@ -47,9 +56,6 @@ public:
     Setting<bool> SkipBlankReplays{true};
     Setting<QString> ServerRunningGif; ///< URL of an image
     Setting<QString> ServerCrashGif;   ///< URL of an image
-
-    /// Whether the tool is started when somebody logs on.
-    bool AutoRunOnStartup() const { return m_autoRunInFile(); }
 
     /// The folder that the keys of the match records are formed from.
     static QString StatsPath();
@@ -70,6 +76,7 @@ private:
     void LoadSetting(platform::XmlDocument &document, const Row &row);
     void PutUnreadFileAside();
 
+    /// What the file said; it is only carried over.
     Setting<bool> m_autoRunInFile;
     QString m_path;
     bool m_xmlAvailable;

@@ -8,6 +8,7 @@
 #include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "server/ctlGRServer.h"
+#include "ui/ctlServerControl.h"
 #include "ui/frmMain.h"
 
 #include <QDir>
@@ -108,6 +109,7 @@ void clsZebek::LoadGlobalForm()
 void clsZebek::LoadMainWindow()
 {
     m_mainWindow = std::make_unique<frmMain>();
+    m_mainWindow->HostPanel(frmMain::ServerControl, std::make_unique<ctlServerControl>());
     m_mainWindow->Form_Load();
     m_mainWindow->FillFields();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Autostart.h"
 #include "platform/Clock.h"
 #include "platform/Files.h"
 #include "platform/MessageBoxes.h"
@@ -12,6 +13,7 @@ namespace platform {
 /// The services of the machine that Qt lacks or that a test must be able to make fail.
 struct Machine
 {
+    Autostart &autostart;
     Clock &clock;
     Files &files;
     MessageBoxes &messageBoxes;

@@ -12,9 +12,9 @@ TEST_F(clsOptionsTest, WithoutAFileTheDefaultsHoldAndAreWrittenInOrder)
 {
     root->Start();
     const clsOptions &options = *root->Options();
-    EXPECT_TRUE(options.AutoRunOnStartup() && options.AutoStartGRServer() &&
-                options.AutoRestartGRServer() && options.AutoRestartOnProcessStop() &&
-                options.FindGRServer() && options.RecordReplays() && options.SkipBlankReplays());
+    EXPECT_TRUE(options.AutoStartGRServer() && options.AutoRestartGRServer() &&
+                options.AutoRestartOnProcessStop() && options.FindGRServer() &&
+                options.RecordReplays() && options.SkipBlankReplays());
     EXPECT_EQ(options.AdminUserName(), QString());
     EXPECT_EQ(clsOptions::StatsPath(), rootDirectory() + QStringLiteral("Stats"));
 

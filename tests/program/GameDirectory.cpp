@@ -38,7 +38,8 @@ void signalProcess(Pid process, int signal)
     }
 }
 
-GameDirectory::GameDirectory()
+GameDirectory::GameDirectory(const QString &name)
+    : m_directory(QStringLiteral("%1/%2-XXXXXX").arg(QDir::tempPath(), name))
 {
     QFile::copy(program(Tool), path(Tool));
     QFile::copy(program(Server), path(Server));

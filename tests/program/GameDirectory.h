@@ -17,7 +17,7 @@ using Pid = qint64;
 class GameDirectory
 {
 public:
-    GameDirectory();
+    explicit GameDirectory(const QString &name = QStringLiteral("game"));
     GameDirectory(const GameDirectory &) = delete;
     GameDirectory &operator=(const GameDirectory &) = delete;
     ~GameDirectory();

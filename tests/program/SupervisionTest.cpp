@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QSet>
+#include <QWidget>
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -228,6 +229,62 @@ TEST_F(SupervisionTest, EveryWayToEndTheToolSavesItsOptionsAndLeavesTheServerRun
         EXPECT_FALSE(game.read(QStringLiteral("ZebekSuiteOptions.xml")).contains("stray"));
         EXPECT_EQ(game.server(), server);
     }
+}
+
+TEST_F(SupervisionTest, ASecondStartBringsTheFirstToTheFrontAndEnds)
+{
+    game.writeOptions(QuickPolling);
+    game.startTool();
+    const Pid server = waitForSupervisedServer();
+    QWidget above;
+    above.setWindowTitle(QStringLiteral("Above"));
+    above.show();
+    const auto topmost = [this] { return windows.caption(windows.topLevel().front(), 100); };
+    above.raise();
+    ASSERT_TRUE(waitUntil([&] { return topmost() == QStringLiteral("Above"); }, 5000));
+
+    QProcess second;
+    second.start(game.path(QStringLiteral("ZebekSuite.exe")), {});
+    ASSERT_TRUE(second.waitForFinished(StartMilliseconds));
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_TRUE(waitUntil([&] { return topmost() == QStringLiteral("Zebek Suite"); }, 5000));
+    EXPECT_EQ(game.server(), server);
+
+    GameDirectory beside;
+    beside.writeOptions(QuickPolling);
+    beside.startTool();
+    EXPECT_TRUE(waitUntil([&] { return beside.server() > 0; }, StartMilliseconds));
+
+    game.tool().kill();
+    ASSERT_TRUE(game.tool().waitForFinished());
+    game.startTool();
+    EXPECT_EQ(waitForSupervisedServer(), server);
+    EXPECT_EQ(game.tool().state(), QProcess::Running);
+}
+
+TEST_F(SupervisionTest, TheDirectoryMayHaveAnyName)
+{
+    GameDirectory foreign(QStringLiteral("łukasz 50% \"Игра\""));
+    foreign.writeOptions(QuickPolling);
+    foreign.startTool();
+    const auto supervised = [&] { return foreign.server() > 0 && foreign.events("query") > 0; };
+    ASSERT_TRUE(waitUntil(supervised, StartMilliseconds));
+    const Pid first = foreign.server();
+    foreign.tool().kill();
+    ASSERT_TRUE(foreign.tool().waitForFinished());
+    foreign.startTool();
+    ASSERT_TRUE(waitForMainWindow());
+    signalProcess(first, SIGKILL);
+    EXPECT_TRUE(waitUntil([&] { return foreign.server() > 0 && foreign.server() != first; },
+                          StartMilliseconds));
+    signalProcess(foreign.tool().processId(), SIGTERM);
+    ASSERT_TRUE(foreign.tool().waitForFinished(5000));
+    EXPECT_TRUE(foreign.read(QStringLiteral("ZebekSuiteOptions.xml"))
+                    .contains((foreign.path() + QStringLiteral("/Replays"))
+                                  .toHtmlEscaped()
+                                  .replace(QStringLiteral("&quot;"), QStringLiteral("\""))
+                                  .toUtf8()));
+    EXPECT_TRUE(foreign.read(QStringLiteral("ZEBEK_Error.xml")).isEmpty());
 }
 
 TEST_F(SupervisionTest, WithoutTheGameItSaysSoAndEnds)

@@ -109,6 +109,31 @@ public:
     std::function<void()> request;
 };
 
+class FakeAutostart final : public platform::Autostart
+{
+public:
+    std::uint32_t query() override { return queryFails != 0 ? queryFails : (entry ? 0 : 2); }
+    std::uint32_t write(const QString &program) override
+    {
+        if (changeFails == 0) {
+            entry = program;
+        }
+        return changeFails;
+    }
+    std::uint32_t remove() override
+    {
+        if (changeFails != 0 || !entry) {
+            return changeFails != 0 ? changeFails : 2;
+        }
+        entry.reset();
+        return 0;
+    }
+
+    std::optional<QString> entry;
+    std::uint32_t queryFails = 0;
+    std::uint32_t changeFails = 0;
+};
+
 /// Processes and their windows, as one small world in which a test arranges what happens.
 class FakeSystem final : public platform::Processes, public platform::Windows
 {
@@ -305,10 +330,11 @@ private:
 /// A machine in which only the file system is real.
 struct FakeMachine
 {
+    FakeAutostart autostart;
     TurnedClock clock;
     FailingFiles files;
     FakeMessageBoxes boxes;
     FakeProcessEnd processEnd;
     FakeSystem system;
-    platform::Machine machine{clock, files, boxes, processEnd, system, system};
+    platform::Machine machine{autostart, clock, files, boxes, processEnd, system, system};
 };

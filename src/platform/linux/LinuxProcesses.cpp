@@ -2,6 +2,7 @@
 
 #include "platform/linux/CommandLine.h"
 #include "platform/linux/SystemFailure.h"
+#include "platform/linux/Wine.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -120,16 +121,19 @@ std::optional<pid_t> idOf(ProcessHandle process)
 ProcessId LinuxProcesses::start(const QString &commandLine)
 {
     reapEndedChildren();
-    const QStringList arguments = splitCommandLine(commandLine);
-    const QString &program = arguments.first();
+    QStringList arguments = splitCommandLine(commandLine);
+    const QString program = arguments.first();
     const SpawnSettings settings(QFile::encodeName(QFileInfo(program).absolutePath()));
+    if (isWindowsProgram(program)) {
+        arguments.prepend(QStringLiteral("wine"));
+    }
     std::vector<QByteArray> texts = encoded(arguments);
     const std::vector<char *> pointers = pointersTo(texts);
 
     pid_t id = 0;
-    check(posix_spawn(&id, texts.front().constData(), settings.actions(), settings.attributes(),
-                      pointers.data(), environ),
-          program);
+    check(posix_spawnp(&id, texts.front().constData(), settings.actions(), settings.attributes(),
+                       pointers.data(), environ),
+          arguments.first());
     m_children.push_back(id);
     return id;
 }
@@ -190,7 +194,10 @@ std::optional<QString> LinuxProcesses::executablePath(ProcessHandle process)
     if (!id) {
         return std::nullopt;
     }
-    const QString path = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(*id));
+    QString path = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(*id));
+    if (QFileInfo(path).fileName().startsWith(QStringLiteral("wine"))) {
+        path = programMappedBy(*id).value_or(path);
+    }
     // The id could have gone to another process before it was used; not if ours still runs now.
     if (path.isEmpty() || wait(process, 0)) {
         return std::nullopt;

@@ -1,6 +1,7 @@
 #include "platform/DesktopMessageBoxes.h"
 #include "platform/Machine.h"
 #include "platform/SystemClock.h"
+#include "platform/linux/LinuxAutostart.h"
 #include "platform/linux/LinuxFiles.h"
 #include "platform/linux/LinuxProcessEnd.h"
 #include "platform/linux/LinuxProcesses.h"
@@ -12,11 +13,13 @@ const Machine &nativeMachine()
 {
     static SystemClock clock;
     static LinuxFiles files;
+    static LinuxAutostart autostart(files);
     static DesktopMessageBoxes messageBoxes;
     static LinuxProcessEnd processEnd;
     static LinuxProcesses processes;
     static LinuxWindows windows;
-    static const Machine machine{clock, files, messageBoxes, processEnd, processes, windows};
+    static const Machine machine{autostart,  clock,     files,  messageBoxes,
+                                 processEnd, processes, windows};
     return machine;
 }
 

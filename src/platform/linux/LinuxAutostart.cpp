@@ -1,0 +1,77 @@
+#include "platform/linux/LinuxAutostart.h"
+
+#include "platform/Failure.h"
+#include "platform/linux/ErrorCodes.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <sys/stat.h>
+
+namespace platform {
+
+namespace {
+
+/// An argument of an Exec line: quoted, with the characters escaped that are special in quotes,
+/// then with the escapes of a text value on top, and "%" doubled since it begins a field code.
+QString execArgument(const QString &text)
+{
+    QString quoted;
+    for (const QChar character : text) {
+        if (QStringLiteral("\"`$\\").contains(character)) {
+            quoted.append(u'\\');
+        }
+        quoted.append(character);
+    }
+    quoted.replace(QStringLiteral("\\"), QStringLiteral("\\\\"));
+    quoted.replace(QStringLiteral("%"), QStringLiteral("%%"));
+    return QStringLiteral("\"%1\"").arg(quoted);
+}
+
+QByteArray entryFor(const QString &program)
+{
+    return QByteArrayLiteral("[Desktop Entry]\nType=Application\nName=Zebek Suite\nExec=") +
+           QFile::encodeName(execArgument(program)) + "\nTerminal=false\n";
+}
+
+} // namespace
+
+LinuxAutostart::LinuxAutostart(Files &files, const QString &folder)
+    : m_files(files), m_folder(folder), m_path(folder + QStringLiteral("/ZEBEK.EXE.desktop"))
+{
+}
+
+std::uint32_t LinuxAutostart::query()
+{
+    struct stat status = {};
+    return ::stat(QFile::encodeName(m_path).constData(), &status) == 0 ? Success
+                                                                       : windowsCode(errno);
+}
+
+std::uint32_t LinuxAutostart::write(const QString &program)
+{
+    // A desktop that was never asked to start anything may lack the folder.
+    ::mkdir(QFile::encodeName(m_folder).constData(), 0755);
+    try {
+        replaceFile(m_files, m_path, entryFor(program), Durability::SurvivesPowerLoss);
+        return Success;
+    } catch (const Failure &failure) {
+        return windowsCode(failure.number());
+    }
+}
+
+std::uint32_t LinuxAutostart::remove()
+{
+    const std::uint32_t present = query();
+    if (present != Success) {
+        return present;
+    }
+    try {
+        m_files.remove(m_path);
+        return Success;
+    } catch (const Failure &failure) {
+        return windowsCode(failure.number());
+    }
+}
+
+} // namespace platform

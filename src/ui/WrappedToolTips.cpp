@@ -1,0 +1,18 @@
+#include "ui/WrappedToolTips.h"
+
+#include <QHelpEvent>
+#include <QToolTip>
+#include <QWidget>
+
+bool WrappedToolTips::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *const widget = qobject_cast<QWidget *>(watched);
+    if (event->type() != QEvent::ToolTip || widget == nullptr || widget->toolTip().isEmpty()) {
+        return false;
+    }
+    // Rich text is wrapped.
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                       QStringLiteral("<qt>%1</qt>").arg(widget->toolTip().toHtmlEscaped()),
+                       widget);
+    return true;
+}
