@@ -3,6 +3,7 @@
 #include "core/frmGlobal.h"
 #include "figures.h"
 #include "fullReply.h"
+#include "server/ctlGRServer.h"
 #include "support/FakeMachine.h"
 #include "ui/frmMain.h"
 
@@ -34,8 +35,9 @@ class Endurance
 public:
     Endurance()
     {
-        m_fake.files.create(m_directory.filePath(QStringLiteral("GhostRecon.exe")), {});
-        m_fake.files.create(m_directory.filePath(QStringLiteral("ZebekSuiteOptions.xml")), Options);
+        m_fake.files.create(m_directory.filePath(QStringLiteral("GhostRecon.exe")), {}, {});
+        m_fake.files.create(m_directory.filePath(QStringLiteral("ZebekSuiteOptions.xml")), Options,
+                            {});
         gRoot = &m_root;
         m_root.Start();
         require(query().IP() == QStringLiteral("127.0.0.1") &&
@@ -65,7 +67,7 @@ public:
 private:
     const ctlServerStatus &query() const
     {
-        return m_root.GlobalForm()->uctlGRServer.StatusObject();
+        return m_root.GlobalForm()->uctlGRServer->StatusObject();
     }
     bool asking() const { return query().Status() == ServerQueryStatus::Probing; }
 

@@ -11,7 +11,8 @@ namespace {
 
 using platform::Autostart;
 
-constexpr int MaximumLength = 4096;
+/// A buffer of 4096 characters, of which the last ends the text.
+constexpr int MaximumLength = 4095;
 
 void report(const char *routine, std::uint32_t code)
 {

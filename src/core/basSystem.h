@@ -12,6 +12,6 @@ bool GetRunOnStartup();
 /// shown; switching off what is not on is one (code 2).
 bool SetRunOnStartup(bool in_blnState);
 
-/// The system's message text for a Windows error code, at most 4096 characters; empty for a code
+/// The system's message text for a Windows error code, at most 4095 characters; empty for a code
 /// without one. The text keeps the line end that the system gives it.
 QString FormatAPIResultMessage(std::uint32_t code);

@@ -149,7 +149,7 @@ bool RunOnStartupSetting::operator()() const
     return GetRunOnStartup();
 }
 
-void RunOnStartupSetting::Let(bool value) const
+void RunOnStartupSetting::Ex(bool value) const
 {
     SetRunOnStartup(value);
 }
@@ -211,26 +211,44 @@ void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
 
 void clsOptions::Save()
 {
-    if (!m_xmlAvailable) {
-        return;
+    if (const std::optional<XmlDocument> document = ToXML()) {
+        RunWithRetry(Terminate, [&] { Write(*document); });
     }
-    std::optional<XmlDocument> document = CreateXML();
+}
+
+void clsOptions::SaveUnattended()
+{
+    if (const std::optional<XmlDocument> document = ToXML()) {
+        Trap(Terminate, [&] { Write(*document); });
+    }
+}
+
+/// Nothing without an XML library.
+std::optional<XmlDocument> clsOptions::ToXML()
+{
+    std::optional<XmlDocument> document;
+    if (m_xmlAvailable) {
+        document = CreateXML();
+    }
     if (!document) {
-        return;
+        return std::nullopt;
     }
     for (const Row &row : Table) {
         std::visit(
             [&](auto member) { SetAttribute(*document, row.element, toText((this->*member)())); },
             row.member);
     }
-    RunWithRetry(Terminate, [&] {
-        PutUnreadFileAside();
-        platform::replaceFile(gRoot->Machine().files, m_path, document->toBytes(),
-                              platform::Durability::SurvivesPowerLoss);
-    });
+    return document;
 }
 
-void clsOptions::PutUnreadFileAside()
+void clsOptions::Write(const XmlDocument &document)
+{
+    CopyUnreadFileAside();
+    platform::replaceFile(gRoot->Machine().files, m_path, document.toBytes(),
+                          platform::Durability::SurvivesPowerLoss);
+}
+
+void clsOptions::CopyUnreadFileAside()
 {
     if (!m_fileUnread) {
         return;
@@ -240,7 +258,14 @@ void clsOptions::PutUnreadFileAside()
     for (int number = 2; QFile::exists(aside); ++number) {
         aside = QStringLiteral("%1-%2.xml").arg(base, QString::number(number));
     }
-    gRoot->Machine().files.rename(m_path, aside);
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw platform::Failure(platform::Failure::PathAccess,
+                                QStringLiteral("%1: %2").arg(m_path, file.errorString()));
+    }
+    platform::Files &files = gRoot->Machine().files;
+    files.create(aside, file.readAll(), m_path);
+    files.flush(aside);
     m_fileUnread = false;
 }
 

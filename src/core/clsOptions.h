@@ -15,7 +15,8 @@
 struct RunOnStartupSetting
 {
     bool operator()() const;
-    void Let(bool value) const;
+    void Let(bool value) const { Ex(value); }
+    void Ex(bool value) const;
 };
 
 /// The tool's own settings. Read from a file when the object is made, written back by Save().
@@ -33,8 +34,10 @@ public:
     explicit clsOptions(bool xmlAvailable = platform::XmlDocument::libraryAvailable());
 
     /// Writes the file whole. A file that could not be read, or not to its end, when the settings
-    /// were loaded is first put aside under another name. A failure is shown with Retry and Cancel.
+    /// were loaded is first copied under another name. A failure is shown with Retry and Cancel.
     void Save();
+    /// The same when nobody can be asked any more: a failure is recorded.
+    void SaveUnattended();
 
     Setting<QString> AdminUserName{QStringLiteral("Admin")};
     Setting<QString> AdminPassword;
@@ -74,7 +77,9 @@ private:
 
     void Load();
     void LoadSetting(platform::XmlDocument &document, const Row &row);
-    void PutUnreadFileAside();
+    std::optional<platform::XmlDocument> ToXML();
+    void Write(const platform::XmlDocument &document);
+    void CopyUnreadFileAside();
 
     /// What the file said; it is only carried over.
     Setting<bool> m_autoRunInFile;

@@ -116,7 +116,7 @@ void clsZebek::LoadMainWindow()
 
 void clsZebek::ConfigureSupervisor() const
 {
-    ctlGRServer &server = m_globalForm->uctlGRServer;
+    ctlGRServer &server = *m_globalForm->uctlGRServer;
     server.setEXEPath(m_rootDirectory + gameProgram());
     server.setCMDLineArgs(m_options->ServerCommandLineArgs());
 }
@@ -124,7 +124,7 @@ void clsZebek::ConfigureSupervisor() const
 void clsZebek::AutoStartServer() const
 {
     if (m_options->AutoStartGRServer()) {
-        m_globalForm->uctlGRServer.StartGRServer(m_options->FindGRServer());
+        m_globalForm->uctlGRServer->StartGRServer(m_options->FindGRServer());
     }
 }
 

@@ -5,6 +5,7 @@
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
 #include "platform/Machine.h"
+#include "server/ctlGRServer.h"
 #include "ui/frmMain.h"
 
 namespace {
@@ -15,7 +16,9 @@ constexpr int SupervisionTicks = 6;
 
 } // namespace
 
-frmGlobal::frmGlobal() : tmrHeartbeat(gRoot->Machine().clock, [this] { tmrHeartbeat_Timer(); })
+frmGlobal::frmGlobal()
+    : uctlGRServer(std::make_unique<ctlGRServer>()),
+      tmrHeartbeat(gRoot->Machine().clock, [this] { tmrHeartbeat_Timer(); })
 {
     wsckConnections.front() = std::make_unique<QTcpSocket>();
 }
@@ -50,16 +53,16 @@ void frmGlobal::tmrHeartbeat_Timer()
 void frmGlobal::SuperviseServer()
 {
     const clsOptions &options = *gRoot->Options();
-    if (!uctlGRServer.Connected()) {
+    if (!uctlGRServer->Connected()) {
         if (options.FindGRServer()) {
-            uctlGRServer.FindGRServer();
+            uctlGRServer->FindGRServer();
         }
         return;
     }
-    if (!uctlGRServer.Process()->StillActive()) {
-        uctlGRServer.Disconnect();
+    if (!uctlGRServer->Process()->StillActive()) {
+        uctlGRServer->Disconnect();
         if (options.AutoRestartOnProcessStop()) {
-            uctlGRServer.StartGRServer(true);
+            uctlGRServer->StartGRServer(true);
         }
     }
 }

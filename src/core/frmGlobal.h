@@ -1,12 +1,13 @@
 #pragma once
 
 #include "platform/Timer.h"
-#include "server/ctlGRServer.h"
 
 #include <QTcpSocket>
 
 #include <array>
 #include <memory>
+
+class ctlGRServer;
 
 /// The hidden form: owner of the periodic timers, the supervisor and the web server's sockets.
 class frmGlobal
@@ -29,7 +30,7 @@ public:
     /// Ticks of the heartbeat, 1 to 601 and again from 1.
     int HeartbeatCount() const { return m_heartbeatCount; }
 
-    ctlGRServer uctlGRServer;
+    const std::unique_ptr<ctlGRServer> uctlGRServer;
     platform::Timer tmrHeartbeat;
     /// Element 0 is there from the beginning, 1 to 100 from Form_Load on.
     std::array<std::unique_ptr<QTcpSocket>, 101> wsckConnections;

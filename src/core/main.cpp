@@ -1,5 +1,6 @@
 #include "core/SingleInstance.h"
 #include "core/basMain.h"
+#include "core/clsOptions.h"
 #include "core/clsZebek.h"
 #include "platform/Machine.h"
 #include "ui/WrappedToolTips.h"
@@ -24,6 +25,14 @@ void bringToFront()
     }
 }
 
+/// When the display goes away, Qt ends the process with exit(), and no window is closed.
+void saveWithoutDisplay()
+{
+    if (clsOptions *const options = gRoot->Options()) {
+        options->SaveUnattended();
+    }
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -37,15 +46,16 @@ int main(int argc, char *argv[])
 
     const platform::Machine &machine = platform::nativeMachine();
     const QString directory = QDir::toNativeSeparators(QApplication::applicationDirPath());
-    clsZebek root(machine, directory);
-    gRoot = &root;
     SingleInstance instance(directory);
     if (!instance.claim(bringToFront)) {
         return EXIT_SUCCESS;
     }
-    machine.processEnd.onRequest([&root] { root.Quit(); });
+    static clsZebek root(machine, directory); // still there when exit() saves the options
+    gRoot = &root;
+    machine.processEnd.onRequest([] { gRoot->Quit(); });
     // The end of the desktop session arrives as the end of the application.
-    QObject::connect(&application, &QApplication::aboutToQuit, [&root] { root.Quit(); });
+    QObject::connect(&application, &QApplication::aboutToQuit, [] { gRoot->Quit(); });
+    std::atexit(saveWithoutDisplay);
 
     root.Start();
     if (root.GlobalForm() == nullptr) {

@@ -1,6 +1,7 @@
 #include "platform/DesktopMessageBoxes.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QMessageBox>
 
 namespace platform {
@@ -8,7 +9,7 @@ namespace platform {
 int DesktopMessageBoxes::show(const QString &text, const QString &title, int style)
 {
     const bool asksToRetry = (style & RetryCancel) == RetryCancel;
-    if (m_open.contains(text)) {
+    if (m_texts.contains(text)) {
         return asksToRetry ? CancelButton : OkButton;
     }
 
@@ -22,9 +23,12 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
     }
     box.setStandardButtons(asksToRetry ? QMessageBox::Retry | QMessageBox::Cancel
                                        : QMessageBox::Ok);
-    m_open.append(text);
+    m_texts.append(text);
+    waitForTurn();
+    m_open = &box;
     const int pressed = box.exec();
-    m_open.removeOne(text);
+    m_open.clear();
+    m_texts.removeOne(text);
 
     switch (pressed) {
     case QMessageBox::Retry:
@@ -33,6 +37,15 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
         return CancelButton;
     default:
         return OkButton;
+    }
+}
+
+void DesktopMessageBoxes::waitForTurn() const
+{
+    while (!m_open.isNull() && m_open->isVisible()) {
+        QEventLoop answered;
+        QObject::connect(m_open, &QDialog::finished, &answered, &QEventLoop::quit);
+        answered.exec();
     }
 }
 

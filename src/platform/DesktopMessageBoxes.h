@@ -2,20 +2,26 @@
 
 #include "platform/MessageBoxes.h"
 
+#include <QPointer>
 #include <QStringList>
+
+class QMessageBox;
 
 namespace platform {
 
-/// The desktop's message boxes. A box whose very text is open already is not shown a second time;
-/// it counts as dismissed, so that a failure that repeats does not pile up boxes while nobody
-/// looks.
+/// The desktop's message boxes, one at a time: while one is open the next waits for its turn. A box
+/// whose very text is open already is not shown a second time; it counts as dismissed, so that a
+/// failure that repeats does not pile up boxes while nobody looks.
 class DesktopMessageBoxes final : public MessageBoxes
 {
 public:
     int show(const QString &text, const QString &title, int style) override;
 
 private:
-    QStringList m_open;
+    void waitForTurn() const;
+
+    QStringList m_texts; ///< of the open box and those that wait
+    QPointer<QMessageBox> m_open;
 };
 
 } // namespace platform

@@ -33,8 +33,7 @@ void replaceFile(Files &files, const QString &path, const QByteArray &content,
     const QString beside = replacementName(target);
     files.remove(beside);
     try {
-        files.create(beside, content);
-        files.copyPermissions(target, beside);
+        files.create(beside, content, target);
         if (durability == Durability::SurvivesPowerLoss) {
             files.flush(beside);
         }

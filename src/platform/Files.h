@@ -14,12 +14,11 @@ public:
 
     /// A file that does not exist is no failure.
     virtual void remove(const QString &path) = 0;
-    /// Creates the file, which must not exist yet, and writes the bytes.
-    virtual void create(const QString &path, const QByteArray &content) = 0;
+    /// Creates the file, which must not exist yet, and writes the bytes. It has the permissions of
+    /// `like` from the beginning, or the usual ones where that does not exist.
+    virtual void create(const QString &path, const QByteArray &content, const QString &like) = 0;
     /// Waits until the file's content is on the disk.
     virtual void flush(const QString &path) = 0;
-    /// Gives `to` the permissions of `from`; nothing where `from` does not exist.
-    virtual void copyPermissions(const QString &from, const QString &to) = 0;
     /// Renames a file of the same folder, replacing one of the new name.
     virtual void rename(const QString &from, const QString &to) = 0;
     /// Waits until a renaming in the folder is on the disk.

@@ -14,7 +14,7 @@ public:
     /// Only a test's double returns.
     virtual void end() = 0;
     /// Calls `quit` on the user-interface thread when the system asks the program to end
-    /// (SIGTERM and SIGINT on Linux, the console's and the session's end on Windows).
+    /// (SIGTERM, SIGINT and SIGHUP on Linux, the console's and the session's end on Windows).
     virtual void onRequest(std::function<void()> quit) = 0;
 };
 

@@ -4,6 +4,7 @@
 
 #include <QFile>
 
+#include <cstdlib>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/xmlsave.h>
@@ -24,13 +25,13 @@ bool isXmlCharacter(char32_t character)
     if (character < 0x20) {
         return character == '\t' || character == '\n' || character == '\r';
     }
-    return character < 0xD800 || (character > 0xDFFF && character != 0xFFFE && character != 0xFFFF);
+    return character != 0xFFFE && character != 0xFFFF;
 }
 
 /// UTF-8 of the text with U+FFFD for every character that XML cannot hold.
 QByteArray toXmlText(const QString &text)
 {
-    // Half a surrogate pair comes out of the conversion as it is, so the test below sees it.
+    // The conversion itself takes care of halves of surrogate pairs.
     QList<uint> characters = text.toUcs4();
     for (uint &character : characters) {
         if (!isXmlCharacter(character)) {
@@ -114,8 +115,10 @@ XmlElement XmlElement::append(const char *name)
 
 bool XmlDocument::libraryAvailable()
 {
-    // A shared library older than the headers lacks what this program calls.
-    return QByteArray(xmlParserVersion).toInt() >= LIBXML_VERSION;
+    // A shared library older than the headers lacks what this program calls. Only the last two
+    // digits are the patch level; a suffix may follow them.
+    constexpr int PatchLevels = 100;
+    return std::atoi(xmlParserVersion) / PatchLevels >= LIBXML_VERSION / PatchLevels;
 }
 
 XmlDocument XmlDocument::create(const char *rootName)

@@ -25,7 +25,7 @@ public:
         return result;
     }
 
-    QString readString()
+    QString ReadPacketString()
     {
         const qsizetype length = readByte(LengthWidth);
         const qsizetype start = m_position;
@@ -38,7 +38,7 @@ public:
         return end < 0 ? QString() : QString::fromLatin1(text.first(end));
     }
 
-    std::int32_t readSingle()
+    std::int32_t ReadPacketSingle()
     {
         std::uint32_t bits = 0;
         if (m_position + SingleWidth <= m_bytes.size()) {
@@ -86,28 +86,28 @@ ServerStatusReply ServerStatusReply::parse(const QByteArray &datagram)
 {
     ServerStatusReply reply;
     PacketReader reader(datagram, MinimumSize);
-    reply.name = reader.readString();
-    reply.map = reader.readString();
-    reply.mission = reader.readString();
-    reply.gameType = reader.readString();
+    reply.name = reader.ReadPacketString();
+    reply.map = reader.ReadPacketString();
+    reply.mission = reader.ReadPacketString();
+    reply.gameType = reader.ReadPacketString();
     reader.skip(2);
     reply.maximumPlayers = reader.readByte(4);
     reply.playerCount = reader.readByte(4);
     for (std::int32_t position = 1; position <= reply.playerCount; ++position) {
-        reply.players.push_back({QStringLiteral("R%1").arg(position), reader.readString()});
+        reply.players.push_back({QStringLiteral("R%1").arg(position), reader.ReadPacketString()});
     }
     reader.skip(17);
-    reply.version = reader.readString();
-    reply.mods = reader.readString();
+    reply.version = reader.ReadPacketString();
+    reply.mods = reader.ReadPacketString();
     reply.dedicated = reader.readByte() != 0;
     if (reply.dedicated && !reply.players.empty()) {
         reply.players.erase(reply.players.begin());
     }
-    reply.elapsedSeconds = reader.readSingle();
+    reply.elapsedSeconds = reader.ReadPacketSingle();
     reply.matchState = matchStateText(reader.readByte(4));
     reader.skip(4);
-    reply.motd = reader.readString();
+    reply.motd = reader.ReadPacketString();
     reader.skip(4);
-    reply.matchLength = reader.readSingle();
+    reply.matchLength = reader.ReadPacketSingle();
     return reply;
 }

@@ -50,6 +50,7 @@ void clsProcess::Clear()
 bool clsProcess::Create(const QString &commandLine)
 {
     return Trap(routine("Create"), [&] {
+        Clear();
         const platform::ProcessId id = processes().start(commandLine);
         const platform::ProcessHandle handle = id == 0 ? platform::NoProcess : processes().open(id);
         if (handle == platform::NoProcess) {
@@ -65,6 +66,7 @@ bool clsProcess::Create(const QString &commandLine)
 bool clsProcess::GetFromHwnd(platform::WindowHandle window)
 {
     return Trap(routine("GetFromHwnd"), [&] {
+        Clear();
         const platform::ProcessId id = gRoot->Machine().windows.owner(window);
         if (id == 0) {
             return false;
@@ -118,9 +120,12 @@ bool clsProcess::StillActive() const
 bool clsProcess::StopProcess()
 {
     const bool stopped = Trap(routine("StopProcess"), [this] {
-        for (const platform::WindowHandle window : gRoot->Machine().windows.topLevel()) {
-            if (!TerminateAppEnum(window, &m_id)) {
-                break;
+        // The id of a process that has ended may be another one's by now.
+        if (!processes().wait(m_handle, 0)) {
+            for (const platform::WindowHandle window : gRoot->Machine().windows.topLevel()) {
+                if (!TerminateAppEnum(window, &m_id)) {
+                    break;
+                }
             }
         }
         return processes().wait(m_handle, CloseMilliseconds) || TerminateStubborn();

@@ -5,7 +5,7 @@
 #include "core/clsZebek.h"
 #include "platform/Machine.h"
 
-#include <QHostAddress>
+#include <QHostInfo>
 #include <QNetworkInterface>
 
 #include <string_view>
@@ -20,7 +20,7 @@ constexpr int SecondsUnlimited = 9990;
 constexpr int SecondsUnknown = 9999;
 
 /// The first IPv4 address of a network that is up; the loopback address without a network.
-QString primaryAddress()
+QHostAddress primaryAddress()
 {
     for (const QNetworkInterface &network : QNetworkInterface::allInterfaces()) {
         if (!network.flags().testFlags(QNetworkInterface::IsUp | QNetworkInterface::IsRunning) ||
@@ -29,11 +29,11 @@ QString primaryAddress()
         }
         for (const QNetworkAddressEntry &entry : network.addressEntries()) {
             if (entry.ip().protocol() == QAbstractSocket::IPv4Protocol) {
-                return entry.ip().toString();
+                return entry.ip();
             }
         }
     }
-    return QHostAddress(QHostAddress::LocalHost).toString();
+    return QHostAddress(QHostAddress::LocalHost);
 }
 
 int floorDivision(int dividend, int divisor)
@@ -50,7 +50,7 @@ QString twoDigits(int number)
 
 } // namespace
 
-ctlServerStatus::ctlServerStatus() : m_ip(primaryAddress())
+ctlServerStatus::ctlServerStatus() : m_ip(primaryAddress().toString()), m_address(m_ip)
 {
     setWinsock(std::make_unique<QUdpSocket>());
     setTimer(std::make_unique<platform::Timer>(gRoot->Machine().clock, [this] { TimerFired(); }));
@@ -58,31 +58,36 @@ ctlServerStatus::ctlServerStatus() : m_ip(primaryAddress())
 
 ctlServerStatus::~ctlServerStatus()
 {
-    m_socket->close();
+    wsck->close();
 }
 
 void ctlServerStatus::setWinsock(std::unique_ptr<QUdpSocket> socket)
 {
     socket->close();
     QObject::connect(socket.get(), &QUdpSocket::readyRead, [this] { wsck_DataArrival(); });
-    m_socket = std::move(socket);
+    wsck = std::move(socket);
 }
 
 void ctlServerStatus::setTimer(std::unique_ptr<platform::Timer> timer)
 {
-    m_timer = std::move(timer);
+    tmrRequestTimeout = std::move(timer);
 }
 
 void ctlServerStatus::setIP(const QString &ip)
 {
     m_ip = ip;
+    m_address = QHostAddress(ip);
+    if (m_address.isNull()) {
+        m_address = QHostInfo::fromName(ip).addresses().value(0);
+    }
     m_ipIsOwn = false;
 }
 
 void ctlServerStatus::takeOwnAddress()
 {
-    if (m_ipIsOwn && !QNetworkInterface::allAddresses().contains(QHostAddress(m_ip))) {
-        m_ip = primaryAddress();
+    if (m_ipIsOwn && !QNetworkInterface::allAddresses().contains(m_address)) {
+        m_address = primaryAddress();
+        m_ip = m_address.toString();
     }
 }
 
@@ -92,60 +97,61 @@ void ctlServerStatus::Refresh()
         return;
     }
     m_status = ServerQueryStatus::Probing;
-    m_timer->setInterval(TimeoutMilliseconds);
-    m_timer->setEnabled(true);
+    tmrRequestTimeout->setInterval(TimeoutMilliseconds);
+    tmrRequestTimeout->setEnabled(true);
     takeOwnAddress();
-    if (m_socket->state() != QAbstractSocket::BoundState) {
-        m_socket->bind(QHostAddress(QHostAddress::AnyIPv4), 0);
+    if (wsck->state() != QAbstractSocket::BoundState) {
+        wsck->bind(QHostAddress(QHostAddress::AnyIPv4), 0);
     }
     discardUnasked();
-    // A request that cannot be sent is one without an answer.
-    m_socket->writeDatagram(Request.data(), Request.size(), QHostAddress(m_ip), QueryPort);
+    if (m_address.isNull()) {
+        return; // a request that cannot be sent is one without an answer
+    }
+    wsck->writeDatagram(Request.data(), Request.size(), m_address, QueryPort);
 }
 
 /// An unread datagram would keep the socket silent, and would count as the answer.
 void ctlServerStatus::discardUnasked()
 {
-    while (m_socket->hasPendingDatagrams()) {
-        m_socket->readDatagram(nullptr, 0);
+    while (wsck->hasPendingDatagrams()) {
+        wsck->readDatagram(nullptr, 0);
     }
 }
 
 void ctlServerStatus::TimerFired()
 {
-    m_timer->setInterval(0);
+    tmrRequestTimeout->setInterval(0);
     if (m_status == ServerQueryStatus::Probing) {
         m_status = ServerQueryStatus::Dead;
-        m_socket->close();
+        wsck->close();
     }
 }
 
 void ctlServerStatus::wsck_DataArrival()
 {
-    if (m_timer->Interval() != 0) {
-        DataArrival(m_socket->pendingDatagramSize());
+    if (tmrRequestTimeout->Interval() != 0) {
+        DataArrival(wsck->pendingDatagramSize());
     }
 }
 
 void ctlServerStatus::DataArrival(qint64 bytesTotal)
 {
     m_status = ServerQueryStatus::Responding;
-    m_timer->setEnabled(false);
+    tmrRequestTimeout->setEnabled(false);
     Trap({"Server Status Control", "DataArrival", "None"}, [&] {
         QByteArray datagram(qMax<qint64>(bytesTotal, 0), '\0');
-        datagram.truncate(
-            qMax<qint64>(m_socket->readDatagram(datagram.data(), datagram.size()), 0));
+        datagram.truncate(qMax<qint64>(wsck->readDatagram(datagram.data(), datagram.size()), 0));
         if (datagram.size() < ServerStatusReply::MinimumSize) {
             return;
         }
         m_reply = ServerStatusReply::parse(datagram);
-        m_timer->setInterval(0);
+        tmrRequestTimeout->setInterval(0);
     });
 }
 
 void ctlServerStatus::StopMonitoring()
 {
-    m_timer->setInterval(0);
+    tmrRequestTimeout->setInterval(0);
     m_status = ServerQueryStatus::Unknown;
 }
 

@@ -3,6 +3,7 @@
 #include "platform/Timer.h"
 #include "server/ServerStatusReply.h"
 
+#include <QHostAddress>
 #include <QUdpSocket>
 
 #include <memory>
@@ -33,7 +34,7 @@ public:
     void setTimer(std::unique_ptr<platform::Timer> timer);
 
     /// The address asked: this machine's own, taken anew when the machine has it no longer, until
-    /// one is set.
+    /// one is set, dotted or as a host name (looked up at once).
     const QString &IP() const { return m_ip; }
     void setIP(const QString &ip);
 
@@ -90,9 +91,10 @@ private:
     void discardUnasked();
 
     ServerQueryStatus m_status = ServerQueryStatus::Unknown;
-    std::unique_ptr<QUdpSocket> m_socket;
-    std::unique_ptr<platform::Timer> m_timer;
+    std::unique_ptr<QUdpSocket> wsck;
+    std::unique_ptr<platform::Timer> tmrRequestTimeout;
     QString m_ip;
+    QHostAddress m_address; ///< null for a host name that is not known: it cannot be asked
     bool m_ipIsOwn = true;
     ServerStatusReply m_reply;
     QString m_password;

@@ -4,6 +4,7 @@
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
 #include "core/frmGlobal.h"
+#include "server/ctlGRServer.h"
 #include "ui/CheckBoxSetting.h"
 #include "ui/NumberSetting.h"
 #include "ui_ctlServerControl.h"
@@ -20,7 +21,7 @@ typename Binding::Value bound(Setting<Type> clsOptions::*setting)
 
 ctlGRServer &server()
 {
-    return gRoot->GlobalForm()->uctlGRServer;
+    return *gRoot->GlobalForm()->uctlGRServer;
 }
 
 } // namespace

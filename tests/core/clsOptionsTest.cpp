@@ -97,14 +97,25 @@ TEST_F(clsOptionsTest, AMalformedFileIsReplacedAtTheNextSaveOnlyAndKeptBeside)
 {
     const QByteArray broken = "<options><ReplayCount>9</ReplayCount>";
     write(FileName, broken);
+    QFile::setPermissions(path(FileName), QFile::ReadOwner | QFile::WriteOwner);
     write(QStringLiteral("ZebekSuiteOptions.unreadable.xml"), "an older one");
     root->Start();
     EXPECT_TRUE(fake.boxes.boxes.empty());
     EXPECT_EQ(root->Options()->ReplayCount(), 50);
     EXPECT_EQ(read(FileName), broken);
 
+    fake.files.failAt = FailingFiles::Always;
+    root->Options()->Save();
+    EXPECT_EQ(read(FileName), broken) << "a save that fails leaves the old file in place";
+    QFile::remove(path(QStringLiteral("ZebekSuiteOptions.unreadable-2.xml")));
+    fake.files.failAt = 0;
+
     root->Quit();
     EXPECT_TRUE(read(FileName).contains("<ReplayCount>50</ReplayCount>"));
+    for (const QString &name : {FileName, QStringLiteral("ZebekSuiteOptions.unreadable-2.xml")}) {
+        EXPECT_EQ(QFile::permissions(path(name)) & QFile::ReadOther, QFile::Permissions())
+            << "it may hold a password";
+    }
     EXPECT_EQ(read(QStringLiteral("ZebekSuiteOptions.unreadable.xml")), "an older one");
     EXPECT_EQ(read(QStringLiteral("ZebekSuiteOptions.unreadable-2.xml")), broken);
 }

@@ -114,7 +114,7 @@ TEST_F(clsProcessTest, StoppingAsksTheTopmostWindowAndWaits)
 
     EXPECT_TRUE(process.StopProcess());
 
-    EXPECT_EQ(system.waits, std::vector<int>{5000});
+    EXPECT_EQ(system.waits, (std::vector<int>{0, 5000}));
     EXPECT_EQ(system.terminations, 1);
     EXPECT_TRUE(system.processes.at(id).ended);
     EXPECT_FALSE(system.processes.at(other).ended);
@@ -147,6 +147,16 @@ TEST_F(clsProcessTest, OnlyTheFirstOfSeveralWindowsIsAskedAndAWillingProcessIsNo
     EXPECT_TRUE(willing.StopProcess());
     EXPECT_EQ(system.terminations, 1);
     EXPECT_FALSE(willing.StopProcess()) << "an empty object has nothing to stop";
+}
+
+TEST_F(clsProcessTest, AnIdThatAnotherProcessTookOverIsLeftAlone)
+{
+    clsProcess process;
+    ASSERT_TRUE(process.Create(QStringLiteral("\"%1\"").arg(Game)));
+    system.end(process.PID());
+    system.addWindow(QStringLiteral("Somebody else's"), process.PID());
+    EXPECT_TRUE(process.StopProcess());
+    EXPECT_EQ(system.windows.front().closeRequests, 0);
 }
 
 TEST_F(clsProcessTest, WindowsAreFoundByPartOfTheirCaptionInStackingOrder)

@@ -21,19 +21,15 @@ public:
     {
         run([&] { m_files.remove(path); });
     }
-    void create(const QString &path, const QByteArray &content) override
+    void create(const QString &path, const QByteArray &content, const QString &like) override
     {
-        run([&] { m_files.create(path, content); },
+        run([&] { m_files.create(path, content, like); },
             // A disk that fills up leaves half of the file.
-            [&] { m_files.create(path, content.first(content.size() / 2)); });
+            [&] { m_files.create(path, content.first(content.size() / 2), like); });
     }
     void flush(const QString &path) override
     {
         run([&] { m_files.flush(path); });
-    }
-    void copyPermissions(const QString &from, const QString &to) override
-    {
-        run([&] { m_files.copyPermissions(from, to); });
     }
     void rename(const QString &from, const QString &to) override
     {

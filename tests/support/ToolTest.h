@@ -6,6 +6,7 @@
 #include "core/clsZebek.h"
 #include "core/frmGlobal.h"
 #include "platform/XmlDocument.h"
+#include "server/ctlGRServer.h"
 #include "support/FakeMachine.h"
 #include "ui/frmMain.h"
 
@@ -90,7 +91,7 @@ protected:
         return static_cast<int>(read(QStringLiteral("ZEBEK_Error.xml")).count("<Error "));
     }
 
-    ctlGRServer &server() const { return root->GlobalForm()->uctlGRServer; }
+    ctlGRServer &server() const { return *root->GlobalForm()->uctlGRServer; }
 
     QTemporaryDir directory;
     FakeMachine fake;

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,8 +24,8 @@ namespace {
 class Descriptor
 {
 public:
-    Descriptor(const QString &path, int flags)
-        : m_descriptor(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, 0666)),
+    Descriptor(const QString &path, int flags, mode_t mode = 0)
+        : m_descriptor(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, mode)),
           m_path(path)
     {
         if (m_descriptor < 0) {
@@ -48,6 +49,13 @@ public:
         }
     }
 
+    void setPermissions(mode_t mode) const
+    {
+        if (::fchmod(m_descriptor, mode) != 0) {
+            fail(m_path);
+        }
+    }
+
     void flush() const
     {
         if (::fsync(m_descriptor) != 0) {
@@ -60,6 +68,19 @@ private:
     QString m_path;
 };
 
+/// Before the process's mask takes some away.
+constexpr mode_t UsualPermissions = 0666;
+
+std::optional<mode_t> permissionsOf(const QString &path)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
+        return std::nullopt;
+    }
+    constexpr mode_t PermissionBits = 0777;
+    return status.st_mode & PermissionBits;
+}
+
 } // namespace
 
 void LinuxFiles::remove(const QString &path)
@@ -69,29 +90,19 @@ void LinuxFiles::remove(const QString &path)
     }
 }
 
-void LinuxFiles::create(const QString &path, const QByteArray &content)
+void LinuxFiles::create(const QString &path, const QByteArray &content, const QString &like)
 {
-    Descriptor(path, O_WRONLY | O_CREAT | O_EXCL).write(content);
+    const std::optional<mode_t> mode = permissionsOf(like);
+    const Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL, mode.value_or(UsualPermissions));
+    if (mode) {
+        file.setPermissions(*mode); // those that the process's mask has taken away
+    }
+    file.write(content);
 }
 
 void LinuxFiles::flush(const QString &path)
 {
     Descriptor(path, O_RDONLY).flush();
-}
-
-void LinuxFiles::copyPermissions(const QString &from, const QString &to)
-{
-    struct stat status = {};
-    if (::stat(QFile::encodeName(from).constData(), &status) != 0) {
-        if (errno == ENOENT) {
-            return;
-        }
-        fail(from);
-    }
-    constexpr mode_t PermissionBits = 07777;
-    if (::chmod(QFile::encodeName(to).constData(), status.st_mode & PermissionBits) != 0) {
-        fail(to);
-    }
 }
 
 void LinuxFiles::rename(const QString &from, const QString &to)

@@ -8,9 +8,8 @@ class LinuxFiles final : public Files
 {
 public:
     void remove(const QString &path) override;
-    void create(const QString &path, const QByteArray &content) override;
+    void create(const QString &path, const QByteArray &content, const QString &like) override;
     void flush(const QString &path) override;
-    void copyPermissions(const QString &from, const QString &to) override;
     void rename(const QString &from, const QString &to) override;
     void flushFolder(const QString &path) override;
 };

@@ -45,7 +45,7 @@ void LinuxProcessEnd::onRequest(std::function<void()> quit)
     struct sigaction action = {};
     action.sa_handler = noteSignal;
     action.sa_flags = SA_RESTART;
-    for (const int signal : {SIGTERM, SIGINT}) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         if (::sigaction(signal, &action, nullptr) != 0) {
             throw systemFailure(errno, QStringLiteral("sigaction"));
         }

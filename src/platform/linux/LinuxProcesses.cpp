@@ -4,6 +4,7 @@
 #include "platform/linux/SystemFailure.h"
 #include "platform/linux/Wine.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 
@@ -171,9 +172,10 @@ bool LinuxProcesses::wait(ProcessHandle process, int milliseconds)
     }
     // The descriptor becomes readable when the process has ended, before its parent reaps it.
     pollfd event{descriptorOf(process), POLLIN, 0};
+    const QDeadlineTimer deadline(milliseconds);
     int ready = 0;
     do {
-        ready = ::poll(&event, 1, milliseconds);
+        ready = ::poll(&event, 1, static_cast<int>(deadline.remainingTime()));
     } while (ready < 0 && errno == EINTR);
     return ready > 0 && (event.revents & POLLIN) != 0;
 }

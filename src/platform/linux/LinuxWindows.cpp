@@ -40,6 +40,7 @@ struct LinuxWindows::Connection
             ready = xcb_ewmh_init_atoms_replies(&ewmh, xcb_ewmh_init_atoms(x, &ewmh), nullptr) != 0;
             protocols = internAtom(x, "WM_PROTOCOLS");
             deleteWindow = internAtom(x, "WM_DELETE_WINDOW");
+            wmState = internAtom(x, "WM_STATE");
         }
     }
 
@@ -64,10 +65,12 @@ struct LinuxWindows::Connection
         }
     }
 
+    xcb_window_t root() const { return ewmh.screens[screen]->root; }
     bool managed();
     std::vector<WindowHandle> managedWindows();
-    std::vector<WindowHandle> rootChildren() const;
-    bool wouldBeManaged(xcb_window_t window) const;
+    std::vector<xcb_window_t> children(xcb_window_t window) const;
+    std::vector<WindowHandle> mappedWindows() const;
+    xcb_window_t clientIn(xcb_window_t window) const;
 
     int screen = 0;
     xcb_connection_t *x;
@@ -75,6 +78,7 @@ struct LinuxWindows::Connection
     bool ready = false;
     xcb_atom_t protocols = XCB_ATOM_NONE;
     xcb_atom_t deleteWindow = XCB_ATOM_NONE;
+    xcb_atom_t wmState = XCB_ATOM_NONE;
 };
 
 /// A window manager announces itself by a window that names itself; a stale announcement does not.
@@ -83,18 +87,22 @@ bool LinuxWindows::Connection::managed()
     xcb_window_t announced = XCB_WINDOW_NONE;
     xcb_window_t itself = XCB_WINDOW_NONE;
     return xcb_ewmh_get_supporting_wm_check_reply(
-               &ewmh, xcb_ewmh_get_supporting_wm_check(&ewmh, ewmh.screens[screen]->root),
-               &announced, nullptr) != 0 &&
+               &ewmh, xcb_ewmh_get_supporting_wm_check(&ewmh, root()), &announced, nullptr) != 0 &&
            xcb_ewmh_get_supporting_wm_check_reply(
                &ewmh, xcb_ewmh_get_supporting_wm_check(&ewmh, announced), &itself, nullptr) != 0 &&
            announced == itself;
 }
 
+/// The lowest first; empty where the window manager keeps no list. One that keeps no list in
+/// stacking order keeps one in the order of mapping at least.
 std::vector<WindowHandle> LinuxWindows::Connection::managedWindows()
 {
     xcb_ewmh_get_windows_reply_t clients;
-    if (xcb_ewmh_get_client_list_stacking_reply(
-            &ewmh, xcb_ewmh_get_client_list_stacking(&ewmh, screen), &clients, nullptr) == 0) {
+    if (!managed() ||
+        (xcb_ewmh_get_client_list_stacking_reply(
+             &ewmh, xcb_ewmh_get_client_list_stacking(&ewmh, screen), &clients, nullptr) == 0 &&
+         xcb_ewmh_get_client_list_reply(&ewmh, xcb_ewmh_get_client_list(&ewmh, screen), &clients,
+                                        nullptr) == 0)) {
         return {};
     }
     std::vector<WindowHandle> result(clients.windows, clients.windows + clients.windows_len);
@@ -102,26 +110,52 @@ std::vector<WindowHandle> LinuxWindows::Connection::managedWindows()
     return result;
 }
 
-std::vector<WindowHandle> LinuxWindows::Connection::rootChildren() const
+std::vector<xcb_window_t> LinuxWindows::Connection::children(xcb_window_t window) const
 {
-    const auto tree =
-        owned(xcb_query_tree_reply(x, xcb_query_tree(x, ewmh.screens[screen]->root), nullptr));
+    const auto tree = owned(xcb_query_tree_reply(x, xcb_query_tree(x, window), nullptr));
     if (!tree) {
         return {};
     }
-    const xcb_window_t *children = xcb_query_tree_children(tree.get());
-    std::vector<WindowHandle> result(children,
-                                     children + xcb_query_tree_children_length(tree.get()));
-    std::erase_if(result, [this](WindowHandle window) { return !wouldBeManaged(window); });
+    const xcb_window_t *first = xcb_query_tree_children(tree.get());
+    return {first, first + xcb_query_tree_children_length(tree.get())};
+}
+
+/// The windows that are on the screen by the window tree, the lowest first: where a window manager
+/// without lists frames them, those in the frames, else the root window's own children.
+std::vector<WindowHandle> LinuxWindows::Connection::mappedWindows() const
+{
+    std::vector<WindowHandle> result;
+    for (const xcb_window_t child : children(root())) {
+        const auto attributes =
+            owned(xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, child), nullptr));
+        if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE) {
+            continue;
+        }
+        const xcb_window_t client = clientIn(child);
+        if (client != XCB_WINDOW_NONE) {
+            result.push_back(client);
+        } else if (attributes->override_redirect == 0) {
+            result.push_back(child);
+        }
+    }
     return result;
 }
 
-bool LinuxWindows::Connection::wouldBeManaged(xcb_window_t window) const
+/// The window, it or one within, that a window manager marks as a program's.
+xcb_window_t LinuxWindows::Connection::clientIn(xcb_window_t window) const
 {
-    const auto attributes =
-        owned(xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, window), nullptr));
-    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
-           attributes->override_redirect == 0;
+    const auto state = owned(xcb_get_property_reply(
+        x, xcb_get_property(x, 0, window, wmState, XCB_ATOM_ANY, 0, 0), nullptr));
+    if (state && state->type != XCB_ATOM_NONE) {
+        return window;
+    }
+    for (const xcb_window_t child : children(window)) {
+        const xcb_window_t client = clientIn(child);
+        if (client != XCB_WINDOW_NONE) {
+            return client;
+        }
+    }
+    return XCB_WINDOW_NONE;
 }
 
 LinuxWindows::LinuxWindows() = default;
@@ -142,8 +176,10 @@ std::vector<WindowHandle> LinuxWindows::topLevel()
         return {};
     }
     server->discardEvents();
-    std::vector<WindowHandle> windows =
-        server->managed() ? server->managedWindows() : server->rootChildren();
+    std::vector<WindowHandle> windows = server->managedWindows();
+    if (windows.empty()) {
+        windows = server->mappedWindows();
+    }
     // Both lists name the lowest window first.
     std::reverse(windows.begin(), windows.end());
     return windows;

@@ -8,8 +8,8 @@
 namespace platform {
 
 /// The windows of the X server that DISPLAY names, over a connection of its own. Without an X
-/// server there are no windows. Top-level windows are the ones that a window manager manages or,
-/// where none runs, the mapped children of the root window that one would manage.
+/// server there are no windows. Top-level windows are the ones that a window manager lists as its
+/// own or, where none does, the ones on the screen that one manages or would manage.
 class LinuxWindows final : public Windows
 {
 public:
