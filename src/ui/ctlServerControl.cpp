@@ -45,7 +45,7 @@ void ctlServerControl::tieCheckBoxes()
     const struct
     {
         QCheckBox *box;
-        QLabel *label;
+        CheckBoxLabel *label;
         Setting<bool> clsOptions::*setting;
     } rows[] = {
         {m_ui->chkAutoStartGRServer, m_ui->lblAutoStartGRServer, &clsOptions::AutoStartGRServer},

@@ -45,6 +45,18 @@ void frmMain::HostPanel(Tab tab, std::unique_ptr<ctlPanel> panel)
 {
     m_panels.at(tab) = panel.get();
     m_ui->tabMain->widget(tab)->layout()->addWidget(panel.release());
+    keepFooterLastInTabOrder();
+}
+
+/// New controls come last of all, behind the ones below the tabs.
+void frmMain::keepFooterLastInTabOrder()
+{
+    QWidget *last = previousInFocusChain();
+    while (last != this && last->focusPolicy() == Qt::NoFocus) {
+        last = last->previousInFocusChain();
+    }
+    setTabOrder(last, m_ui->Label2);
+    setTabOrder(m_ui->Label2, m_ui->cmdQuit);
 }
 
 void frmMain::Form_Load()

@@ -46,6 +46,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void keepFooterLastInTabOrder();
     /// The selected tab's panel; null where the tab has none.
     ctlPanel *selectedPanel() const;
 

@@ -1,0 +1,47 @@
+#include "ui/CheckBoxLabel.h"
+
+#include <QCheckBox>
+#include <QMouseEvent>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
+#include <QStylePainter>
+
+void CheckBoxLabel::setCheckBox(QCheckBox *box)
+{
+    m_box = box;
+    setBuddy(box);
+    box->setAccessibleName(text());
+    box->installEventFilter(this);
+}
+
+bool CheckBoxLabel::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
+        update();
+    }
+    return QLabel::eventFilter(watched, event);
+}
+
+void CheckBoxLabel::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && rect().contains(event->pos())) {
+        m_box->setFocus(Qt::MouseFocusReason);
+        m_box->click();
+    }
+}
+
+void CheckBoxLabel::paintEvent(QPaintEvent *event)
+{
+    QLabel::paintEvent(event);
+    if (m_box == nullptr || !m_box->hasFocus()) {
+        return;
+    }
+    QStyleOptionFocusRect focus;
+    focus.initFrom(this);
+    focus.state |= QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
+    focus.rect = fontMetrics()
+                     .boundingRect(rect(), static_cast<int>(alignment()) | Qt::TextWordWrap, text())
+                     .adjusted(-2, -1, 2, 1)
+                     .intersected(rect());
+    QStylePainter(this).drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+}
