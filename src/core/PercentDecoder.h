@@ -26,8 +26,8 @@ private:
     struct Character
     {
         QChar value;
-        Index previous;
-        Index next;
+        Index previous = None;
+        Index next = None;
         Index noted = None; ///< the escape that is listed as beginning here
     };
 

@@ -57,6 +57,24 @@ std::int32_t fnToInteger(const QString &text)
     return *value;
 }
 
+template <>
+std::int32_t fnFromText<std::int32_t>(const QString &text)
+{
+    return fnToInteger(text);
+}
+
+template <>
+bool fnFromText<bool>(const QString &text)
+{
+    return fnToBoolean(text);
+}
+
+template <>
+QString fnFromText<QString>(const QString &text)
+{
+    return text;
+}
+
 bool fnToBoolean(const QString &text)
 {
     const QString word = text.trimmed();

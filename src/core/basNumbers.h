@@ -24,5 +24,9 @@ std::optional<std::int32_t> fnIfInteger(const QString &text);
 /// it do not matter. Throws platform::Failure TypeMismatch for any other text.
 bool fnToBoolean(const QString &text);
 
+/// The value that a text stands for, by the rules above; a text stands for itself.
+template <typename Value>
+Value fnFromText(const QString &text);
+
 /// The value rounded as fnToInteger() does; nothing when a 32-bit integer cannot hold it.
 std::optional<std::int32_t> fnRound(double value);

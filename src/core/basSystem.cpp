@@ -4,51 +4,68 @@
 #include "core/basTraps.h"
 #include "core/clsErrors.h"
 #include "core/clsZebek.h"
+#include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "platform/SystemMessage.h"
+
+#include <algorithm>
+#include <functional>
+#include <initializer_list>
 
 namespace {
 
 using platform::Autostart;
 
+constexpr std::uint32_t GeneralFailure = 31;
 /// A buffer of 4096 characters, of which the last ends the text.
 constexpr int MaximumLength = 4095;
 
-void report(const char *routine, std::uint32_t code)
+void report(const char *routine, int number, const QString &text)
 {
     const QString module = QStringLiteral("System Module");
     const QString name = QString::fromLatin1(routine);
-    const auto number = static_cast<int>(code);
-    const QString text = FormatAPIResultMessage(code);
     if (clsErrors *const errors = gRoot->Errors()) {
         errors->RecordError(module, name, QStringLiteral("None"), number, text);
     }
     ShowErrorMessage(module, name, QStringLiteral("-"), number, text, platform::OkOnly);
 }
 
+/// Runs the body, which returns a Windows error code; one that is not in `expected` is reported, as
+/// is a failure on the way there.
+std::uint32_t reported(const char *routine, std::initializer_list<std::uint32_t> expected,
+                       const std::function<std::uint32_t()> &body)
+{
+    std::uint32_t code = GeneralFailure;
+    try {
+        code = body();
+        if (std::find(expected.begin(), expected.end(), code) == expected.end()) {
+            report(routine, static_cast<int>(code), FormatAPIResultMessage(code));
+        }
+    } catch (const platform::Failure &failure) {
+        report(routine, failure.number(), failure.description());
+    }
+    return code;
+}
+
 } // namespace
 
 bool GetRunOnStartup()
 {
-    const std::uint32_t code = gRoot->Machine().autostart.query();
-    if (code != Autostart::Success && code != Autostart::NotFound) {
-        report("GetRunOnStartup", code);
-    }
+    const std::uint32_t code =
+        reported("GetRunOnStartup", {Autostart::Success, Autostart::NotFound},
+                 [] { return gRoot->Machine().autostart.query(); });
     return code == Autostart::Success;
 }
 
 bool SetRunOnStartup(bool in_blnState)
 {
-    Autostart &autostart = gRoot->Machine().autostart;
-    const std::uint32_t code =
-        in_blnState ? autostart.write(gRoot->RootDirectory() + QStringLiteral("ZebekSuite.exe"))
-                    : autostart.remove();
-    if (code == Autostart::Success) {
-        return in_blnState;
-    }
-    const bool current = GetRunOnStartup();
-    report("SetRunOnStartup", code);
-    return current;
+    const std::uint32_t code = reported("SetRunOnStartup", {Autostart::Success}, [in_blnState] {
+        Autostart &autostart = gRoot->Machine().autostart;
+        return in_blnState
+                   ? autostart.write(gRoot->RootDirectory() + QStringLiteral("ZebekSuite.exe"))
+                   : autostart.remove();
+    });
+    return code == Autostart::Success ? in_blnState : GetRunOnStartup();
 }
 
 QString FormatAPIResultMessage(std::uint32_t code)

@@ -27,6 +27,16 @@ std::invoke_result_t<Body> Trap(const Routine &routine, Body body)
     }
 }
 
+/// Runs one step of a routine that goes on with the next one whatever becomes of this one.
+template <typename Step>
+void SkipFailure(Step step)
+{
+    try {
+        step();
+    } catch (...) { // NOLINT(bugprone-empty-catch)
+    }
+}
+
 /// Runs one step and shows a failure in a message box with Retry and Cancel: Retry runs the step
 /// again, Cancel gives up. True when the step ended well.
 bool RunWithRetry(const Routine &routine, const std::function<void()> &step);

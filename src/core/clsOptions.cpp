@@ -52,19 +52,6 @@ QString defaultReplayFolder()
     return gRoot->RootDirectory() + QStringLiteral("Replays");
 }
 
-void convert(const QString &text, bool &value)
-{
-    value = fnToBoolean(text);
-}
-void convert(const QString &text, std::int32_t &value)
-{
-    value = fnToInteger(text);
-}
-void convert(const QString &text, QString &value)
-{
-    value = text;
-}
-
 QString toText(bool value)
 {
     return value ? QStringLiteral("True") : QStringLiteral("False");
@@ -193,15 +180,14 @@ void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
     const QString text = ExtractAttribute(document, row.element, QString::fromUtf8(row.missing));
     std::visit(
         [&](auto member) {
-            auto value = (this->*member)();
+            using Value = std::decay_t<decltype((this->*member)())>;
             try {
-                convert(text, value);
+                (this->*member).Let(fnFromText<Value>(text));
             } catch (const platform::Failure &failure) {
                 throw platform::Failure(failure.number(),
                                         QStringLiteral("%1: %2").arg(QLatin1String(row.element),
                                                                      failure.description()));
             }
-            (this->*member).Let(std::move(value));
         },
         row.member);
     if (qstrcmp(row.element, "ReplaysPath") == 0 && text == QLatin1String(DefaultFolder)) {
@@ -263,9 +249,8 @@ void clsOptions::CopyUnreadFileAside()
         throw platform::Failure(platform::Failure::PathAccess,
                                 QStringLiteral("%1: %2").arg(m_path, file.errorString()));
     }
-    platform::Files &files = gRoot->Machine().files;
-    files.create(aside, file.readAll(), m_path);
-    files.flush(aside);
+    platform::replaceFile(gRoot->Machine().files, aside, file.readAll(),
+                          platform::Durability::SurvivesPowerLoss, m_path);
     m_fileUnread = false;
 }
 

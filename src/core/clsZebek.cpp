@@ -1,5 +1,6 @@
 #include "core/clsZebek.h"
 
+#include "core/basGamePath.h"
 #include "core/basTraps.h"
 #include "core/clsErrors.h"
 #include "core/clsOptions.h"
@@ -7,8 +8,11 @@
 #include "core/frmGlobal.h"
 #include "platform/Failure.h"
 #include "platform/Machine.h"
+#include "records/clsReplays.h"
+#include "records/clsTrackStats.h"
 #include "server/ctlGRServer.h"
 #include "ui/ctlServerControl.h"
+#include "ui/ctlServerOptions.h"
 #include "ui/frmMain.h"
 
 #include <QDir>
@@ -21,10 +25,11 @@
 namespace {
 
 constexpr int HeartbeatMilliseconds = 500;
+constexpr int StatisticsMilliseconds = 45000;
 
 QString gameProgram()
 {
-    return QStringLiteral("GhostRecon.exe");
+    return fnGamePath(QStringLiteral("GhostRecon.exe"));
 }
 
 /// The game's directory for a program that was started from `programDirectory`.
@@ -59,13 +64,16 @@ void clsZebek::Start()
     if (!RunWithRetry(start, [&] { gameFound = LocateRootDirectory(); }) || !gameFound) {
         return;
     }
-    const std::array<std::function<void()>, 8> steps{
+    const std::array<std::function<void()>, 11> steps{
         [this] { m_errors = std::make_unique<clsErrors>(); },
         [this] { LoadGlobalForm(); },
         [this] { m_options = std::make_unique<clsOptions>(); },
+        [this] { m_trackStats = std::make_unique<clsTrackStats>(); },
+        [this] { m_replays = std::make_unique<clsReplays>(); },
         [this] { LoadMainWindow(); },
         [this] { m_mainWindow->show(); },
         [this] { ConfigureSupervisor(); },
+        [this] { WatchStatistics(); },
         [this] { AutoStartServer(); },
         [this] { m_globalForm->tmrHeartbeat.setInterval(HeartbeatMilliseconds); },
     };
@@ -79,7 +87,7 @@ void clsZebek::Start()
 bool clsZebek::LocateRootDirectory()
 {
     m_rootDirectory = rootDirectoryOf(m_programDirectory);
-    if (!QFileInfo(m_rootDirectory + gameProgram()).isFile()) {
+    if (!QFileInfo(gameProgram()).isFile()) {
         m_machine.messageBoxes.show(
             QStringLiteral("Please place the 'ZebekSuite.exe' in your Ghost Recon Directory and "
                            "run it from there"),
@@ -110,6 +118,7 @@ void clsZebek::LoadMainWindow()
 {
     m_mainWindow = std::make_unique<frmMain>();
     m_mainWindow->HostPanel(frmMain::ServerControl, std::make_unique<ctlServerControl>());
+    m_mainWindow->HostPanel(frmMain::ServerOptions, std::make_unique<ctlServerOptions>());
     m_mainWindow->Form_Load();
     m_mainWindow->FillFields();
 }
@@ -117,8 +126,14 @@ void clsZebek::LoadMainWindow()
 void clsZebek::ConfigureSupervisor() const
 {
     ctlGRServer &server = *m_globalForm->uctlGRServer;
-    server.setEXEPath(m_rootDirectory + gameProgram());
+    server.setEXEPath(gameProgram());
     server.setCMDLineArgs(m_options->ServerCommandLineArgs());
+}
+
+void clsZebek::WatchStatistics() const
+{
+    m_globalForm->tmrReplays.setInterval(StatisticsMilliseconds);
+    m_trackStats->setTimerControl(&m_globalForm->tmrReplays);
 }
 
 void clsZebek::AutoStartServer() const
@@ -132,6 +147,10 @@ void clsZebek::Quit()
 {
     if (std::exchange(m_quitting, true)) {
         return;
+    }
+    // Not destroyed: this may be called from within it, while it lists its folder.
+    if (m_replays) {
+        m_replays->Release();
     }
     if (m_options) {
         m_options->Save();

@@ -6,6 +6,8 @@
 
 class clsErrors;
 class clsOptions;
+class clsReplays;
+class clsTrackStats;
 class frmGlobal;
 class frmMain;
 
@@ -28,6 +30,8 @@ public:
     clsErrors *Errors() const { return m_errors.get(); }
     /// The tool's settings; null before Start made them and after Quit.
     clsOptions *Options() const { return m_options.get(); }
+    /// The replay archive; null before Start made it.
+    clsReplays *Replays() const { return m_replays.get(); }
     /// The game's installation directory; ends in the platform's separator.
     const QString &RootDirectory() const { return m_rootDirectory; }
     /// The statistics tracker's copy of the game's statistics page.
@@ -51,6 +55,7 @@ private:
     void LoadGlobalForm();
     void LoadMainWindow();
     void ConfigureSupervisor() const;
+    void WatchStatistics() const;
     void AutoStartServer() const;
 
     const platform::Machine &m_machine;
@@ -59,6 +64,8 @@ private:
     std::unique_ptr<clsErrors> m_errors;
     std::unique_ptr<clsOptions> m_options;
     std::unique_ptr<frmGlobal> m_globalForm;
+    std::unique_ptr<clsTrackStats> m_trackStats;
+    std::unique_ptr<clsReplays> m_replays;
     std::unique_ptr<frmMain> m_mainWindow;
     bool m_quitting = false;
 };

@@ -18,7 +18,8 @@ constexpr int SupervisionTicks = 6;
 
 frmGlobal::frmGlobal()
     : uctlGRServer(std::make_unique<ctlGRServer>()),
-      tmrHeartbeat(gRoot->Machine().clock, [this] { tmrHeartbeat_Timer(); })
+      tmrHeartbeat(gRoot->Machine().clock, [this] { tmrHeartbeat_Timer(); }),
+      tmrReplays(gRoot->Machine().clock)
 {
     wsckConnections.front() = std::make_unique<QTcpSocket>();
 }

@@ -32,6 +32,8 @@ public:
 
     const std::unique_ptr<ctlGRServer> uctlGRServer;
     platform::Timer tmrHeartbeat;
+    /// Ticks for the statistics tracker.
+    platform::Timer tmrReplays;
     /// Element 0 is there from the beginning, 1 to 100 from Form_Load on.
     std::array<std::unique_ptr<QTcpSocket>, 101> wsckConnections;
 

@@ -48,6 +48,7 @@ int main(int argc, char *argv[])
     const QString directory = QDir::toNativeSeparators(QApplication::applicationDirPath());
     SingleInstance instance(directory);
     if (!instance.claim(bringToFront)) {
+        qInfo("The game directory is served already; that tool's window comes to the front.");
         return EXIT_SUCCESS;
     }
     static clsZebek root(machine, directory); // still there when exit() saves the options
@@ -55,7 +56,9 @@ int main(int argc, char *argv[])
     machine.processEnd.onRequest([] { gRoot->Quit(); });
     // The end of the desktop session arrives as the end of the application.
     QObject::connect(&application, &QApplication::aboutToQuit, [] { gRoot->Quit(); });
-    std::atexit(saveWithoutDisplay);
+    if (std::atexit(saveWithoutDisplay) != 0) {
+        qWarning("The settings cannot be saved if the display goes away.");
+    }
 
     root.Start();
     if (root.GlobalForm() == nullptr) {

@@ -21,14 +21,18 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
     if ((style & StopIcon) != 0) {
         box.setIcon(QMessageBox::Critical);
     }
+    if ((style & InformationIcon) != 0) {
+        box.setIcon(QMessageBox::Information);
+    }
     box.setStandardButtons(asksToRetry ? QMessageBox::Retry | QMessageBox::Cancel
                                        : QMessageBox::Ok);
     m_texts.append(text);
+    // At once, for this call returns only after those that came meanwhile.
+    QObject::connect(&box, &QDialog::finished, [&] { m_texts.removeOne(text); });
     waitForTurn();
     m_open = &box;
     const int pressed = box.exec();
     m_open.clear();
-    m_texts.removeOne(text);
 
     switch (pressed) {
     case QMessageBox::Retry:

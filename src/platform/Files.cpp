@@ -27,13 +27,16 @@ QString replacementName(const QString &path)
 }
 
 void replaceFile(Files &files, const QString &path, const QByteArray &content,
-                 Durability durability)
+                 Durability durability, const QString &permissionsOf)
 {
     const QString target = behindLinks(path);
+    if (QFileInfo::exists(target) && !QFileInfo(target).isFile()) {
+        throw Failure(Failure::PathAccess, QStringLiteral("%1: Not a file").arg(target));
+    }
     const QString beside = replacementName(target);
     files.remove(beside);
     try {
-        files.create(beside, content, target);
+        files.create(beside, content, permissionsOf.isEmpty() ? target : permissionsOf);
         if (durability == Durability::SurvivesPowerLoss) {
             files.flush(beside);
         }

@@ -33,9 +33,11 @@ enum class Durability {
 /// Replaces a file whole: writes the content beside it and renames that over it, so that a crash
 /// or a full disk at any moment leaves the old or the new content. The name beside it is always
 /// the same, so that the next call removes what an interrupted one left. A path that is a
-/// symbolic link replaces what the link points to. Throws Failure; the old file is then in place.
+/// symbolic link replaces what the link points to, unless that is no file. The permissions are
+/// those of the old file or, where another path is named, of that one. Throws Failure; the old file
+/// is then in place.
 void replaceFile(Files &files, const QString &path, const QByteArray &content,
-                 Durability durability);
+                 Durability durability, const QString &permissionsOf = {});
 
 /// The name under which replaceFile() writes the new content first.
 QString replacementName(const QString &path);

@@ -5,7 +5,7 @@
 namespace platform {
 
 /// Styles of a message box: one of the button sets, plus the icon.
-enum MessageBoxStyle { OkOnly = 0, RetryCancel = 5, StopIcon = 16 };
+enum MessageBoxStyle { OkOnly = 0, RetryCancel = 5, StopIcon = 16, InformationIcon = 64 };
 
 /// Codes of the buttons.
 enum MessageBoxButton { OkButton = 1, CancelButton = 2, RetryButton = 4 };

@@ -9,41 +9,31 @@ namespace {
 class EventLoopAlarm final : public Alarm
 {
 public:
-    explicit EventLoopAlarm(std::function<void()> callback) : m_callback(std::move(callback))
+    explicit EventLoopAlarm(std::function<void()> callback)
     {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        QObject::connect(&m_timer, &QTimer::timeout, [this] { ring(); });
+        m_period.setTimerType(Qt::PreciseTimer);
+        m_due.setSingleShot(true);
+        m_due.setInterval(0);
+        QObject::connect(&m_period, &QTimer::timeout, &m_due, qOverload<>(&QTimer::start));
+        QObject::connect(&m_due, &QTimer::timeout, std::move(callback));
     }
 
     void start(int milliseconds) override
     {
-        ++m_armed;
-        m_timer.start(milliseconds);
+        m_due.stop();
+        m_period.start(milliseconds);
     }
     void stop() override
     {
-        ++m_armed;
-        m_timer.stop();
+        m_due.stop();
+        m_period.stop();
     }
 
 private:
-    /// The callback runs as an event of its own: a timer does not tick again while its slot runs,
-    /// and a callback may show a message box.
-    void ring()
-    {
-        QMetaObject::invokeMethod(
-            &m_timer,
-            [this, armed = m_armed] {
-                if (armed == m_armed) {
-                    m_callback();
-                }
-            },
-            Qt::QueuedConnection);
-    }
-
-    QTimer m_timer;
-    std::function<void()> m_callback;
-    int m_armed = 0; ///< counts the times it was armed or stopped, which revoke a due callback
+    QTimer m_period;
+    /// The callback has an event of its own: a timer does not tick while its slot runs, and a
+    /// callback may show a message box.
+    QTimer m_due;
 };
 
 } // namespace

@@ -5,7 +5,10 @@
 
 namespace platform {
 
-Timer::Timer(Clock &clock, std::function<void()> tick) : m_alarm(clock.newAlarm(std::move(tick))) {}
+Timer::Timer(Clock &clock, std::function<void()> tick)
+    : m_tick(std::move(tick)), m_alarm(clock.newAlarm([this] { m_tick(); }))
+{
+}
 
 void Timer::setInterval(qint64 milliseconds)
 {

@@ -9,7 +9,11 @@ namespace platform {
 class Timer
 {
 public:
-    Timer(Clock &clock, std::function<void()> tick);
+    explicit Timer(
+        Clock &clock, std::function<void()> tick = [] {});
+    Timer(const Timer &) = delete;
+    Timer &operator=(const Timer &) = delete;
+    ~Timer() = default;
 
     /// Milliseconds; 0 is idle.
     int Interval() const { return m_interval; }
@@ -17,12 +21,16 @@ public:
     /// setting in seconds may become that large in a settings file edited by hand.
     void setInterval(qint64 milliseconds);
 
+    /// Another callback for the ticks to come.
+    void setTick(std::function<void()> tick) { m_tick = std::move(tick); }
+
     bool Enabled() const { return m_enabled; }
     void setEnabled(bool enabled);
 
 private:
     void arm();
 
+    std::function<void()> m_tick;
     std::unique_ptr<Alarm> m_alarm;
     int m_interval = 0;
     bool m_enabled = true;

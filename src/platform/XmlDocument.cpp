@@ -80,6 +80,16 @@ xmlNode *following(xmlNode *node)
     return node == nullptr ? nullptr : node->next;
 }
 
+/// The first element of the name from `node` on, in document order.
+xmlNode *nextOfName(xmlNode *node, const char *name)
+{
+    while (node != nullptr && !(node->type == XML_ELEMENT_NODE && node->ns == nullptr &&
+                                xmlStrEqual(node->name, asXml(name)) != 0)) {
+        node = following(node);
+    }
+    return node;
+}
+
 } // namespace
 
 QString XmlElement::text() const
@@ -118,7 +128,7 @@ bool XmlDocument::libraryAvailable()
     // A shared library older than the headers lacks what this program calls. Only the last two
     // digits are the patch level; a suffix may follow them.
     constexpr int PatchLevels = 100;
-    return std::atoi(xmlParserVersion) / PatchLevels >= LIBXML_VERSION / PatchLevels;
+    return std::strtol(xmlParserVersion, nullptr, 10) / PatchLevels >= LIBXML_VERSION / PatchLevels;
 }
 
 XmlDocument XmlDocument::create(const char *rootName)
@@ -156,7 +166,9 @@ std::optional<XmlDocument> XmlDocument::parse(const QByteArray &bytes)
     if (document == nullptr) {
         return std::nullopt;
     }
-    return XmlDocument(document);
+    XmlDocument result(document);
+    result.m_carriageReturns = bytes.contains("\r\n");
+    return result;
 }
 
 XmlElement XmlDocument::root()
@@ -166,14 +178,18 @@ XmlElement XmlDocument::root()
 
 std::optional<XmlElement> XmlDocument::findFirst(const char *name)
 {
-    for (xmlNode *node = xmlDocGetRootElement(m_document.get()); node != nullptr;
-         node = following(node)) {
-        if (node->type == XML_ELEMENT_NODE && node->ns == nullptr &&
-            xmlStrEqual(node->name, asXml(name)) != 0) {
-            return XmlElement(node);
-        }
+    xmlNode *const node = nextOfName(xmlDocGetRootElement(m_document.get()), name);
+    return node == nullptr ? std::nullopt : std::optional(XmlElement(node));
+}
+
+std::vector<XmlElement> XmlDocument::findAll(const char *name)
+{
+    std::vector<XmlElement> result;
+    for (xmlNode *node = nextOfName(xmlDocGetRootElement(m_document.get()), name); node != nullptr;
+         node = nextOfName(following(node), name)) {
+        result.push_back(XmlElement(node));
     }
-    return std::nullopt;
+    return result;
 }
 
 QByteArray XmlDocument::toBytes() const
@@ -188,6 +204,9 @@ QByteArray XmlDocument::toBytes() const
     orThrow(memory);
     QByteArray result(reinterpret_cast<const char *>(memory), size);
     xmlFree(memory);
+    if (m_carriageReturns) {
+        result.replace("\n", "\r\n");
+    }
     return result;
 }
 

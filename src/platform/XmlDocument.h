@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 extern "C" {
 struct _xmlDoc;  // NOLINT(bugprone-reserved-identifier)
@@ -52,7 +53,10 @@ public:
     XmlElement root();
     /// The first element of that name, in document order.
     std::optional<XmlElement> findFirst(const char *name);
-    /// The whole document, in the encoding it was read in, UTF-8 if it was made here.
+    /// All elements of that name, in document order.
+    std::vector<XmlElement> findAll(const char *name);
+    /// The whole document, in the encoding and with the line ends with which it was read, or in
+    /// UTF-8 with LF if it was made here.
     QByteArray toBytes() const;
 
 private:
@@ -64,6 +68,8 @@ private:
     explicit XmlDocument(_xmlDoc *document) : m_document(document) {}
 
     std::unique_ptr<_xmlDoc, Deleter> m_document;
+    /// Reading makes every line end LF.
+    bool m_carriageReturns = false;
 };
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "server/ctlGRServer.h"
 
+#include "core/basGamePath.h"
 #include "core/basMain.h"
 #include "core/basTraps.h"
 #include "core/clsOptions.h"
@@ -23,8 +24,11 @@ QString windowCaption()
 
 QString commandLine()
 {
-    return QStringLiteral("\"%1GhostRecon.exe\" -autoserve %2")
-        .arg(gRoot->RootDirectory(), gRoot->Options()->ServerCommandLineArgs());
+    // Only where the system is not Windows can a path hold a quote.
+    const QString program =
+        fnGamePath(QStringLiteral("GhostRecon.exe")).replace(u'"', QStringLiteral("\"\""));
+    return QStringLiteral("\"%1\" -autoserve %2")
+        .arg(program, gRoot->Options()->ServerCommandLineArgs());
 }
 
 } // namespace

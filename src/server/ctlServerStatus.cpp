@@ -33,7 +33,7 @@ QHostAddress primaryAddress()
             }
         }
     }
-    return QHostAddress(QHostAddress::LocalHost);
+    return {QHostAddress::LocalHost};
 }
 
 int floorDivision(int dividend, int divisor)
@@ -78,7 +78,12 @@ void ctlServerStatus::setIP(const QString &ip)
     m_ip = ip;
     m_address = QHostAddress(ip);
     if (m_address.isNull()) {
-        m_address = QHostInfo::fromName(ip).addresses().value(0);
+        for (const QHostAddress &address : QHostInfo::fromName(ip).addresses()) {
+            if (address.protocol() == QAbstractSocket::IPv4Protocol) {
+                m_address = address;
+                break;
+            }
+        }
     }
     m_ipIsOwn = false;
 }

@@ -24,7 +24,8 @@ bool CheckBoxLabel::eventFilter(QObject *watched, QEvent *event)
 
 void CheckBoxLabel::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton && rect().contains(event->pos())) {
+    if (m_box != nullptr && event->button() == Qt::LeftButton &&
+        textRect().contains(event->pos())) {
         m_box->setFocus(Qt::MouseFocusReason);
         m_box->click();
     }
@@ -39,9 +40,14 @@ void CheckBoxLabel::paintEvent(QPaintEvent *event)
     QStyleOptionFocusRect focus;
     focus.initFrom(this);
     focus.state |= QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
-    focus.rect = fontMetrics()
-                     .boundingRect(rect(), static_cast<int>(alignment()) | Qt::TextWordWrap, text())
-                     .adjusted(-2, -1, 2, 1)
-                     .intersected(rect());
+    focus.rect = textRect();
     QStylePainter(this).drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+}
+
+QRect CheckBoxLabel::textRect() const
+{
+    return fontMetrics()
+        .boundingRect(rect(), static_cast<int>(alignment()) | Qt::TextWordWrap, text())
+        .adjusted(-2, -1, 2, 1)
+        .intersected(rect());
 }

@@ -19,5 +19,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    /// Where the text stands; the label may be much wider.
+    QRect textRect() const;
+
     QCheckBox *m_box = nullptr;
 };

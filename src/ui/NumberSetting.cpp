@@ -18,8 +18,7 @@ NumberSetting::NumberSetting(QLineEdit *box, QScrollBar *scroll, QLabel *label,
     label->setBuddy(box);
     box->setAccessibleName(label->text());
     scroll->setAccessibleName(label->text());
-    // Its two arrows beside the text box, as a spin box has them.
-    scroll->setFixedHeight(box->sizeHint().height());
+    fitScrollBar();
     box->installEventFilter(this);
     connect(box, &QLineEdit::textChanged, this, &NumberSetting::textChanged);
     connect(scroll, &QScrollBar::valueChanged, this, [this](int position) {
@@ -34,9 +33,6 @@ void NumberSetting::fill()
 
 void NumberSetting::textChanged(const QString &text)
 {
-    if (m_takingBack) {
-        return;
-    }
     if (!fnIsNumeric(text)) {
         refuse(QStringLiteral("Enter a number please"));
         return;
@@ -52,15 +48,27 @@ void NumberSetting::textChanged(const QString &text)
 
 void NumberSetting::refuse(const QString &message)
 {
+    // The stored value that is put back may itself be out of range; one complaint is enough.
+    if (m_complained) {
+        return;
+    }
     showMessage(message);
-    // The stored value itself may be out of range, and has been complained about when it was shown.
-    m_takingBack = true;
+    m_complained = true;
     fill();
-    m_takingBack = false;
+    m_complained = false;
+}
+
+/// Its two arrows stand beside the text box, as those of a spin box do.
+void NumberSetting::fitScrollBar()
+{
+    m_scroll->setFixedHeight(m_box->sizeHint().height());
 }
 
 bool NumberSetting::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        fitScrollBar();
+    }
     if (watched == m_box && event->type() == QEvent::KeyPress) {
         switch (static_cast<QKeyEvent *>(event)->key()) {
         case Qt::Key_Up:

@@ -36,10 +36,11 @@ protected:
 private:
     void textChanged(const QString &text);
     void refuse(const QString &message);
+    void fitScrollBar();
 
     QLineEdit *m_box;
     QScrollBar *m_scroll;
     QString m_rangeMessage;
     Value m_value;
-    bool m_takingBack = false;
+    bool m_complained = false; ///< while the stored value is put back
 };

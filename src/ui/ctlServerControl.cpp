@@ -63,7 +63,7 @@ void ctlServerControl::tieCheckBoxes()
 void ctlServerControl::tieNumbers()
 {
     const QString milliseconds =
-        QStringLiteral("Please enter a value between 0 and 32767)"); // odd, but well known
+        QStringLiteral("Please enter a value between 0 and 32767)"); // without its opening twin
     const QString seconds = QStringLiteral("Please enter a value between 0 and 64)");
     const struct
     {

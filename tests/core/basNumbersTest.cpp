@@ -20,24 +20,12 @@ int failureOf(const char *text)
 
 TEST(basNumbers, IntegersAreRoundedHalfToEvenWithinTheirRange)
 {
+    // clang-format off
     const std::pair<const char *, int> cases[] = {
-
-        {"0", 0},
-        {" 42 ", 42},
-        {"-7", -7},
-        {"+3", 3},
-        {"0.5", 0},
-        {"1.5", 2},
-        {"2.5", 2},
-        {"-2.5", -2},
-        {"3.", 3},
-        {".6", 1},
-        {"1e3", 1000},
-        {"12.5E-1", 1},
-        {"007", 7},
-        {"2147483647.4", 2147483647},
-        {"-2147483648.5", -2147483647 - 1},
-    };
+        {"0", 0}, {" 42 ", 42}, {"-7", -7}, {"+3", 3}, {"0.5", 0}, {"1.5", 2}, {"2.5", 2},
+        {"-2.5", -2}, {"3.", 3}, {".6", 1}, {"1e3", 1000}, {"12.5E-1", 1}, {"007", 7},
+        {"2147483647.4", 2147483647}, {"-2147483648.5", -2147483647 - 1}};
+    // clang-format on
     for (const auto &[text, value] : cases) {
         EXPECT_EQ(fnToInteger(QString::fromLatin1(text)), value) << text;
     }

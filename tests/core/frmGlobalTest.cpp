@@ -2,66 +2,48 @@
 
 using frmGlobalTest = ToolTest;
 
-namespace {
-
-class RecordingPanel final : public ctlPanel
+struct FailingPanel final : ctlPanel
 {
-public:
-    explicit RecordingPanel(int &updates) : m_updates(updates) {}
     void FillFields() override {}
-    void PushUpdate() override
-    {
-        ++m_updates;
-        throw platform::Failure(9, QStringLiteral("a panel that fails"));
-    }
-
-private:
-    int &m_updates;
+    void PushUpdate() override { throw platform::Failure(9, u"a panel that fails"_s); }
 };
 
-} // namespace
+struct FormWithFailingSocket final : frmGlobal
+{
+    void LoadConnection(std::size_t index) override
+    {
+        attempts += index == 42 ? 1 : 0;
+        if (index == 42) {
+            throw platform::Failure(24, u"Too many open files"_s);
+        }
+        frmGlobal::LoadConnection(index);
+    }
+
+    int attempts = 0;
+};
 
 TEST_F(frmGlobalTest, LooksAfterTheServerOnMultiplesOfSixOnly)
 {
-    writeOptions("<AutoStartGRServer>False</AutoStartGRServer>");
-    root->Start();
-    frmGlobal &form = *root->GlobalForm();
-
-    // Each adopted server is let go at once, so that the next look adopts it again.
+    startIdle();
     fake.system.addServer(server().EXEPath());
-    std::vector<int> looks;
+    // Each adopted server is let go at once, so that the next look adopts it again.
     for (int tick = 0; tick < 1205; ++tick) {
         fake.clock.advance(500);
-        ASSERT_GE(form.HeartbeatCount(), 1);
-        ASSERT_LE(form.HeartbeatCount(), 601);
-        if (server().Connected()) {
-            looks.push_back(form.HeartbeatCount());
-            server().Disconnect();
-        }
-    }
-    // 100 multiples from 6 to 600, 1 to 601 and round again, 7 ticks across the turn.
-    ASSERT_EQ(looks.size(), 200U);
-    for (std::size_t index = 0; index < looks.size(); ++index) {
-        EXPECT_EQ(looks[index], static_cast<int>(index % 100 + 1) * 6);
+        const int count = root->GlobalForm()->HeartbeatCount();
+        ASSERT_EQ(count, (tick + 1) % 601 + 1);
+        ASSERT_EQ(server().Connected(), count % 6 == 0) << tick;
+        server().Disconnect();
     }
 }
 
-TEST_F(frmGlobalTest, RestartsAServerThatEndedWhenAskedTo)
+TEST_F(frmGlobalTest, RestartsOrFindsAServerOnlyWhenAskedTo)
 {
     root->Start();
-    const platform::ProcessId first = server().Process()->PID();
-    fake.system.end(first);
-    fake.clock.advance(3000);
-    ASSERT_TRUE(server().Connected());
-    EXPECT_NE(server().Process()->PID(), first);
-    EXPECT_FALSE(server().ProcessLocated());
-
     root->Options()->AutoRestartOnProcessStop.Let(false);
     fake.system.end(server().Process()->PID());
     fake.clock.advance(3500);
     EXPECT_FALSE(server().Connected());
 
-    // One that the operator starts by hand is taken over, if it may be looked for.
     fake.system.addServer(server().EXEPath());
     root->Options()->FindGRServer.Let(false);
     fake.clock.advance(3500);
@@ -69,26 +51,31 @@ TEST_F(frmGlobalTest, RestartsAServerThatEndedWhenAskedTo)
     root->Options()->FindGRServer.Let(true);
     fake.clock.advance(3500);
     EXPECT_TRUE(server().ProcessLocated());
-    EXPECT_TRUE(server().Connected());
     EXPECT_EQ(recordCount(), 0);
 }
 
 TEST_F(frmGlobalTest, AFailureInATickIsRecordedAndHindersNeitherTheOtherDutyNorTheNextTick)
 {
     root->Start();
-    int updates = 0;
-    root->MainWindow()->HostPanel(frmMain::Main, std::make_unique<RecordingPanel>(updates));
-    const platform::ProcessId first = server().Process()->PID();
+    root->MainWindow()->HostPanel(frmMain::Main, std::make_unique<FailingPanel>());
+    const FakeSystem::Id first = server().Process()->PID();
     fake.system.end(first);
-
     fake.clock.advance(3000);
-
-    EXPECT_EQ(updates, 6);
     EXPECT_EQ(recordCount(), 6);
-    const Record record = lastRecord();
-    EXPECT_EQ(record.module, QStringLiteral("Global Controls"));
-    EXPECT_EQ(record.routine, QStringLiteral("tmrHeartbeat_Timer"));
-    EXPECT_EQ(record.id, QStringLiteral("None"));
-    EXPECT_EQ(record.number, 9);
+    EXPECT_EQ(lastRecord(), u"Global Controls|tmrHeartbeat_Timer|None|9"_s);
+    ASSERT_TRUE(server().Connected());
     EXPECT_NE(server().Process()->PID(), first);
+    EXPECT_FALSE(server().ProcessLocated());
+}
+
+TEST_F(frmGlobalTest, ASocketThatCannotBeLoadedIsTriedAgainAndThenTheRestIsMissing)
+{
+    FormWithFailingSocket form;
+    fake.boxes.answers = {platform::RetryButton, platform::CancelButton};
+    form.Form_Load();
+    EXPECT_EQ(form.attempts, 2);
+    EXPECT_TRUE(fake.boxes.boxes.at(0).contains(u" in Load of Global Controls (None):"_s));
+    EXPECT_NE(form.wsckConnections.at(41), nullptr);
+    EXPECT_EQ(form.wsckConnections.at(42), nullptr);
+    EXPECT_EQ(form.wsckConnections.at(43), nullptr);
 }

@@ -1,63 +1,48 @@
 #include "platform/Files.h"
 
-#include "support/FakeMachine.h"
+#include "support/ToolTest.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
+using platform::Durability;
 
-#include <gtest/gtest.h>
-
-namespace {
-
-QByteArray contentOf(const QString &path)
+class replaceFile : public ToolTest
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
+protected:
+    void replace(const QString &name, const QByteArray &content)
+    {
+        platform::replaceFile(files, path(name), content, Durability::SurvivesPowerLoss);
+    }
 
-} // namespace
+    FailingFiles &files = fake.files;
+    const QString file = u"settings.xml"_s;
+};
 
-TEST(replaceFile, AFailureOfAnySingleOperationLeavesTheOldOrTheNewFile)
+TEST_F(replaceFile, AFailureOfAnySingleOperationLeavesTheOldOrTheNewFile)
 {
-    const QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("settings.xml"));
-    FailingFiles files;
-    platform::replaceFile(files, path, "old", platform::Durability::SurvivesPowerLoss);
+    replace(file, "old");
     const int operations = files.operations;
     ASSERT_GE(operations, 5);
-
     for (int failAt = 1; failAt <= operations; ++failAt) {
         files.failAt = 0;
-        platform::replaceFile(files, path, "old", platform::Durability::SurvivesPowerLoss);
+        replace(file, "old");
         files.operations = 0;
         files.failAt = failAt;
-        EXPECT_THROW(platform::replaceFile(files, path, "new content",
-                                           platform::Durability::SurvivesPowerLoss),
-                     platform::Failure);
-        const QByteArray content = contentOf(path);
-        EXPECT_TRUE(content == "old" || content == "new content") << failAt;
-        EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files).size(), 1) << failAt;
+        EXPECT_THROW(replace(file, "new content"), platform::Failure);
+        EXPECT_TRUE(read(file) == "old" || read(file) == "new content") << failAt;
+        EXPECT_EQ(QDir(directory.path()).entryList({u"settings*"_s}, QDir::Files).size(), 1)
+            << failAt;
     }
 }
 
-TEST(replaceFile, KeepsPermissionsFollowsLinksAndRemovesLeftovers)
+TEST_F(replaceFile, KeepsPermissionsFollowsLinksAndRemovesLeftovers)
 {
-    const QTemporaryDir directory;
-    const QString target = directory.filePath(QStringLiteral("real.xml"));
-    const QString link = directory.filePath(QStringLiteral("link.xml"));
-    FailingFiles files;
-    platform::replaceFile(files, target, "old", platform::Durability::SurvivesCrash);
-    QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner);
-    ASSERT_TRUE(QFile::link(target, link));
-    QFile leftover(platform::replacementName(target));
-    ASSERT_TRUE(leftover.open(QIODevice::WriteOnly));
-
-    platform::replaceFile(files, link, "new", platform::Durability::SurvivesCrash);
-
-    EXPECT_EQ(contentOf(target), "new");
-    EXPECT_TRUE(QFileInfo(link).isSymLink());
-    EXPECT_EQ(QFile::permissions(target) & (QFile::ReadGroup | QFile::ReadOther),
-              QFile::Permissions());
-    EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files).size(), 2);
+    const QString link = u"link.xml"_s;
+    replace(file, "old");
+    QFile::setPermissions(path(file), QFile::ReadOwner | QFile::WriteOwner);
+    ASSERT_TRUE(QFile::link(path(file), path(link)));
+    write(platform::replacementName(file), "of an interrupted replacement");
+    replace(link, "new");
+    EXPECT_EQ(read(file), "new");
+    EXPECT_TRUE(QFileInfo(path(link)).isSymLink());
+    EXPECT_FALSE(QFile::permissions(path(file)) & (QFile::ReadGroup | QFile::ReadOther));
+    EXPECT_FALSE(QFile::exists(path(platform::replacementName(file))));
 }

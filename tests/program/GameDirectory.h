@@ -1,42 +1,38 @@
 #pragma once
 
-#include <QByteArray>
-#include <QElapsedTimer>
-#include <QProcess>
-#include <QString>
-#include <QTemporaryDir>
+#include <QtTest/QtTest>
 
 #include <functional>
 #include <vector>
+
+using namespace Qt::Literals::StringLiterals;
 
 /// A process id of the system under test.
 using Pid = qint64;
 
 /// A game directory with the tool and the simulated game server in it. Everything that it started
-/// ends with it.
+/// ends with it. Unless it matters, its name is one of those that some program or other mistakes.
 class GameDirectory
 {
+    Q_DISABLE_COPY(GameDirectory)
+
 public:
-    explicit GameDirectory(const QString &name = QStringLiteral("game"));
-    GameDirectory(const GameDirectory &) = delete;
-    GameDirectory &operator=(const GameDirectory &) = delete;
+    explicit GameDirectory(const QString &name = u"łukasz 50% 'Игра' <&>"_s);
     ~GameDirectory();
 
-    QString path(const QString &name = {}) const;
+    QString path(const QString &name = {}) const { return m_directory.filePath(name); }
     QByteArray read(const QString &name) const;
-    void write(const QString &name, const QByteArray &content) const;
-
+    QByteArray errorLog() const { return read(u"ZEBEK_Error.xml"_s); }
     /// Writes the tool's options; the server's switches make it log to "events.log".
     void writeOptions(const QByteArray &elements, const QByteArray &serverSwitches = {}) const;
 
     /// Starts the tool, not waiting for its window.
     void startTool();
+    void killTool();
     QProcess &tool() { return m_tool; }
     /// Starts a server as an operator would by hand, with the given switches.
     Pid startServerByHand(const QString &switches = {});
 
-    /// The game servers that run from this directory.
-    std::vector<Pid> servers() const;
     /// The one server that runs from this directory; 0 where there is none, -1 where there are
     /// more.
     Pid server() const;
@@ -44,6 +40,8 @@ public:
     qsizetype events(const QByteArray &name) const;
 
 private:
+    std::vector<Pid> servers() const;
+
     QTemporaryDir m_directory;
     QProcess m_tool;
 };
@@ -51,5 +49,3 @@ private:
 void signalProcess(Pid process, int signal);
 /// Runs the event loop until the condition holds; false when it does not within the time.
 bool waitUntil(const std::function<bool()> &condition, int milliseconds);
-/// True when the condition holds all that time.
-bool holdsFor(const std::function<bool()> &condition, int milliseconds);

@@ -3,67 +3,34 @@
 #include "support/ToolTest.h"
 
 #include <QNetworkDatagram>
-#include <QtTest/QTest>
 
-#include <cstring>
 #include <limits>
 
-namespace {
-
-/// Builds replies as the game server sends them.
-class Reply
+static QByteArray raw(qsizetype count, char fill = '\x5A')
 {
-public:
-    Reply &raw(qsizetype count, char fill = '\x5A')
-    {
-        bytes.append(count, fill);
-        return *this;
-    }
-    Reply &text(const QByteArray &value) { return number(value.size() + 1).append(value + '\0'); }
-    Reply &number(qsizetype first) // the other three bytes do not count
-    {
-        return append(QByteArray(1, static_cast<char>(first)) + "\x7F\x7F\x7F");
-    }
-    Reply &single(float value)
-    {
-        QByteArray little(4, '\0');
-        std::memcpy(little.data(), &value, 4);
-        return append(little);
-    }
-    Reply &append(const QByteArray &more)
-    {
-        bytes += more;
-        return *this;
-    }
-
-    QByteArray bytes;
-};
-
-QByteArray fullReply(bool dedicated = true, int state = 4, float elapsed = 125, float length = 600)
+    return {count, fill};
+}
+/// A number of which the other three bytes do not count.
+static QByteArray number(qsizetype first)
 {
-    return Reply()
-        .raw(25)
-        .text("H\xFClle")
-        .text("map")
-        .text("mission")
-        .text("type")
-        .raw(2)
-        .number(9)
-        .number(3)
-        .text("Host")
-        .text("A")
-        .text("B")
-        .raw(17)
-        .text("1.4")
-        .text("mods")
-        .raw(1, dedicated ? '\2' : '\0')
-        .single(elapsed)
-        .number(state)
-        .raw(4)
-        .text("motd")
-        .raw(4)
-        .single(length)
-        .bytes;
+    return raw(1, static_cast<char>(first)) + "\x7F\x7F\x7F";
+}
+static QByteArray text(const QByteArray &value)
+{
+    return number(value.size() + 1) + value + '\0';
+}
+static QByteArray single(float value)
+{
+    return {reinterpret_cast<const char *>(&value), sizeof value};
+}
+
+static QByteArray fullReply(bool dedicated = true, int state = 4, float elapsed = 125,
+                            float length = 600)
+{
+    return raw(25) + text("H\xFClle") + text("map") + text("mission") + text("type") + raw(2) +
+           number(9) + number(3) + text("Host") + text("A") + text("B") + raw(17) + text("1.4") +
+           text("mods") + raw(1, dedicated ? '\2' : '\0') + single(elapsed) + number(state) +
+           raw(4) + text("motd") + raw(4) + single(length);
 }
 
 /// The query and a server on the loopback address.
@@ -72,99 +39,95 @@ class ctlServerStatusTest : public ToolTest
 protected:
     ctlServerStatusTest()
     {
-        writeOptions("<AutoStartGRServer>False</AutoStartGRServer>");
-        root->Start();
+        startIdle();
         query = std::make_unique<ctlServerStatus>();
-        query->setIP(QStringLiteral("127.0.0.1"));
         EXPECT_TRUE(game.bind(QHostAddress(QHostAddress::LocalHost), 2348))
             << game.errorString().toStdString();
     }
 
-    QNetworkDatagram takeRequest()
+    QNetworkDatagram ask()
     {
+        query->Refresh();
         EXPECT_TRUE(QTest::qWaitFor([this] { return game.hasPendingDatagrams(); }));
         return game.receiveDatagram();
     }
-    void answer(const QByteArray &reply)
+    void answer(const QNetworkDatagram &request, const QByteArray &reply)
     {
-        query->Refresh();
-        game.writeDatagram(takeRequest().makeReply(reply));
+        game.writeDatagram(request.makeReply(reply));
         EXPECT_TRUE(
             QTest::qWaitFor([this] { return query->Status() == ServerQueryStatus::Responding; }));
+    }
+    QString players() const
+    {
+        QString result = query->PlayerCountString();
+        for (const auto &player : query->Players()) {
+            result += u' ' + player.key + player.name;
+        }
+        return result;
     }
 
     std::unique_ptr<ctlServerStatus> query;
     QUdpSocket game;
 };
 
-} // namespace
-
-TEST_F(ctlServerStatusTest, AsksOnceAndReadsEveryField)
+TEST_F(ctlServerStatusTest, AsksThisMachineOnceAndReadsEveryField)
 {
-    query->Refresh();
+    EXPECT_EQ(query->IP(), u"127.0.0.1"_s) << "the tests run where this is the only address";
+    const QNetworkDatagram request = ask();
     query->Refresh();
     EXPECT_EQ(query->Status(), ServerQueryStatus::Probing);
-    const QNetworkDatagram request = takeRequest();
     EXPECT_EQ(request.data().toHex(), "c0def111420600f50300000000");
-    game.writeDatagram(request.makeReply(fullReply()));
-    ASSERT_TRUE(
-        QTest::qWaitFor([this] { return query->Status() == ServerQueryStatus::Responding; }));
+    answer(request, fullReply());
     EXPECT_FALSE(game.hasPendingDatagrams());
-
-    EXPECT_EQ(query->Name(), QStringLiteral("Hülle"));
-    EXPECT_EQ(query->Map(), QStringLiteral("map"));
-    EXPECT_EQ(query->Mission(), QStringLiteral("mission"));
-    EXPECT_EQ(query->GameType(), QStringLiteral("type"));
-    EXPECT_EQ(query->Version(), QStringLiteral("1.4"));
-    EXPECT_EQ(query->Mods(), QStringLiteral("mods"));
-    EXPECT_EQ(query->MOTD(), QStringLiteral("motd"));
+    EXPECT_EQ((QStringList{query->Name(), query->Map(), query->Mission(), query->GameType(),
+                           query->Version(), query->Mods(), query->MOTD(), query->Length()}),
+              u"Hülle map mission type 1.4 mods motd 600"_s.split(u' '));
     EXPECT_TRUE(query->Dedicated());
     EXPECT_EQ(query->PlayerCount(), 2);
-    EXPECT_EQ(query->PlayerCountString(), QStringLiteral("2/8"));
-    ASSERT_EQ(query->Players().size(), 2U);
-    EXPECT_EQ(query->Players()[0].key + query->Players()[0].name, QStringLiteral("R2A"));
-    EXPECT_EQ(query->Players()[1].key + query->Players()[1].name, QStringLiteral("R3B"));
-    EXPECT_EQ(query->Length(), QStringLiteral("600"));
+    EXPECT_EQ(players(), u"2/8 R2A R3B"_s);
 
-    answer(fullReply(false));
-    EXPECT_EQ(query->PlayerCountString(), QStringLiteral("3/9"));
-    EXPECT_EQ(query->Players().size(), 3U);
+    answer(ask(), fullReply(false));
+    EXPECT_EQ(players(), u"3/9 R1Host R2A R3B"_s);
+}
+
+TEST_F(ctlServerStatusTest, AHostNameIsLookedUpAndAnUnknownOneIsDead)
+{
+    query->setIP(u"localhost"_s);
+    answer(ask(), fullReply());
+    query->setIP(u"nobody.invalid"_s);
+    query->Refresh();
+    EXPECT_EQ(query->Status(), ServerQueryStatus::Probing);
+    fake.clock.advance(5000);
+    EXPECT_EQ(query->Status(), ServerQueryStatus::Dead);
+    EXPECT_FALSE(game.waitForReadyRead(50));
 }
 
 TEST_F(ctlServerStatusTest, TheTimeLeftFollowsTheMatch)
 {
-    const struct
-    {
-        int state;
-        float elapsed;
-        float length;
-        int seconds;
-        const char *time;
-    } cases[] = {
-        {4, 125, 600, 475, "07:55"},
-        {4, 125, 0, 9990, "--:--"},
-        {3, 1, 600, 0, "Joining"},
-        {2, 1, 600, 9999, "n/a"},
-        {4, 601, 600, -1, "-01:59"},
-        {4, 0, 6000, 6000, "100:00"},
-        {4, 0.5F, 2.5F, 2, "00:02"},
-        {4, -30, 600, 570, "09:30"},
-        {4, 720, 600, -120, "-02:00"},
-        {4, 3e9F, 60, 60, "01:00"},
-        {4, 0, 1e-40F, 9990, "--:--"},
-        {4, 0, std::numeric_limits<float>::infinity(), 9990, "--:--"},
-    };
-    for (const auto &row : cases) {
-        answer(fullReply(true, row.state, row.elapsed, row.length));
-        EXPECT_EQ(query->SecondsRemaining(), row.seconds) << row.elapsed << '/' << row.length;
-        EXPECT_EQ(query->TimeRemaining(), QString::fromLatin1(row.time)) << row.elapsed;
+    // Match state, elapsed seconds, match length; seconds left and their text.
+    const std::tuple<int, float, float, int, QString> cases[] = {
+        {4, 125, 600, 475, u"07:55"_s},
+        {4, 125, 0, 9990, u"--:--"_s},
+        {3, 1, 600, 0, u"Joining"_s},
+        {2, 1, 600, 9999, u"n/a"_s},
+        {4, 601, 600, -1, u"-01:59"_s},
+        {4, 0, 6000, 6000, u"100:00"_s},
+        {4, 0.5F, 2.5F, 2, u"00:02"_s},
+        {4, -30, 600, 570, u"09:30"_s},
+        {4, 720, 600, -120, u"-02:00"_s},
+        {4, 3e9F, 60, 60, u"01:00"_s},
+        {4, 0, 1e-40F, 9990, u"--:--"_s},
+        {4, 0, std::numeric_limits<float>::infinity(), 9990, u"--:--"_s}};
+    for (const auto &[state, elapsed, length, seconds, time] : cases) {
+        answer(ask(), fullReply(true, state, elapsed, length));
+        EXPECT_EQ(query->SecondsRemaining(), seconds) << elapsed << '/' << length;
+        EXPECT_EQ(query->TimeRemaining(), time) << elapsed << '/' << length;
     }
 }
 
 TEST_F(ctlServerStatusTest, SilenceIsDeathAndALateAnswerIsNotRead)
 {
-    query->Refresh();
-    const QNetworkDatagram request = takeRequest();
+    const QNetworkDatagram request = ask();
     fake.clock.advance(4999);
     EXPECT_EQ(query->Status(), ServerQueryStatus::Probing);
     fake.clock.advance(1);
@@ -174,7 +137,7 @@ TEST_F(ctlServerStatusTest, SilenceIsDeathAndALateAnswerIsNotRead)
     EXPECT_EQ(query->Status(), ServerQueryStatus::Dead);
     EXPECT_EQ(query->Name(), QString());
 
-    answer(fullReply());
+    answer(ask(), fullReply());
     fake.clock.advance(10000);
     EXPECT_EQ(query->Status(), ServerQueryStatus::Responding);
     query->StopMonitoring();
@@ -183,54 +146,40 @@ TEST_F(ctlServerStatusTest, SilenceIsDeathAndALateAnswerIsNotRead)
 
 TEST_F(ctlServerStatusTest, AShortReplyIsASignOfLifeAndTheNextDatagramIsStillTaken)
 {
-    answer(fullReply());
-    query->Refresh();
-    const QNetworkDatagram request = takeRequest();
-    game.writeDatagram(request.makeReply(QByteArray(24, 'x')));
-    ASSERT_TRUE(
-        QTest::qWaitFor([this] { return query->Status() == ServerQueryStatus::Responding; }));
-    EXPECT_EQ(query->Name(), QStringLiteral("Hülle"));
+    answer(ask(), fullReply());
+    const QNetworkDatagram request = ask();
+    answer(request, raw(24));
+    EXPECT_EQ(query->Name(), u"Hülle"_s);
     game.writeDatagram(request.makeReply(fullReply(true, 3)));
     EXPECT_TRUE(QTest::qWaitFor([this] { return query->SecondsRemaining() == 0; }));
 }
 
 TEST_F(ctlServerStatusTest, WhatCameUnaskedNeitherBlocksNorCounts)
 {
-    query->Refresh();
-    const QNetworkDatagram request = takeRequest();
+    const QNetworkDatagram request = ask();
     for (int copy = 0; copy < 3; ++copy) {
         game.writeDatagram(request.makeReply(fullReply()));
     }
-    ASSERT_TRUE(
-        QTest::qWaitFor([this] { return query->Status() == ServerQueryStatus::Responding; }));
-    QTest::qWait(20);
-    query->Refresh();
-    takeRequest();
-    QTest::qWait(20);
+    QTest::qWait(50);
+    EXPECT_EQ(query->Status(), ServerQueryStatus::Responding);
+    ask();
+    QTest::qWait(50);
     EXPECT_EQ(query->Status(), ServerQueryStatus::Probing);
     fake.clock.advance(5000);
-    answer(fullReply());
+    answer(ask(), fullReply());
 }
 
-TEST_F(ctlServerStatusTest, DamagedRepliesOfEveryLengthKeepTheFieldsBeforeTheDamage)
+TEST(ServerStatusReply, DamagedRepliesOfEveryLengthKeepTheFieldsBeforeTheDamage)
 {
     const QByteArray whole = fullReply(false);
     for (qsizetype size = 25; size <= whole.size(); ++size) {
         const ServerStatusReply reply = ServerStatusReply::parse(whole.first(size));
-        EXPECT_EQ(reply.name, size >= 25 + 4 + 6 ? QStringLiteral("Hülle") : QString());
+        EXPECT_EQ(reply.name, size >= 25 + 4 + 6 ? u"Hülle"_s : QString());
         EXPECT_EQ(reply.matchLength, size == whole.size() ? 600 : 0);
         EXPECT_EQ(reply.players.size(), static_cast<std::size_t>(reply.playerCount));
     }
-    const QByteArray unclosed = Reply().raw(25).append(QByteArray("\5\0\0\0Hello", 9)).bytes;
-    EXPECT_EQ(ServerStatusReply::parse(unclosed + QByteArray(40, '\0')).name, QString());
-
-    Reply crowd;
-    crowd.raw(25).text("").text("").text("").text("").raw(2).number(255).number(200);
-    EXPECT_EQ(ServerStatusReply::parse(crowd.bytes).players.size(), 200U);
-}
-
-TEST_F(ctlServerStatusTest, AsksThisMachinesOwnAddress)
-{
-    EXPECT_EQ(ctlServerStatus().IP(), QStringLiteral("127.0.0.1"))
-        << "the tests run where the loopback address is the only one";
+    const QByteArray unclosed = raw(25) + number(5) + "Hello" + raw(40, '\0');
+    EXPECT_EQ(ServerStatusReply::parse(unclosed).name, QString());
+    const QByteArray crowd = raw(25) + text("").repeated(4) + raw(2) + number(255) + number(200);
+    EXPECT_EQ(ServerStatusReply::parse(crowd).players.size(), 200U);
 }

@@ -7,9 +7,12 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <deque>
 #include <map>
+#include <set>
 #include <stdexcept>
+#include <utility>
 
 /// The real file operations, of which a test can let the n-th one fail, or all of them.
 class FailingFiles final : public platform::Files
@@ -31,9 +34,9 @@ public:
     {
         run([&] { m_files.flush(path); });
     }
-    void rename(const QString &from, const QString &to) override
+    void rename(const QString &old, const QString &name) override
     {
-        run([&] { m_files.rename(from, to); });
+        run([&] { m_files.rename(old, name); });
     }
     void flushFolder(const QString &path) override
     {
@@ -44,13 +47,8 @@ public:
     int operations = 0;
 
 private:
-    template <typename Operation>
-    void run(Operation operation)
-    {
-        run(operation, [] {});
-    }
-    template <typename Operation, typename Half>
-    void run(Operation operation, Half half)
+    void run(
+        const std::function<void()> &operation, const std::function<void()> &half = [] {})
     {
         ++operations;
         if (failAt == Always || failAt == operations) {
@@ -63,66 +61,42 @@ private:
     platform::LinuxFiles m_files;
 };
 
-/// Notes every box and answers with the buttons that the test has laid ready, else with Cancel or
-/// OK.
+/// Notes every box as "title|style|text" and answers with the buttons that the test has laid ready,
+/// else with Cancel or OK.
 class FakeMessageBoxes final : public platform::MessageBoxes
 {
 public:
-    struct Box
-    {
-        QString text;
-        QString title;
-        int style;
-    };
-
     int show(const QString &text, const QString &title, int style) override
     {
-        boxes.push_back({text, title, style});
-        if (whileOpen) {
-            whileOpen();
-        }
-        if (answers.empty()) {
-            return (style & platform::RetryCancel) != 0 ? platform::CancelButton
-                                                        : platform::OkButton;
-        }
-        const int answer = answers.front();
-        answers.pop_front();
-        return answer;
+        boxes.append(QStringList{title, QString::number(style), text}.join(u'|'));
+        whileOpen();
+        const bool asks = (style & platform::RetryCancel) != 0;
+        return !answers.isEmpty() ? answers.takeFirst()
+                                  : (asks ? platform::CancelButton : platform::OkButton);
     }
 
-    std::vector<Box> boxes;
-    std::deque<int> answers;
-    std::function<void()> whileOpen;
+    QStringList boxes;
+    QList<int> answers;
+    std::function<void()> whileOpen = [] {};
 };
 
-class FakeProcessEnd final : public platform::ProcessEnd
+struct FakeProcessEnd final : platform::ProcessEnd
 {
-public:
     void end() override { ++ends; }
-    void onRequest(std::function<void()> quit) override { request = std::move(quit); }
+    void onRequest(std::function<void()> /*quit*/) override {}
 
     int ends = 0;
-    std::function<void()> request;
 };
 
-class FakeAutostart final : public platform::Autostart
+struct FakeAutostart final : platform::Autostart
 {
-public:
-    std::uint32_t query() override { return queryFails != 0 ? queryFails : (entry ? 0 : 2); }
-    std::uint32_t write(const QString &program) override
+    std::uint32_t query() override { return queryFails != 0 ? queryFails : (entry ? 0 : NotFound); }
+    std::uint32_t write(const QString &program) override { return change(program); }
+    std::uint32_t remove() override { return entry ? change({}) : std::max(changeFails, NotFound); }
+    std::uint32_t change(const std::optional<QString> &to)
     {
-        if (changeFails == 0) {
-            entry = program;
-        }
+        entry = changeFails == 0 ? to : entry;
         return changeFails;
-    }
-    std::uint32_t remove() override
-    {
-        if (changeFails != 0 || !entry) {
-            return changeFails != 0 ? changeFails : 2;
-        }
-        entry.reset();
-        return 0;
     }
 
     std::optional<QString> entry;
@@ -134,193 +108,141 @@ public:
 class FakeSystem final : public platform::Processes, public platform::Windows
 {
 public:
+    using Id = platform::ProcessId;
+    using Handle = platform::ProcessHandle;
+    using Window = platform::WindowHandle;
+
     struct Process
     {
-        QString path;
+        QString path = {};
         bool ended = false;
+        bool askedToClose = false;
         bool closesOnRequest = true;
         bool opens = true;
         bool terminates = true;
+        bool gone = false;
         std::uint32_t exitCode = 0;
     };
-    struct Window
+
+    struct OpenWindow
     {
-        platform::WindowHandle handle;
+        Window handle = 0;
         QString caption;
-        platform::ProcessId owner;
-        int closeRequests = 0;
+        Id owner = 0;
     };
 
-    platform::ProcessId addProcess(const Process &process)
+    /// A server of that path with its window, topmost.
+    Id addServer(const QString &path, const QString &caption = QStringLiteral("Ghost Recon"))
     {
-        processes[++m_lastId] = process;
+        processes[++m_lastId].path = path;
+        addWindow(caption, m_lastId);
         return m_lastId;
     }
-    /// A server of that path with its window, topmost.
-    platform::ProcessId addServer(const QString &path)
-    {
-        const platform::ProcessId id = addProcess({path});
-        addWindow(QStringLiteral("Ghost Recon"), id);
-        return id;
-    }
-    platform::WindowHandle addWindow(const QString &caption, platform::ProcessId owner)
+    Window addWindow(const QString &caption, Id owner)
     {
         windows.push_front({++m_lastWindow, caption, owner});
         return m_lastWindow;
     }
-    void end(platform::ProcessId id)
+    void end(Id id)
     {
         processes.at(id).ended = true;
-        std::erase_if(windows, [id](const Window &window) { return window.owner == id; });
-    }
-    int closeRequests(platform::ProcessId id) const
-    {
-        int sum = 0;
-        for (const Window &window : windows) {
-            sum += window.owner == id ? window.closeRequests : 0;
-        }
-        return sum;
+        std::erase_if(windows, [id](const OpenWindow &window) { return window.owner == id; });
     }
 
-    platform::ProcessId start(const QString &commandLine) override
+    Id start(const QString &commandLine) override
     {
         commandLines.append(commandLine);
         if (startFails) {
             throw platform::Failure(2, QStringLiteral("No such file or directory"));
         }
-        return addServer(commandLine.section(QLatin1Char('"'), 1, 1));
+        return addServer(commandLine.section(u'"', 1, 1));
     }
-    platform::ProcessHandle open(platform::ProcessId id) override
+    Handle open(Id id) override
     {
         const auto found = processes.find(id);
-        if (found == processes.end() || !found->second.opens) {
-            return platform::NoProcess;
-        }
-        handles[++m_lastHandle] = id;
-        return m_lastHandle;
+        return found != processes.end() && found->second.opens ? *handles.insert(-id) : 0;
     }
-    void close(platform::ProcessHandle handle) override
+    void close(Handle handle) override { wrongCloses += handles.extract(handle).empty() ? 1 : 0; }
+    std::optional<std::uint32_t> exitCode(Handle handle) override
     {
-        if (handles.erase(handle) != 1) {
-            ++wrongCloses;
-        }
+        const Process process = behind(handle);
+        return process.gone
+                   ? std::nullopt
+                   : std::optional(process.ended ? process.exitCode : platform::StillActiveCode);
     }
-    std::optional<std::uint32_t> exitCode(platform::ProcessHandle handle) override
-    {
-        const Process *const process = behind(handle);
-        if (process == nullptr) {
-            return std::nullopt;
-        }
-        return process->ended ? process->exitCode : platform::StillActiveCode;
-    }
-    bool wait(platform::ProcessHandle handle, int milliseconds) override
+    bool wait(Handle handle, int milliseconds) override
     {
         waits.push_back(milliseconds);
-        const auto found = handles.find(handle);
-        if (found == handles.end()) {
-            return false;
-        }
-        const platform::ProcessId id = found->second;
-        if (processes.at(id).closesOnRequest && closeRequests(id) > 0) {
-            end(id);
-        }
-        if (!processes.at(id).ended) {
-            blockedMilliseconds += milliseconds;
-        }
-        return processes.at(id).ended;
+        const Process process = behind(handle);
+        return process.ended || endIf(process.askedToClose && process.closesOnRequest, handle);
     }
-    bool terminate(platform::ProcessHandle handle) override
+    bool terminate(Handle handle) override
     {
         ++terminations;
-        const auto found = handles.find(handle);
-        if (found == handles.end() || !processes.at(found->second).terminates) {
-            return false;
-        }
-        end(found->second);
-        return true;
+        return endIf(behind(handle).terminates, handle);
     }
-    std::optional<QString> executablePath(platform::ProcessHandle handle) override
+    std::optional<QString> executablePath(Handle handle) override
     {
-        const Process *const process = behind(handle);
-        return process == nullptr ? std::nullopt : std::optional(process->path);
+        const Process process = behind(handle);
+        return process.gone ? std::nullopt : std::optional(process.path);
     }
-    std::optional<std::vector<platform::ProcessEntry>> snapshot() override
-    {
-        if (!snapshotWorks) {
-            return std::nullopt;
-        }
-        std::vector<platform::ProcessEntry> entries;
-        for (const auto &[id, process] : processes) {
-            entries.push_back({id, process.path});
-        }
-        return entries;
-    }
+    std::optional<std::vector<platform::ProcessEntry>> snapshot() override { return list; }
     std::int32_t systemVersion() override { return version; }
 
-    std::vector<platform::WindowHandle> topLevel() override
+    std::vector<Window> topLevel() override
     {
         if (listingFails) {
             throw std::runtime_error("the window list is not to be had");
         }
-        std::vector<platform::WindowHandle> handlesInOrder;
-        for (const Window &window : windows) {
-            handlesInOrder.push_back(window.handle);
+        std::vector<Window> result;
+        for (const OpenWindow &window : vanishing ? std::exchange(windows, {}) : windows) {
+            result.push_back(window.handle);
         }
-        if (vanishing) {
-            windows.clear();
-        }
-        return handlesInOrder;
+        return result;
     }
-    QString caption(platform::WindowHandle handle, int maximumLength) override
+    QString caption(Window window, int length) override { return at(window).caption.left(length); }
+    Id owner(Window window) override { return at(window).owner; }
+    void postClose(Window window) override
     {
-        const Window *const window = find(handle);
-        return window == nullptr ? QString() : window->caption.left(maximumLength);
-    }
-    platform::ProcessId owner(platform::WindowHandle handle) override
-    {
-        const Window *const window = find(handle);
-        return window == nullptr ? 0 : window->owner;
-    }
-    void postClose(platform::WindowHandle handle) override
-    {
-        if (Window *const window = find(handle)) {
-            ++window->closeRequests;
-        }
+        closeRequests.push_back(window);
+        processes[owner(window)].askedToClose = true;
     }
 
-    std::map<platform::ProcessId, Process> processes;
-    std::deque<Window> windows; ///< in stacking order, the topmost first
-    std::map<platform::ProcessHandle, platform::ProcessId> handles;
+    std::map<Id, Process> processes;
+    std::deque<OpenWindow> windows; ///< in stacking order, the topmost first
+    std::multiset<Handle> handles;  ///< the open ones, each the negative of its process's id
     QStringList commandLines;
     std::vector<int> waits;
-    qint64 blockedMilliseconds = 0;
+    std::vector<Window> closeRequests;
     int terminations = 0;
     int wrongCloses = 0;
     bool startFails = false;
     bool listingFails = false;
     bool vanishing = false; ///< windows vanish between the listing and the next question
-    bool snapshotWorks = true;
+    std::optional<std::vector<platform::ProcessEntry>> list;
     std::int32_t version = 0;
 
 private:
-    Process *behind(platform::ProcessHandle handle)
+    Process behind(Handle handle) const
     {
-        const auto found = handles.find(handle);
-        return found == handles.end() ? nullptr : &processes.at(found->second);
+        return handles.contains(handle) ? processes.at(static_cast<Id>(-handle))
+                                        : Process{.terminates = false, .gone = true};
     }
-    Window *find(platform::WindowHandle handle)
+    bool endIf(bool condition, Handle handle)
     {
-        for (Window &window : windows) {
-            if (window.handle == handle) {
-                return &window;
-            }
+        if (condition) {
+            end(static_cast<Id>(-handle));
         }
-        return nullptr;
+        return condition;
+    }
+    OpenWindow at(Window handle) const
+    {
+        const auto found = std::ranges::find(windows, handle, &OpenWindow::handle);
+        return found == windows.end() ? OpenWindow() : *found;
     }
 
-    platform::ProcessId m_lastId = 1000;
-    platform::WindowHandle m_lastWindow = 0;
-    platform::ProcessHandle m_lastHandle = 0;
+    Id m_lastId = 1000;
+    Window m_lastWindow = 0;
 };
 
 /// A machine in which only the file system is real.

@@ -10,19 +10,20 @@
 #include "support/FakeMachine.h"
 #include "ui/frmMain.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
+#include <QtTest/QtTest>
+#include <QtWidgets/QtWidgets>
 
 #include <gtest/gtest.h>
 #include <memory>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// Gives a test a game directory, a machine of fakes, and the tool in it, not yet started.
 class ToolTest : public testing::Test
 {
+    Q_DISABLE_COPY(ToolTest)
+
 public:
-    ToolTest(const ToolTest &) = delete;
-    ToolTest &operator=(const ToolTest &) = delete;
     ~ToolTest() override
     {
         root.reset();
@@ -32,7 +33,15 @@ public:
 protected:
     ToolTest()
     {
-        write(QStringLiteral("GhostRecon.exe"), {});
+        write(u"GhostRecon.exe"_s, {});
+        QByteArray settings;
+        for (const char *number : {"JoinPort", "AnnouncePort", "GameSynchTimeout",
+                                   "RemoteServerAccess", "RecordGame", "BehindFirewall"}) {
+            settings += QByteArray("<") + number + ">1</" + number + ">";
+        }
+        write(u"options.xml"_s, "<game>" + settings + "</game>");
+        QDir(directory.path()).mkdir(u"Mods"_s);
+        write(u"modsset.txt"_s, {});
         newTool();
     }
 
@@ -43,10 +52,20 @@ protected:
         root = std::make_unique<clsZebek>(fake.machine, directory.path());
         gRoot = root.get();
     }
+    void writeOptions(const QByteArray &elements) const
+    {
+        write(OptionsFile, "<options>" + elements + "</options>");
+    }
+    void startWith(const QByteArray &elements)
+    {
+        writeOptions(elements);
+        newTool();
+        root->Start();
+    }
+    void startIdle() { startWith("<AutoStartGRServer>False</AutoStartGRServer>"); }
 
     QString path(const QString &name) const { return directory.filePath(name); }
     QString rootDirectory() const { return directory.path() + QDir::separator(); }
-
     void write(const QString &name, const QByteArray &content) const
     {
         QFile file(path(name));
@@ -58,41 +77,30 @@ protected:
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    /// Writes an options file with the given elements.
-    void writeOptions(const QByteArray &elements) const
-    {
-        write(QStringLiteral("ZebekSuiteOptions.xml"), "<options>" + elements + "</options>");
-    }
 
-    struct Record
+    /// The last record of the error log on disk, as "Module|Routine|ID|ErrorNo".
+    QString lastRecord() const
     {
-        QString module;
-        QString routine;
-        QString id;
-        int number;
-        QString description;
-    };
-    /// The last record of the error log on disk.
-    Record lastRecord() const
-    {
-        const QByteArray log = read(QStringLiteral("ZEBEK_Error.xml"));
-        const qsizetype start = log.lastIndexOf("<Error ");
-        auto document = platform::XmlDocument::parse(
-            log.sliced(qMax<qsizetype>(start, 0)).replace("</Errors>", ""));
-        if (!document) {
-            return {};
+        const QByteArray log = read(ErrorLog);
+        auto record = platform::XmlDocument::parse(
+            log.sliced(qMax<qsizetype>(log.lastIndexOf("<Error "), 0)).replace("</Errors>", ""));
+        QStringList fields;
+        for (const char *name : {"Module", "Routine", "ID", "ErrorNo"}) {
+            fields.append(record ? record->root().attribute(name) : QString());
         }
-        const platform::XmlElement record = document->root();
-        return {record.attribute("Module"), record.attribute("Routine"), record.attribute("ID"),
-                record.attribute("ErrorNo").toInt(), record.text()};
+        return fields.join(u'|');
     }
-    int recordCount() const
-    {
-        return static_cast<int>(read(QStringLiteral("ZEBEK_Error.xml")).count("<Error "));
-    }
+    qsizetype recordCount() const { return read(ErrorLog).count("<Error "); }
 
     ctlGRServer &server() const { return *root->GlobalForm()->uctlGRServer; }
+    template <typename Widget>
+    Widget *child(const char *name) const
+    {
+        return root->MainWindow()->findChild<Widget *>(QString::fromLatin1(name));
+    }
 
+    const QString OptionsFile = u"ZebekSuiteOptions.xml"_s;
+    const QString ErrorLog = u"ZEBEK_Error.xml"_s;
     QTemporaryDir directory;
     FakeMachine fake;
     std::unique_ptr<clsZebek> root;

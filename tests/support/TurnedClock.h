@@ -5,6 +5,7 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -14,7 +15,6 @@ class TurnedClock final : public platform::Clock
 {
 public:
     QDateTime now() const override { return m_start.addMSecs(m_elapsed); }
-
     std::unique_ptr<platform::Alarm> newAlarm(std::function<void()> callback) override
     {
         return std::make_unique<TurnedAlarm>(*this, std::move(callback));
@@ -24,15 +24,17 @@ public:
     {
         const qint64 end = m_elapsed + milliseconds;
         for (TurnedAlarm *due = next(end); due != nullptr; due = next(end)) {
-            m_elapsed = due->due;
-            due->ring();
+            m_elapsed = due->due.first;
+            due->start(due->period);
+            due->callback();
         }
         m_elapsed = end;
     }
-
     qint64 elapsed() const { return m_elapsed; }
 
 private:
+    static constexpr std::pair<qint64, qint64> Never{std::numeric_limits<qint64>::max(), 0};
+
     struct TurnedAlarm final : platform::Alarm
     {
         TurnedAlarm(TurnedClock &owner, std::function<void()> function)
@@ -40,45 +42,27 @@ private:
         {
             clock.m_alarms.push_back(this);
         }
-        TurnedAlarm(const TurnedAlarm &) = delete;
-        TurnedAlarm &operator=(const TurnedAlarm &) = delete;
+        Q_DISABLE_COPY(TurnedAlarm)
         ~TurnedAlarm() override { std::erase(clock.m_alarms, this); }
 
         void start(int milliseconds) override
         {
             period = milliseconds;
-            arm();
+            due = {clock.m_elapsed + period, ++clock.m_armed};
         }
-        void stop() override { period = 0; }
-        void arm()
-        {
-            due = clock.m_elapsed + period;
-            order = ++clock.m_armed;
-        }
-        void ring()
-        {
-            arm();
-            callback();
-        }
+        void stop() override { due = Never; }
 
         TurnedClock &clock;
         std::function<void()> callback;
         int period = 0;
-        qint64 due = 0;
-        qint64 order = 0;
+        std::pair<qint64, qint64> due = Never; ///< the instant and the order of arming
     };
 
+    /// The alarm that rings next, until `end`; null without one.
     TurnedAlarm *next(qint64 end) const
     {
-        TurnedAlarm *first = nullptr;
-        for (TurnedAlarm *alarm : m_alarms) {
-            if (alarm->period > 0 && alarm->due <= end &&
-                (first == nullptr ||
-                 std::pair(alarm->due, alarm->order) < std::pair(first->due, first->order))) {
-                first = alarm;
-            }
-        }
-        return first;
+        const auto first = std::ranges::min_element(m_alarms, {}, &TurnedAlarm::due);
+        return first != m_alarms.end() && (*first)->due.first <= end ? *first : nullptr;
     }
 
     QDateTime m_start{QDate(2026, 3, 14), QTime(15, 9, 26)};

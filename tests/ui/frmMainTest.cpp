@@ -1,30 +1,13 @@
 #include "support/ToolTest.h"
 
-#include <QLabel>
-#include <QPushButton>
-#include <QTabBar>
-#include <QTabWidget>
-#include <QtTest/QTest>
-
-namespace {
-
-struct Calls
+struct NotingPanel final : ctlPanel
 {
-    int fills = 0;
-    int updates = 0;
-    bool dirty = false;
-};
+    explicit NotingPanel(QString &noted) : calls(noted) {}
+    void FillFields() override { calls += u"fill "; }
+    void PushUpdate() override { calls += u"update "; }
+    bool Dirty() const override { return calls == u"dirty "; }
 
-class CountingPanel final : public ctlPanel
-{
-public:
-    explicit CountingPanel(Calls &calls) : m_calls(calls) {}
-    void FillFields() override { ++m_calls.fills; }
-    void PushUpdate() override { ++m_calls.updates; }
-    bool Dirty() const override { return m_calls.dirty; }
-
-private:
-    Calls &m_calls;
+    QString &calls;
 };
 
 class frmMainTest : public ToolTest
@@ -35,77 +18,51 @@ protected:
         root->Start();
         for (std::size_t tab = 0; tab < frmMain::TabCount; ++tab) {
             window().HostPanel(static_cast<frmMain::Tab>(tab),
-                               std::make_unique<CountingPanel>(calls.at(tab)));
+                               std::make_unique<NotingPanel>(calls.at(tab)));
         }
     }
     frmMain &window() const { return *root->MainWindow(); }
-    template <typename Widget>
-    Widget *child(const char *name) const
-    {
-        return window().findChild<Widget *>(QString::fromLatin1(name));
-    }
 
-    std::array<Calls, frmMain::TabCount> calls;
+    std::array<QString, frmMain::TabCount> calls;
 };
 
-} // namespace
-
-TEST_F(frmMainTest, PassesItsCallsToThePanelOfTheSelectedTab)
+TEST_F(frmMainTest, PassesItsCallsToThePanelOfTheSelectedTabAndSparesUnsavedEdits)
 {
-    auto *const tabs = child<QTabWidget>("tabMain");
-    const std::array<const char *, frmMain::TabCount> captions{
-        "Main",           "System",           "Server Control", "Server Options",
-        "Replay Options", "Status Reporting", "Stats"};
-    for (int tab = 0; tab < tabs->count(); ++tab) {
-        calls = {};
-        EXPECT_EQ(tabs->tabText(tab), QString::fromLatin1(captions.at(static_cast<size_t>(tab))));
-        QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {},
-                          tabs->tabBar()->tabRect(tab).center());
-        ASSERT_EQ(tabs->currentIndex(), tab);
-        window().PushUpdate();
-        window().FillFields();
-        for (int other = 0; other < tabs->count(); ++other) {
-            const Calls &made = calls.at(static_cast<size_t>(other));
-            // A click on the tab that is selected already changes nothing.
-            const int fills = other != tab ? 0 : (tab == 0 ? 1 : 2);
-            EXPECT_EQ(made.fills, fills) << tab << other;
-            EXPECT_EQ(made.updates, other == tab ? 1 : 0) << tab << other;
+    const auto &tabs = *child<QTabWidget>("tabMain");
+    const QString captions =
+        u"Main|System|Server Control|Server Options|Replay Options|Status Reporting|Stats"_s;
+    for (const bool dirty : {false, true}) {
+        for (int tab = tabs.count() - 1; tab >= 0; --tab) {
+            EXPECT_EQ(tabs.tabText(tab), captions.section(u'|', tab, tab));
+            calls.fill(dirty ? u"dirty "_s : QString());
+            auto expected = calls;
+            expected.at(static_cast<std::size_t>(tab)) +=
+                dirty ? u"update fill " : u"fill update fill ";
+            QTest::mouseClick(tabs.tabBar(), Qt::LeftButton, {},
+                              tabs.tabBar()->tabRect(tab).center());
+            window().PushUpdate();
+            window().FillFields();
+            EXPECT_EQ(calls, expected) << tab;
         }
     }
 }
 
-TEST_F(frmMainTest, UnsavedEditsSurviveAChangeOfTabs)
+TEST_F(frmMainTest, ShowsItsVersionAndItsPictureAndEndsByItsButtonAndItsCloseBox)
 {
-    calls[frmMain::ServerOptions].dirty = true;
-    child<QTabWidget>("tabMain")->setCurrentIndex(frmMain::ServerOptions);
-    EXPECT_EQ(calls[frmMain::ServerOptions].fills, 0);
-    window().FillFields();
-    EXPECT_EQ(calls[frmMain::ServerOptions].fills, 1);
-}
-
-TEST_F(frmMainTest, ShowsItsVersionAndEndsTheProgramByItsButtonAndItsCloseBox)
-{
-    EXPECT_EQ(window().windowTitle(), QStringLiteral("Zebek Suite"));
-    EXPECT_EQ(child<QLabel>("lblVersion")->text(), QStringLiteral("Zebek Suite v1.10.014"));
+    EXPECT_EQ(window().windowTitle(), u"Zebek Suite"_s);
+    EXPECT_EQ(child<QLabel>("lblVersion")->text(), u"Zebek Suite v1.10.014"_s);
+    auto *const thanks = child<QLabel>("Label2");
+    QTest::mouseClick(thanks, Qt::LeftButton, {}, thanks->rect().center());
+    ASSERT_NE(child<QPushButton>("cmdClose"), nullptr);
+    EXPECT_TRUE(child<QPushButton>("cmdClose")->window()->isVisible());
+    QTest::mouseClick(child<QPushButton>("cmdClose"), Qt::LeftButton);
+    QTest::qWait(0);
+    EXPECT_EQ(child<QPushButton>("cmdClose"), nullptr);
 
     QTest::mouseClick(child<QPushButton>("cmdQuit"), Qt::LeftButton);
     EXPECT_EQ(fake.processEnd.ends, 1);
     EXPECT_EQ(root->Options(), nullptr);
-
-    newTool();
-    root->Start();
+    startIdle();
     window().close();
     EXPECT_EQ(fake.processEnd.ends, 2);
-}
-
-TEST_F(frmMainTest, TheThanksLineOpensThePictureWindow)
-{
-    auto *const thanks = child<QLabel>("Label2");
-    QTest::mouseClick(thanks, Qt::LeftButton, {}, thanks->rect().center());
-    auto *const close = child<QPushButton>("cmdClose");
-    ASSERT_NE(close, nullptr);
-    EXPECT_TRUE(close->window()->isVisible());
-    QTest::mouseClick(close, Qt::LeftButton);
-    QTest::qWait(0);
-    EXPECT_EQ(child<QPushButton>("cmdClose"), nullptr);
 }

@@ -34,13 +34,18 @@ private:
         }
     }
 
-    /// Backslashes are ordinary characters here: they separate folders.
+    /// Backslashes are ordinary characters here: they separate folders. Two quotes within quotes
+    /// are one of the name, which Windows knows none of.
     QString takeProgram()
     {
         QString program;
         bool quoted = false;
         for (; !atEnd() && (quoted || !isBlank(m_text[m_position])); ++m_position) {
-            if (at(u'"')) {
+            const bool quote = at(u'"');
+            if (quote && quoted && m_position + 1 < m_text.size() &&
+                m_text[m_position + 1] == u'"') {
+                program.append(m_text[++m_position]);
+            } else if (quote) {
                 quoted = !quoted;
             } else {
                 program.append(m_text[m_position]);

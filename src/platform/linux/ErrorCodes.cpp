@@ -16,18 +16,19 @@ struct Translation
 
 /// Of several rows with the same code or errno the first one holds.
 constexpr std::array Translations{
-    Translation{2, ENOENT},   // ERROR_FILE_NOT_FOUND
-    Translation{3, ENOTDIR},  // ERROR_PATH_NOT_FOUND
-    Translation{4, EMFILE},   // ERROR_TOO_MANY_OPEN_FILES
-    Translation{5, EACCES},   // ERROR_ACCESS_DENIED
-    Translation{5, EPERM},    //
-    Translation{5, EROFS},    //
-    Translation{8, ENOMEM},   // ERROR_NOT_ENOUGH_MEMORY
-    Translation{29, EIO},     // ERROR_WRITE_FAULT
-    Translation{32, EBUSY},   // ERROR_SHARING_VIOLATION
-    Translation{87, EINVAL},  // ERROR_INVALID_PARAMETER
-    Translation{112, ENOSPC}, // ERROR_DISK_FULL
-    Translation{112, EDQUOT}, //
+    Translation{2, ENOENT},         // ERROR_FILE_NOT_FOUND
+    Translation{3, ENOTDIR},        // ERROR_PATH_NOT_FOUND
+    Translation{4, EMFILE},         // ERROR_TOO_MANY_OPEN_FILES
+    Translation{5, EACCES},         // ERROR_ACCESS_DENIED
+    Translation{5, EPERM},          //
+    Translation{5, EROFS},          //
+    Translation{8, ENOMEM},         // ERROR_NOT_ENOUGH_MEMORY
+    Translation{31, EIO},           // ERROR_GEN_FAILURE, also for what has no counterpart
+    Translation{32, EBUSY},         // ERROR_SHARING_VIOLATION
+    Translation{87, EINVAL},        // ERROR_INVALID_PARAMETER
+    Translation{112, ENOSPC},       // ERROR_DISK_FULL
+    Translation{112, EDQUOT},       //
+    Translation{206, ENAMETOOLONG}, // ERROR_FILENAME_EXCED_RANGE
 };
 
 constexpr std::uint32_t GeneralFailure = 31;

@@ -3,14 +3,20 @@
 #include "platform/Failure.h"
 #include "platform/linux/ErrorCodes.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace platform {
 
 namespace {
+
+constexpr QFile::Permissions ReadableByAll =
+    QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
 
 /// An argument of an Exec line: quoted, with the characters escaped that are special in quotes,
 /// then with the escapes of a text value on top, and "%" doubled since it begins a field code.
@@ -50,18 +56,26 @@ std::uint32_t LinuxAutostart::query()
 
 std::uint32_t LinuxAutostart::write(const QString &program)
 {
-    // A desktop that was never asked to start anything may lack the folder.
-    ::mkdir(QFile::encodeName(m_folder).constData(), 0755);
+    // A desktop that was never asked to start anything may lack the folder. Everybody must be able
+    // to read it and the entry, whatever mask the process has.
+    if (!QFileInfo::exists(m_folder) && QDir().mkpath(m_folder)) {
+        QFile::setPermissions(m_folder,
+                              ReadableByAll | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
+    }
     try {
         replaceFile(m_files, m_path, entryFor(program), Durability::SurvivesPowerLoss);
-        return Success;
     } catch (const Failure &failure) {
         return windowsCode(failure.number());
     }
+    return QFile::setPermissions(m_path, ReadableByAll) ? Success : windowsCode(EACCES);
 }
 
 std::uint32_t LinuxAutostart::remove()
 {
+    // The missing right comes before the missing entry.
+    if (::access(QFile::encodeName(m_folder).constData(), W_OK) != 0) {
+        return windowsCode(errno);
+    }
     const std::uint32_t present = query();
     if (present != Success) {
         return present;

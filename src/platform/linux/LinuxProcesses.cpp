@@ -92,6 +92,7 @@ std::vector<QByteArray> encoded(const QStringList &texts)
 std::vector<char *> pointersTo(std::vector<QByteArray> &texts)
 {
     std::vector<char *> result;
+    result.reserve(texts.size() + 1);
     for (QByteArray &text : texts) {
         result.push_back(text.data());
     }

@@ -2,6 +2,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 namespace platform {
 
 bool isWindowsProgram(const QString &path)
@@ -20,11 +22,16 @@ std::optional<QString> programMappedBy(pid_t process)
     const QList<QByteArray> lines = maps.readAll().split('\n');
     for (const QByteArray &line : lines) {
         const qsizetype start = line.indexOf('/');
-        if (start < 0 || !line.toLower().endsWith(".exe")) {
+        const QByteArray deleted = QByteArrayLiteral(" (deleted)");
+        const bool replaced = line.endsWith(deleted);
+        const QByteArray name =
+            line.mid(std::max<qsizetype>(start, 0)).chopped(replaced ? deleted.size() : 0);
+        if (start < 0 || !name.toLower().endsWith(".exe")) {
             continue;
         }
-        const QString path = QFile::decodeName(line.mid(start));
-        if (isWindowsProgram(path)) {
+        const QString path = QFile::decodeName(name);
+        // One whose file was replaced by an update still is that program.
+        if (replaced || isWindowsProgram(path)) {
             return path;
         }
     }

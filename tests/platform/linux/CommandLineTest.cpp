@@ -17,8 +17,7 @@ TEST(splitCommandLine, FollowsWindowsRules)
         {R"(p C:\dir\ x)", {"p", "C:\\dir\\", "x"}},
         {R"(p "unclosed arg)", {"p", "unclosed arg"}},
         {R"("C:\a\"p x)", {"C:\\a\\p", "x"}},
-        {"", {""}},
-    };
+        {"", {""}}};
     for (const auto &[line, words] : cases) {
         QStringList expected;
         for (const char *word : words) {

@@ -1,0 +1,14 @@
+#include "records/clsGame.h"
+
+#include "core/basTraps.h"
+#include "records/basParse.h"
+
+void clsGame::LoadStatsFile(const QString &path)
+{
+    Trap({"clsGame", "LoadStatsFile", "Unknown"}, [&] {
+        m_document = XMLFromGameFile(path);
+        const auto game = m_document->findFirst("Game");
+        m_map = game ? game->attribute("Map") : QString();
+        m_playerCount = static_cast<int>(m_document->findAll("Player").size());
+    });
+}

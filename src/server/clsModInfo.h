@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+/// One mod of the game, a folder below "Mods". The active ones form a list in their order.
+class clsModInfo
+{
+public:
+    /// Reads the display name from "ModsCont.txt" in the mod's folder. It stays as it was where
+    /// there is none.
+    void setModPath(const QString &path);
+    /// Empty for a mod that does not tell its name.
+    const QString &Name() const { return m_name; }
+
+    bool Active = false;
+    QString ModName; ///< the key: "\mods\" and the folder's name
+    clsModInfo *PreviousActiveMod = nullptr;
+    clsModInfo *NextActiveMod = nullptr;
+
+private:
+    QString m_name;
+};

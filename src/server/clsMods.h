@@ -1,0 +1,53 @@
+#pragma once
+
+#include "server/clsModInfo.h"
+
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+/// The mods installed on this machine, and which of them are active in which order.
+///
+/// Mods are the folders below "Mods" but for the game's own, "Origmiss". The active ones are listed
+/// in the game's file "modsset.txt", text in the code page with CR LF after every line: a heading,
+/// then a line a mod, its key in lower case within double quotes.
+class clsMods
+{
+public:
+    clsMods() = default;
+    clsMods(const clsMods &) = delete;
+    clsMods &operator=(const clsMods &) = delete;
+    ~clsMods() = default;
+
+    /// Finds the mods and reads which are active.
+    void Load();
+    /// Writes the list of active mods. A failure is recorded.
+    void Save();
+
+    /// Keys do not mind the case of letters; one of no mod changes nothing.
+    /// Appends the mod to the active ones.
+    void ActivateMod(const QString &in_strModName);
+    void DeactivateMod(const QString &in_strModName);
+    /// Moves an active mod one place towards the first.
+    void DecreaseModPosition(const QString &in_strModName);
+    /// Moves an active mod one place towards the last.
+    void IncreaseModPosition(const QString &in_strModName);
+
+    /// In the order in which the file system lists their folders.
+    const std::vector<std::unique_ptr<clsModInfo>> &Mods() const { return m_mods; }
+    clsModInfo *FirstActiveMod() const { return m_first; }
+    clsModInfo *LastActiveMod() const { return m_last; }
+
+private:
+    void LoadAvailableMods();
+    void CheckActiveMods();
+    clsModInfo *find(const QString &key) const;
+    void append(clsModInfo &mod);
+    void unlink(clsModInfo &mod);
+    void swapWithNext(clsModInfo &mod);
+
+    std::vector<std::unique_ptr<clsModInfo>> m_mods;
+    clsModInfo *m_first = nullptr;
+    clsModInfo *m_last = nullptr;
+};

@@ -1,0 +1,134 @@
+#include "server/clsOptionsXML.h"
+
+#include "core/basGamePath.h"
+#include "core/basMain.h"
+#include "core/basNumbers.h"
+#include "core/basTraps.h"
+#include "core/clsZebek.h"
+#include "platform/Machine.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+constexpr Routine routine(const char *name)
+{
+    return {"Options XML Class", name, "Unknown"};
+}
+
+QString toText(bool value)
+{
+    return value ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
+}
+QString toText(std::int32_t value)
+{
+    return QString::number(value);
+}
+QString toText(const QString &value)
+{
+    return value;
+}
+
+/// The endings of a colour's elements, and where their bytes are.
+constexpr std::array<std::pair<char, int>, 3> Components{{{'R', 0}, {'G', 8}, {'B', 16}}};
+constexpr std::int32_t LargestComponent = 255;
+
+QString componentName(const char *element, char component)
+{
+    return QLatin1String(element) + QLatin1Char(component);
+}
+
+} // namespace
+
+template <typename Value>
+Value GameSetting<Value>::operator()() const
+{
+    return fnFromText<Value>(m_file.GetNodeValue(QLatin1String(m_element)));
+}
+
+template <typename Value>
+void GameSetting<Value>::Let(const Value &value)
+{
+    m_file.SetNodeValue(QLatin1String(m_element), toText(value));
+}
+
+template class GameSetting<bool>;
+template class GameSetting<std::int32_t>;
+template class GameSetting<QString>;
+
+std::int32_t GameColour::operator()() const
+{
+    std::int32_t colour = 0;
+    for (const auto &[component, shift] : Components) {
+        const QString text = m_file.GetNodeValue(componentName(m_element, component));
+        colour |= std::clamp(fnIfInteger(text).value_or(0), 0, LargestComponent) << shift;
+    }
+    return colour;
+}
+
+void GameColour::Let(std::int32_t colour)
+{
+    for (const auto &[component, shift] : Components) {
+        m_file.SetNodeValue(componentName(m_element, component),
+                            QString::number(colour >> shift & LargestComponent));
+    }
+}
+
+clsOptionsXML::clsOptionsXML()
+    : m_path(fnGamePath(QStringLiteral("options.xml"))), m_fileExists(QFile::exists(m_path))
+{
+    const QFile::Permissions permissions =
+        m_fileExists ? QFile::permissions(m_path) : QFile::Permissions();
+    if (m_fileExists && !permissions.testFlag(QFile::WriteOwner)) {
+        QFile::setPermissions(m_path, permissions | QFile::WriteOwner);
+    }
+}
+
+void clsOptionsXML::Load()
+{
+    m_document = platform::XmlDocument::load(m_path);
+}
+
+void clsOptionsXML::Save()
+{
+    if (m_document) {
+        platform::replaceFile(gRoot->Machine().files, m_path, m_document->toBytes(),
+                              platform::Durability::SurvivesPowerLoss);
+    }
+}
+
+void clsOptionsXML::RemoveGRServer(const QString &address)
+{
+    if (!m_document) {
+        return;
+    }
+    for (platform::XmlElement &element : m_document->findAll("IPAddress")) {
+        if (element.text() == address) {
+            element.setText({});
+            return;
+        }
+    }
+}
+
+QString clsOptionsXML::GetNodeValue(const QString &element)
+{
+    return Trap(routine("GetNodeValue"), [&] {
+        const auto found =
+            m_document ? m_document->findFirst(element.toLatin1().constData()) : std::nullopt;
+        return found ? found->text() : QString();
+    });
+}
+
+void clsOptionsXML::SetNodeValue(const QString &element, const QString &text)
+{
+    Trap(routine("SetNodeValue"), [&] {
+        if (auto found =
+                m_document ? m_document->findFirst(element.toLatin1().constData()) : std::nullopt) {
+            found->setText(text);
+        }
+    });
+}

@@ -1,0 +1,48 @@
+#include "ui/GameNumberField.h"
+
+#include "core/basNumbers.h"
+
+#include <QLineEdit>
+
+#include <utility>
+
+namespace {
+
+constexpr double Largest = 65535;
+
+/// The number itself is compared, before any rounding: 65535.2 is too large.
+bool isAccepted(const QString &text)
+{
+    if (!fnIsNumeric(text)) {
+        return false;
+    }
+    const double number = text.trimmed().toDouble();
+    return number >= 0 && number <= Largest;
+}
+
+} // namespace
+
+GameNumberField::GameNumberField(QLineEdit *box, std::function<void()> edited)
+    : QObject(box), m_box(box), m_edited(std::move(edited))
+{
+    connect(box, &QLineEdit::textChanged, this, &GameNumberField::textChanged);
+}
+
+void GameNumberField::textChanged(const QString &text)
+{
+    if (isAccepted(text)) {
+        m_accepted = text;
+        m_edited();
+    } else if (text != m_accepted) { // nothing may have been accepted yet
+        putBack(text);
+    }
+}
+
+/// The cursor stays where it was before the refused keystroke.
+void GameNumberField::putBack(const QString &refused)
+{
+    const auto added = static_cast<int>(refused.size() - m_accepted.size());
+    const int cursor = m_box->cursorPosition() - added;
+    m_box->setText(m_accepted);
+    m_box->setCursorPosition(cursor);
+}

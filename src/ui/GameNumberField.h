@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+class QLineEdit;
+
+/// Lets a text box hold only a number that a game setting can have: any other text, an empty one
+/// too, is silently replaced by the last one that was accepted. Tells of every accepted change.
+class GameNumberField : public QObject
+{
+public:
+    GameNumberField(QLineEdit *box, std::function<void()> edited);
+
+private:
+    void textChanged(const QString &text);
+    void putBack(const QString &refused);
+
+    QLineEdit *m_box;
+    std::function<void()> m_edited;
+    QString m_accepted;
+};

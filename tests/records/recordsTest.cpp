@@ -1,0 +1,233 @@
+#include "records/basParse.h"
+#include "records/clsReplays.h"
+#include "records/clsTrackStats.h"
+#include "support/ToolTest.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+
+namespace {
+
+const QByteArray Rows = "<TD>J\xE4ger</TD><TD>Red</TD><TD>Rifle</TD><TD>Alive</TD><TD>3</TD>"
+                        "<TD>2</TD><TD>7</TD><TD>1</TD><TD>3</TD><TD>0</TD><TD>42%</TD><TD>0%</TD>"
+                        "<TD>0</TD><TD>1</TD>\r\n</TR>\r\n<TR>\r\n"
+                        "<td>no row</td>\r\n</TR>\r\n<TR>\r\n"
+                        "<TD>B &amp; C</TD><TD>Blue\r\n</TR>\r\n";
+
+QByteArray page(const QByteArray &rows, const QByteArray &time = "Wed Jun 18 20:51:40 2003",
+                const QByteArray &map = "Castle")
+{
+    return "<HTML>\r\n\r\n\r\n<H1>Mission Stats (" + time + "\r\n<H2>Map (" + map +
+           ")\r\n6\r\n7\r\n" + (rows.isEmpty() ? "" : "<TR>\r\n") + rows + "</TABLE>\r\n)";
+}
+
+/// The game's directory with a replay, and the tracker's passes run by hand.
+class recordsTest : public ToolTest
+{
+protected:
+    recordsTest()
+    {
+        writeOptions("<AutoStartGRServer>False</AutoStartGRServer>");
+        QDir(directory.path()).mkpath(u"data/SAVE/replay"_s);
+        root->Start();
+    }
+    void writeReplay(const QString &time, const QByteArray &content = "replay")
+    {
+        writeAt(u"data/SAVE/replay/defaultreplay.rpf"_s, content, time);
+    }
+    /// A page of a match; each one is changed a minute after the last.
+    void writePage(const QByteArray &content)
+    {
+        m_pageTime = m_pageTime.addSecs(60);
+        writeAt(u"MissionStats.htm"_s, content, m_pageTime.toString(Qt::ISODate));
+    }
+    void writeAt(const QString &name, const QByteArray &content, const QString &time)
+    {
+        write(name, content);
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.setFileTime(QDateTime::fromString(time, Qt::ISODate),
+                         QFileDevice::FileModificationTime);
+    }
+    QStringList archive() const
+    {
+        return QDir(path(u"Replays"_s)).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+    void tick() { fake.clock.advance(45000); }
+
+private:
+    QDateTime m_pageTime{QDate(2004, 1, 5), QTime(9, 7, 3)};
+};
+
+} // namespace
+
+TEST_F(recordsTest, ThePageBecomesARecord)
+{
+    auto document = XMLFromGamePage(page(Rows), u"/g/missionstats.htm"_s);
+    const QByteArray text = document.toBytes();
+    EXPECT_TRUE(text.contains("<Game Version=\"1.00\" Date=\"2003-06-18 20:51:40\" "
+                              "DateDouble=\"37790.869212963\" DateAdded=\"46095.6315509259\" "
+                              "SortKey2=\"631550.925929332\" Map=\"Castle\" GameType=\"\" "
+                              "Inserts=\"\" TimeLimit=\"\" Winner=\"\" Loser=\"\" Draw1=\"\" "
+                              "Draw2=\"\" OrigPath=\"/g/missionstats.htm\">"))
+        << text.constData();
+    EXPECT_TRUE(text.contains(
+        "<Player Name=\"J\xC3\xA4ger\" Team=\"Red\" Soldier=\"Rifle\" Status=\"Alive\">"
+        "<ShotKills>3</ShotKills><ExpKills>2</ExpKills><TotalKills>5</TotalKills>"
+        "<GunShots>7</GunShots><ExpShots>1</ExpShots><TotalShots>8</TotalShots>"
+        "<ShotHits>3</ShotHits><ExpHits>0</ExpHits><TotalHits>3</TotalHits>"
+        "<ShotAccuracy>42%</ShotAccuracy><ExpAccuracy>0%</ExpAccuracy>"
+        "<TotalAccuracy>0.375</TotalAccuracy><TKs>0</TKs><Deaths>1</Deaths></Player>"))
+        << text.constData();
+    EXPECT_EQ(document.findAll("Player").size(), 2U);
+    EXPECT_TRUE(text.contains("Name=\"B &amp;amp; C\" Team=\"\""));
+    EXPECT_TRUE(text.contains("<TotalAccuracy>0</TotalAccuracy>"));
+    EXPECT_EQ(recordCount(), 0);
+
+    for (const QByteArray &foreign :
+         {QByteArray(), QByteArray("\n\n\n\n\n\n\n\n\n<TD>"), page(Rows).first(300)}) {
+        EXPECT_FALSE(fnIsWholePage(foreign));
+        XMLFromGamePage(foreign, {});
+    }
+    EXPECT_EQ(recordCount(), 0);
+    XMLFromGamePage(page({}, "never"), {});
+    EXPECT_EQ(lastRecord(), u"basParse|XMLFromGameFile|Global|13"_s);
+}
+
+TEST_F(recordsTest, EachNewMatchIsArchivedOnceAlsoAcrossRestarts)
+{
+    writeReplay(u"2004-03-15T21:07:09"_s);
+    writePage(page(Rows));
+    tick();
+    const QString castle = u"2004_03_15_21_07_09_Castle_replay.rpf"_s;
+    EXPECT_EQ(archive(), QStringList{castle});
+    EXPECT_EQ(read(u"ZEBEKSCache.dat"_s), page(Rows));
+    EXPECT_EQ(read(u"Replays/"_s + castle), "replay");
+
+    // The same match with another time in its heading, also after a restart.
+    writePage(page(Rows, "Wed Jun 18 20:55:00 2003"));
+    writeReplay(u"2004-03-15T21:30:00"_s);
+    tick();
+    newTool();
+    root->Start();
+    tick();
+    EXPECT_EQ(archive(), QStringList{castle});
+
+    // Nothing is compared while replays are not recorded; then the last match counts.
+    root->Options()->RecordReplays.Let(false);
+    writePage(page(Rows + "<TR>\r\n" + Rows, "x", "Farm"));
+    tick();
+    EXPECT_EQ(archive().size(), 1);
+    root->Options()->RecordReplays.Let(true);
+    tick();
+    EXPECT_EQ(archive().last(), u"2004_03_15_21_30_00_Farm_replay.rpf"_s);
+
+    // One player is a blank match.
+    writeReplay(u"2004-03-15T22:00:00"_s);
+    writePage(page(Rows.first(Rows.indexOf("<TR>\r\n<td>"))));
+    tick();
+    EXPECT_EQ(archive().size(), 2);
+    root->Options()->SkipBlankReplays.Let(false);
+    writePage(page({}, "x", ""));
+    tick();
+    EXPECT_EQ(archive().last(), u"2004_03_15_22_00_00_replay.rpf"_s);
+}
+
+TEST_F(recordsTest, APageInProgressIsLookedAtAgainAndAHugeOneIsRecordedOnce)
+{
+    writeReplay(u"2004-03-15T21:07:09"_s);
+    const QByteArray whole = page(Rows);
+    writeAt(u"missionstats.htm"_s, whole.first(whole.size() / 2), u"2004-03-15T21:07:10"_s);
+    tick();
+    EXPECT_TRUE(archive().isEmpty());
+    writeAt(u"missionstats.htm"_s, whole, u"2004-03-15T21:07:10"_s);
+    tick();
+    tick();
+    EXPECT_EQ(archive().size(), 1);
+    EXPECT_EQ(recordCount(), 0);
+
+    writeAt(u"missionstats.htm"_s, whole + QByteArray(LargestStatisticsPage, 'x'),
+            u"2004-03-15T22:00:00"_s);
+    tick();
+    tick();
+    EXPECT_EQ(recordCount(), 1);
+    EXPECT_EQ(lastRecord(), u"Stats Track Class|RecordStatsFile|Unknown|6"_s);
+}
+
+TEST_F(recordsTest, AFullArchiveGivesUpItsSmallestName)
+{
+    root->Options()->ReplayCount.Let(3);
+    for (const char *name : {"Old.rpf", "2004_a.rpf", "1999_old.rpf", "0note.txt"}) {
+        write(u"Replays/"_s + QString::fromLatin1(name), {});
+    }
+    write(u"Replays/9.rpf.zebek-new"_s, "left over");
+    QDir(path(u"Replays"_s)).mkdir(u"0.rpf"_s);
+    writeReplay(u"2004-03-15T21:07:09"_s);
+    root->Replays()->ArchiveReplay(u"M"_s);
+    EXPECT_EQ(archive(), (QStringList{u"0note.txt"_s, u"2004_03_15_21_07_09_M_replay.rpf"_s,
+                                      u"2004_a.rpf"_s, u"Old.rpf"_s}));
+    root->Options()->ReplayCount.Let(-1);
+    writeReplay(u"2004-03-15T21:08:09"_s);
+    root->Replays()->ArchiveReplay({});
+    EXPECT_EQ(archive().size(), 4) << "one file a call";
+}
+
+TEST_F(recordsTest, NothingIsLeftBehindByACopyThatFails)
+{
+    root->Replays()->ArchiveReplay(u"no replay"_s);
+    EXPECT_EQ(recordCount(), 0);
+
+    writeReplay(u"2004-03-15T21:07:09"_s, QByteArray(100000, 'r'));
+    for (const int failAt : {2, 3, 4}) {
+        fake.files.operations = 0;
+        fake.files.failAt = failAt;
+        root->Replays()->ArchiveReplay(u"M"_s);
+        EXPECT_TRUE(archive().isEmpty()) << failAt;
+        EXPECT_EQ(lastRecord(), u"clsReplays|ArchiveReplay|Root Object|28"_s);
+        fake.files.failAt = 0;
+    }
+    root->Replays()->ArchiveReplay(u"a/b"_s);
+    EXPECT_EQ(lastRecord(), u"clsReplays|ArchiveReplay|Root Object|2"_s);
+    root->Options()->ReplayFolder.Let(path(u"nowhere"_s));
+    root->Replays()->ArchiveReplay(u"M"_s);
+    EXPECT_EQ(lastRecord(), u"clsReplays|MaintainReplayDirectory|Root Object|75"_s);
+    root->Options()->ReplayFolder.Let(path(u"Replays"_s));
+    root->Replays()->ArchiveReplay(u"M"_s);
+    EXPECT_EQ(archive().size(), 1);
+}
+
+TEST_F(recordsTest, WhatHappensWhileTheFolderIsListedDoesNoHarm)
+{
+    root->Options()->ReplayCount.Let(2);
+    for (const char *name : {"1.rpf", "2.rpf", "3.rpf"}) {
+        write(u"Replays/"_s + QString::fromLatin1(name), {});
+    }
+    writeReplay(u"2004-03-15T21:07:09"_s);
+    const auto duringTheListing = [](std::function<void()> event) {
+        QMetaObject::invokeMethod(qApp, std::move(event), Qt::QueuedConnection);
+    };
+    // The same match is reported again, and the operator deletes what is to be deleted.
+    duringTheListing([this] { root->Replays()->ArchiveReplay(u"M"_s); });
+    duringTheListing([this] { QFile::remove(path(u"Replays/1.rpf"_s)); });
+    root->Replays()->ArchiveReplay(u"M"_s);
+    EXPECT_EQ(archive(),
+              (QStringList{u"2.rpf"_s, u"2004_03_15_21_07_09_M_replay.rpf"_s, u"3.rpf"_s}));
+
+    // The game goes on to the next match, which is archived under its own name.
+    writeReplay(u"2004-03-15T21:08:00"_s);
+    duringTheListing([this] {
+        writeReplay(u"2004-03-15T21:09:00"_s, "next");
+        root->Replays()->ArchiveReplay(u"N"_s);
+    });
+    root->Replays()->ArchiveReplay(u"M"_s);
+    EXPECT_FALSE(archive().contains(u"2004_03_15_21_08_00_M_replay.rpf"_s));
+    EXPECT_EQ(read(u"Replays/2004_03_15_21_09_00_N_replay.rpf"_s), "next");
+
+    const QStringList before = archive();
+    writeReplay(u"2004-03-15T21:10:00"_s);
+    duringTheListing([this] { root->Quit(); });
+    root->Replays()->ArchiveReplay(u"Q"_s);
+    EXPECT_EQ(fake.processEnd.ends, 1);
+    EXPECT_EQ(archive(), before);
+    EXPECT_EQ(recordCount(), 0);
+}

@@ -1,0 +1,144 @@
+#include "server/clsMods.h"
+
+#include "support/ToolTest.h"
+
+#include <random>
+
+namespace {
+
+class clsModsTest : public ToolTest
+{
+protected:
+    clsModsTest()
+    {
+        startIdle();
+        QFile::remove(path(u"modsset.txt"_s));
+        QDir(directory.path()).rmdir(u"Mods"_s);
+    }
+    void addMod(const QString &folder, const QByteArray &description = {})
+    {
+        QDir(directory.path()).mkpath(u"mods/"_s + folder);
+        if (!description.isNull()) {
+            write(u"mods/%1/ModsCont.txt"_s.arg(folder), description);
+        }
+    }
+    static QStringList activeMods(const clsMods &mods)
+    {
+        QStringList forward;
+        QStringList backward;
+        for (auto *mod = mods.FirstActiveMod(); mod != nullptr; mod = mod->NextActiveMod) {
+            forward.append(mod->ModName);
+        }
+        for (auto *mod = mods.LastActiveMod(); mod != nullptr; mod = mod->PreviousActiveMod) {
+            backward.prepend(mod->ModName);
+        }
+        EXPECT_EQ(forward, backward);
+        for (const auto &mod : mods.Mods()) {
+            EXPECT_EQ(mod->Active, forward.contains(mod->ModName));
+        }
+        return forward;
+    }
+};
+
+} // namespace
+
+TEST_F(clsModsTest, FindsModsAndReadsAndWritesTheActiveOnes)
+{
+    for (const char *folder : {"Desert", "Urban", "Origmiss", "origmiss", "Ärger"}) {
+        addMod(QString::fromUtf8(folder));
+    }
+    write(u"mods/a file"_s, "no mod");
+    write(u"ModsSet.txt"_s, "// HEADER\r\n\"\\mods\\urban\"\r\n\"\\mods\\missing\"\r\nnoise\r\n"
+                            "\"\\mods\\DESERT\"\r\n\"\\mods\\urban\"\r\n\"\\mods\\\xE4rgerX\r\n"
+                            "\r\n\"\\mods\\origmiss\"\r\n");
+    clsMods mods;
+    mods.Load();
+    EXPECT_EQ(mods.Mods().size(), 4U);
+    EXPECT_EQ(activeMods(mods),
+              (QStringList{u"\\mods\\Urban"_s, u"\\mods\\Desert"_s, u"\\mods\\Ärger"_s}));
+    mods.Save();
+    const QByteArray heading = "// MODS SETTINGS - LIST OF MODS ACTIVE ON THIS SYSTEM\r\n";
+    EXPECT_EQ(read(u"ModsSet.txt"_s), heading + "\"\\mods\\urban\"\r\n\"\\mods\\desert\"\r\n"
+                                                "\"\\mods\\\xE4rger\"\r\n");
+    for (const auto &mod : mods.Mods()) {
+        mods.DeactivateMod(mod->ModName);
+    }
+    mods.Save();
+    EXPECT_EQ(read(u"ModsSet.txt"_s), heading);
+    EXPECT_EQ(recordCount(), 0);
+}
+
+TEST_F(clsModsTest, WhatIsMissingIsRecorded)
+{
+    clsMods mods;
+    mods.Load();
+    EXPECT_TRUE(mods.Mods().empty());
+    EXPECT_EQ(recordCount(), 2);
+    EXPECT_EQ(lastRecord(), u"Options XML Class|CheckActiveMods|Unknown|75"_s);
+    fake.files.failAt = 1;
+    fake.files.operations = 0;
+    mods.Save();
+    EXPECT_FALSE(QFile::exists(path(u"modsset.txt"_s)));
+}
+
+TEST_F(clsModsTest, TheNameIsReadByTheRulesOfCommaDelimitedText)
+{
+    const std::pair<QByteArray, const char *> cases[] = {
+        {"[x]\r\nname = \"Desert Pack\"\r\n", "Desert Pack"},
+        {"a, b \"N\xFCr\" c", "Nür"},
+        {"  one \"First\"", "First"},
+        {"x\r\nname = \"A, B\"", ""}, // the item ends at the comma
+        {"x\r\n\"quoted\"", ""},      // the item's own quotes are dropped
+        {"\"a\"rest,n \"N\"", "N"},
+        {"x\nn \"\"", ""},
+        {"", ""},
+        {"x,y,n \"third\"", ""},
+    };
+    for (const auto &[description, name] : cases) {
+        addMod(u"M"_s, description);
+        clsModInfo mod;
+        mod.setModPath(path(u"mods/M"_s));
+        EXPECT_EQ(mod.Name(), QString::fromUtf8(name)) << description.constData();
+    }
+}
+
+TEST_F(clsModsTest, AnySequenceOfOperationsKeepsTheListInOrder)
+{
+    const QStringList folders{u"A"_s, u"B"_s, u"C"_s, u"D"_s, u"E"_s};
+    for (const QString &folder : folders) {
+        addMod(folder);
+    }
+    write(u"modsset.txt"_s, {});
+    clsMods mods;
+    mods.Load();
+    QStringList model;
+    std::mt19937 random(1);
+    for (int step = 0; step < 5000; ++step) {
+        const QString key = u"\\mods\\"_s + folders.value(static_cast<int>(random() % 6));
+        const qsizetype place = model.indexOf(key);
+        switch (random() % 4) {
+        case 0:
+            mods.ActivateMod(key.toLower());
+            if (place < 0 && key.size() > 6) {
+                model.append(key);
+            }
+            break;
+        case 1:
+            mods.DeactivateMod(key);
+            model.removeOne(key);
+            break;
+        case 2:
+            mods.DecreaseModPosition(key);
+            if (place > 0) {
+                model.swapItemsAt(place, place - 1);
+            }
+            break;
+        default:
+            mods.IncreaseModPosition(key);
+            if (place >= 0 && place + 1 < model.size()) {
+                model.swapItemsAt(place, place + 1);
+            }
+        }
+        ASSERT_EQ(activeMods(mods), model) << step;
+    }
+}

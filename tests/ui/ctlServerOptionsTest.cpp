@@ -1,0 +1,282 @@
+#include "support/ToolTest.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTabWidget>
+#include <QtTest/QTest>
+
+namespace {
+
+class ctlServerOptionsTest : public ToolTest
+{
+protected:
+    ctlServerOptionsTest()
+    {
+        write(u"options.xml"_s, options("Camp", 2346));
+        write(u"modsset.txt"_s, "// \r\n\"\\mods\\bravo\"\r\n\"\\mods\\alpha\"\r\n");
+        for (const auto &mod : {u"Alpha"_s, u"Bravo"_s, u"Charlie"_s}) {
+            QDir(directory.path()).mkpath(u"Mods/"_s + mod);
+            write(u"Mods/%1/ModsCont.txt"_s.arg(mod), "//\r\nname = \"" + mod.toLatin1() + "\"");
+        }
+        startIdle();
+        select(frmMain::ServerOptions);
+    }
+
+    static QByteArray options(const QByteArray &name, int joinPort, int difficulty = 2)
+    {
+        return "<Options><MPGameName>" + name + "</MPGameName><MOTD>Hello</MOTD><JoinPort>" +
+               QByteArray::number(joinPort) +
+               "</JoinPort><AnnouncePort>2347</AnnouncePort><GameSynchTimeout>60</GameSynchTimeout>"
+               "<RemoteServerAccess>TRUE</RemoteServerAccess>"
+               "<RemoteServerPasswd>pw</RemoteServerPasswd><RecordGame>FALSE</RecordGame>"
+               "<BehindFirewall>FALSE</BehindFirewall><Difficulty>" +
+               QByteArray::number(difficulty) + "</Difficulty></Options>";
+    }
+    QString saved(const char *element) const
+    {
+        auto file = platform::XmlDocument::load(path(u"options.xml"_s));
+        const auto found = file ? file->findFirst(element) : std::nullopt;
+        return found ? found->text() : QString();
+    }
+
+    void select(frmMain::Tab tab) const { child<QTabWidget>("tabMain")->setCurrentIndex(tab); }
+    QLineEdit &box(const char *name) const { return *child<QLineEdit>(name); }
+    QListWidget &mods() const { return *child<QListWidget>("lsvMods"); }
+    void click(const char *button) const
+    {
+        QTest::mouseClick(child<QAbstractButton>(button), Qt::LeftButton);
+    }
+    void clickLabel(const char *name) const
+    {
+        QTest::mouseClick(child<QLabel>(name), Qt::LeftButton, {}, {9, 9});
+    }
+    void clickRow(int row, int x) const
+    {
+        const QRect place = mods().visualItemRect(mods().item(row));
+        QTest::mouseClick(mods().viewport(), Qt::LeftButton, {}, {x, place.center().y()});
+    }
+    static constexpr int CheckMark = 10;
+    static constexpr int Text = 60;
+
+    /// The mods' initials in order, the active ones before the separator, the selected in capital.
+    QString rows() const
+    {
+        QString text;
+        for (int row = 0; row < mods().count(); ++row) {
+            const QListWidgetItem &item = *mods().item(row);
+            EXPECT_EQ(item.checkState() == Qt::Checked,
+                      !text.contains(u'-') && item.text()[0] != u'-');
+            const QString letter = item.text().left(1).toLower();
+            text += item.isSelected() ? letter.toUpper() : letter;
+        }
+        return text;
+    }
+    /// Which buttons are enabled, of: up, down, save, cancel.
+    QString enabled() const
+    {
+        QString text;
+        for (const char *name : {"cmdIncrease", "cmdDecrease", "cmdSave", "cmdCancel"}) {
+            text += child<QAbstractButton>(name)->isEnabled() ? QChar::fromLatin1(name[3]) : u'.';
+        }
+        return text;
+    }
+    void runServer()
+    {
+        fake.system.addServer(server().EXEPath());
+        server().StartGRServer(true);
+    }
+};
+
+} // namespace
+
+TEST_F(ctlServerOptionsTest, EveryEditMakesThePanelDirtyAndCancelTakesItBack)
+{
+    const std::function<void()> edits[] = {
+        [&] { QTest::keyClick(&box("txtName"), 'x'); },
+        [&] { QTest::keyClick(&box("txtMOTD"), 'x'); },
+        [&] { QTest::keyClick(&box("txtPassword"), 'x'); },
+        [&] { QTest::keyClick(&box("txtJoinPort"), '1'); },
+        [&] { QTest::keyClick(&box("txtAnnouncePort"), '1'); },
+        [&] { QTest::keyClick(&box("txtSynchTimeout"), '1'); },
+        [&] { QTest::keyClick(child<QCheckBox>("chkRecordGame"), Qt::Key_Space); },
+        [&] { clickLabel("lblAllowRemoteAccess"); },
+        [&] { clickLabel("lblFirewall"); },
+        [&] { clickRow(3, CheckMark); },
+    };
+    const auto shown = [&] {
+        QStringList texts{rows()};
+        for (const char *name : {"txtName", "txtMOTD", "txtPassword", "txtJoinPort",
+                                 "txtAnnouncePort", "txtSynchTimeout"}) {
+            texts += box(name).text();
+        }
+        for (const char *name : {"chkAllowRemoteAccess", "chkRecordGame", "chkFirewall"}) {
+            texts += child<QCheckBox>(name)->isChecked() ? u"on"_s : u"off"_s;
+        }
+        return texts.join(u' ');
+    };
+    const QString stored = u"Ba-c Camp Hello pw 2346 2347 60 on off off"_s;
+    EXPECT_EQ(shown(), stored);
+    for (const auto &edit : edits) {
+        EXPECT_EQ(enabled(), u".D.."_s);
+        edit();
+        EXPECT_NE(shown(), stored);
+        EXPECT_TRUE(enabled().endsWith(u"SC"_s));
+        click("cmdCancel");
+        EXPECT_EQ(shown(), stored);
+        EXPECT_EQ(root->MainWindow()->focusWidget(), &box("txtName"));
+    }
+    EXPECT_EQ(enabled(), u".D.."_s);
+}
+
+TEST_F(ctlServerOptionsTest, UnsavedEditsSurviveAChangeOfTabs)
+{
+    write(u"options.xml"_s, options("Base", 2346));
+    select(frmMain::Main);
+    select(frmMain::ServerOptions);
+    EXPECT_EQ(box("txtName").text(), u"Base"_s);
+    QTest::keyClick(&box("txtName"), '2');
+    write(u"options.xml"_s, options("Fort", 2346));
+    select(frmMain::Main);
+    select(frmMain::ServerOptions);
+    EXPECT_EQ(box("txtName").text(), u"Base2"_s);
+}
+
+TEST_F(ctlServerOptionsTest, ANumberThatASettingCannotHaveIsSilentlyTakenBack)
+{
+    QLineEdit &port = box("txtJoinPort");
+    port.setCursorPosition(2);
+    QTest::keyClick(&port, 'x');
+    EXPECT_EQ(port.text(), u"2346"_s);
+    EXPECT_EQ(port.cursorPosition(), 2);
+    port.selectAll();
+    QTest::keyClick(&port, Qt::Key_Delete);
+    EXPECT_EQ(port.text(), u"2346"_s);
+    for (const auto refused : {"65536"_L1, "65535.2"_L1, "-0.4"_L1, "-1"_L1, "nan"_L1, "inf"_L1,
+                               "1e5"_L1, "1e999"_L1, "0x10"_L1}) {
+        port.setText(refused);
+        EXPECT_EQ(port.text(), u"2346"_s);
+    }
+
+    for (const auto accepted : {"0"_L1, "65535"_L1, " 1e3 "_L1, "2.5"_L1}) {
+        port.setText(accepted);
+        EXPECT_EQ(port.text(), accepted);
+    }
+    click("cmdSave");
+    EXPECT_EQ(saved("JoinPort"), u"2"_s);
+    EXPECT_EQ(port.text(), u"2"_s);
+    EXPECT_EQ(fake.boxes.boxes, QStringList());
+}
+
+TEST_F(ctlServerOptionsTest, SaveWritesWhatIsShownAndKeepsWhatIsNot)
+{
+    box("txtName").setText(u"A & B"_s);
+    clickLabel("lblRecordGame");
+    clickLabel("lblAllowRemoteAccess");
+    clickRow(3, CheckMark);
+    write(u"options.xml"_s, options("Behind", 1, 5));
+    click("cmdSave");
+    const QByteArray expected = options("A &amp; B", 2346, 5)
+                                    .replace("TRUE", "FALSE")
+                                    .replace("RecordGame>FALSE", "RecordGame>TRUE");
+    EXPECT_TRUE(read(u"options.xml"_s).contains(expected)) << read(u"options.xml"_s).constData();
+    EXPECT_TRUE(
+        read(u"modsset.txt"_s)
+            .endsWith("\r\n\"\\mods\\bravo\"\r\n\"\\mods\\alpha\"\r\n\"\\mods\\charlie\"\r\n"));
+    EXPECT_EQ(rows(), u"Bac-"_s);
+    EXPECT_EQ(enabled(), u".D.."_s);
+    EXPECT_EQ(recordCount(), 0);
+}
+
+TEST_F(ctlServerOptionsTest, NothingIsSavedWhileTheServerRunsAndTheWarningFollowsTheHeartbeat)
+{
+    const auto *const warning = child<QLabel>("lblSaveWarning");
+    runServer();
+    EXPECT_FALSE(warning->isVisible());
+    fake.clock.advance(500);
+    EXPECT_TRUE(warning->isVisible());
+    QTest::keyClick(&box("txtName"), 'x');
+    click("cmdSave");
+    EXPECT_EQ(
+        fake.boxes.boxes,
+        QStringList{u"Please note|64|You will need to stop the server to save your changes."_s});
+    EXPECT_EQ(saved("MPGameName"), u"Camp"_s);
+    EXPECT_EQ(box("txtName").text(), u"Campx"_s);
+    EXPECT_EQ(enabled(), u".DSC"_s);
+
+    server().StopGRServer();
+    fake.clock.advance(500);
+    EXPECT_FALSE(warning->isVisible());
+    click("cmdSave");
+    EXPECT_EQ(saved("MPGameName"), u"Campx"_s);
+}
+
+TEST_F(ctlServerOptionsTest, TheSeparatorCannotBeChecked)
+{
+    clickRow(2, CheckMark);
+    QTest::keyClick(&mods(), Qt::Key_Space);
+    mods().item(2)->setCheckState(Qt::Checked);
+    EXPECT_EQ(rows(), u"ba-c"_s);
+    EXPECT_TRUE(mods().item(2)->isSelected());
+    EXPECT_EQ(mods().item(2)->text(), QString(36, u'-'));
+    EXPECT_EQ(enabled(), u"...."_s);
+}
+
+TEST_F(ctlServerOptionsTest, AModIsActivatedAtTheEndAndStaysSelected)
+{
+    clickRow(3, Text);
+    EXPECT_EQ(rows(), u"ba-C"_s);
+    EXPECT_EQ(enabled(), u"...."_s);
+    QTest::keyClick(&mods(), Qt::Key_Space);
+    EXPECT_EQ(rows(), u"baC-"_s);
+    EXPECT_EQ(enabled(), u"I.SC"_s);
+    clickRow(0, CheckMark);
+    EXPECT_EQ(rows(), u"ac-B"_s);
+    EXPECT_EQ(enabled(), u"..SC"_s);
+}
+
+TEST_F(ctlServerOptionsTest, TheArrowsMoveTheSelectedActiveMod)
+{
+    clickRow(3, CheckMark);
+    click("cmdIncrease");
+    EXPECT_EQ(rows(), u"bCa-"_s);
+    EXPECT_EQ(enabled(), u"IDSC"_s);
+    auto *const up = child<QAbstractButton>("cmdIncrease");
+    up->setFocus();
+    QTest::keyClick(up, Qt::Key_Space);
+    EXPECT_EQ(rows(), u"Cba-"_s);
+    EXPECT_EQ(enabled(), u".DSC"_s);
+    auto *const down = child<QAbstractButton>("cmdDecrease");
+    EXPECT_EQ(root->MainWindow()->focusWidget(), down);
+    QTest::keyClick(down, Qt::Key_Space);
+    QTest::keyClick(down, Qt::Key_Space);
+    EXPECT_EQ(rows(), u"baC-"_s);
+    EXPECT_EQ(enabled(), u"I.SC"_s);
+    EXPECT_EQ(root->MainWindow()->focusWidget(), up);
+    QTest::keyClick(&mods(), Qt::Key_Up);
+    EXPECT_EQ(enabled(), u"IDSC"_s);
+}
+
+TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
+{
+    QTest::keyClick(&box("txtName"), 'x');
+    fake.files.failAt = fake.files.operations + 2;
+    click("cmdSave");
+    EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|28"_s);
+    EXPECT_EQ(saved("MPGameName"), u"Camp"_s);
+    QFile::rename(path(u"options.xml"_s), path(u"away"_s));
+    click("cmdSave");
+    EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|75"_s);
+    EXPECT_EQ(box("txtName").text(), u"Campx"_s);
+    EXPECT_EQ(enabled(), u".DSC"_s);
+
+    click("cmdCancel");
+    EXPECT_EQ(lastRecord(), u"Server Options Panel|FillFields|Unknown|75"_s);
+    QFile::rename(path(u"away"_s), path(u"options.xml"_s));
+    click("cmdCancel");
+    EXPECT_EQ(box("txtName").text(), u"Camp"_s);
+    EXPECT_EQ(enabled(), u".D.."_s);
+    EXPECT_EQ(recordCount(), 3);
+}
