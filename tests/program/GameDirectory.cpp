@@ -1,5 +1,7 @@
 #include "program/GameDirectory.h"
 
+#include "support/gameFiles.h"
+
 #include <csignal>
 #include <sys/types.h>
 
@@ -25,6 +27,7 @@ GameDirectory::GameDirectory(const QString &name)
     for (const QString &program : {Tool, Server}) {
         QFile::copy(QCoreApplication::applicationDirPath() + u'/' + program, path(program));
     }
+    writeGameFiles(path({}));
     m_tool.setProcessChannelMode(QProcess::ForwardedChannels);
 }
 

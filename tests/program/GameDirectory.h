@@ -17,7 +17,7 @@ class GameDirectory
     Q_DISABLE_COPY(GameDirectory)
 
 public:
-    explicit GameDirectory(const QString &name = u"łukasz 50% 'Игра' <&>"_s);
+    explicit GameDirectory(const QString &name = u"łukasz 50% \"Игра\" <&>"_s);
     ~GameDirectory();
 
     QString path(const QString &name = {}) const { return m_directory.filePath(name); }

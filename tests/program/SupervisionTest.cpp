@@ -254,5 +254,5 @@ TEST_F(SupervisionTest, WithoutTheGameItSaysSoAndEnds)
     windows.postClose(waitForWindow(u"Ghost Recon Not Found"_s));
     ASSERT_TRUE(game.tool().waitForFinished(5000));
     EXPECT_EQ(QDir(game.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-              QStringList{u"ZebekSuite.exe"_s});
+              (QStringList{u"Mods"_s, u"modsset.txt"_s, u"options.xml"_s, u"ZebekSuite.exe"_s}));
 }

@@ -10,7 +10,7 @@ class clsProcessTest : public ToolTest
 {
 protected:
     clsProcessTest() { startIdle(); }
-    ~clsProcessTest() override
+    void TearDown() override
     {
         EXPECT_TRUE(fake.system.handles.empty()) << "a handle was never closed";
         EXPECT_EQ(fake.system.wrongCloses, 0) << "a handle was closed twice";

@@ -8,6 +8,7 @@
 #include "platform/XmlDocument.h"
 #include "server/ctlGRServer.h"
 #include "support/FakeMachine.h"
+#include "support/gameFiles.h"
 #include "ui/frmMain.h"
 
 #include <QtTest/QtTest>
@@ -34,14 +35,7 @@ protected:
     ToolTest()
     {
         write(u"GhostRecon.exe"_s, {});
-        QByteArray settings;
-        for (const char *number : {"JoinPort", "AnnouncePort", "GameSynchTimeout",
-                                   "RemoteServerAccess", "RecordGame", "BehindFirewall"}) {
-            settings += QByteArray("<") + number + ">1</" + number + ">";
-        }
-        write(u"options.xml"_s, "<game>" + settings + "</game>");
-        QDir(directory.path()).mkdir(u"Mods"_s);
-        write(u"modsset.txt"_s, {});
+        writeGameFiles(directory.path());
         newTool();
     }
 
