@@ -8,8 +8,9 @@
 
 namespace platform {
 
-/// Ends the process; SIGTERM, SIGINT and SIGHUP reach the event loop through an event descriptor. The
-/// signals are caught, not blocked: a blocked signal would stay so in every program that we start.
+/// Ends the process; SIGTERM, SIGINT and SIGHUP reach the event loop through an event descriptor.
+/// The signals are caught, not blocked: a blocked signal would stay so in every program that we
+/// start.
 class LinuxProcessEnd final : public ProcessEnd
 {
 public:
