@@ -202,7 +202,8 @@ TEST_F(SupervisionTest, EveryWayToEndTheToolSavesItsOptionsAndLeavesTheServerRun
         EXPECT_EQ(game.tool().exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(game.tool().exitCode(), 0);
         EXPECT_FALSE(options().contains("stray"));
-        EXPECT_TRUE(options().contains(game.path(u"Replays"_s).toHtmlEscaped().toUtf8()));
+        QByteArray replays = game.path(u"Replays"_s).toHtmlEscaped().toUtf8();
+        EXPECT_TRUE(options().contains(replays.replace("&quot;", "\""))); // needs no escape in text
         EXPECT_EQ(game.server(), server);
     }
 }
