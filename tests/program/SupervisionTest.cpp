@@ -158,7 +158,7 @@ TEST_F(SupervisionTest, AGameThatCannotBeStartedIsRecordedOnceAndTheToolRunsOn)
 
 TEST_F(SupervisionTest, AStartedServerInheritsNothingButRunsInItsDirectory)
 {
-    start(QuickPolling, "-server-name \"a  b\\\"c\" \"\"");
+    start(QuickPolling, R"(-server-name "a  b\"c" "")");
     const auto server = static_cast<pid_t>(waitForSupervisedServer());
     EXPECT_EQ(QFile::symLinkTarget(u"/proc/%1/cwd"_s.arg(server)), game.path());
     QFile commandLine(u"/proc/%1/cmdline"_s.arg(server));
