@@ -91,3 +91,18 @@ bool fnToBoolean(const QString &text)
     }
     return *value != 0.0;
 }
+
+QString fnToText(bool value)
+{
+    return value ? QStringLiteral("True") : QStringLiteral("False");
+}
+
+QString fnToText(std::int32_t value)
+{
+    return QString::number(value);
+}
+
+QString fnToText(const QString &value)
+{
+    return value;
+}

@@ -28,5 +28,10 @@ bool fnToBoolean(const QString &text);
 template <typename Value>
 Value fnFromText(const QString &text);
 
+/// The text of a value: "True" or "False", decimal digits, a text itself.
+QString fnToText(bool value);
+QString fnToText(std::int32_t value);
+QString fnToText(const QString &value);
+
 /// The value rounded as fnToInteger() does; nothing when a 32-bit integer cannot hold it.
 std::optional<std::int32_t> fnRound(double value);

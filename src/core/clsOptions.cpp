@@ -52,19 +52,6 @@ QString defaultReplayFolder()
     return gRoot->RootDirectory() + QStringLiteral("Replays");
 }
 
-QString toText(bool value)
-{
-    return value ? QStringLiteral("True") : QStringLiteral("False");
-}
-QString toText(std::int32_t value)
-{
-    return QString::number(value);
-}
-QString toText(const QString &value)
-{
-    return value;
-}
-
 QString initialText(const char *element)
 {
     if (qstrcmp(element, "Version") == 0) {
@@ -221,7 +208,7 @@ std::optional<XmlDocument> clsOptions::ToXML()
     }
     for (const Row &row : Table) {
         std::visit(
-            [&](auto member) { SetAttribute(*document, row.element, toText((this->*member)())); },
+            [&](auto member) { SetAttribute(*document, row.element, fnToText((this->*member)())); },
             row.member);
     }
     return document;
@@ -244,12 +231,7 @@ void clsOptions::CopyUnreadFileAside()
     for (int number = 2; QFile::exists(aside); ++number) {
         aside = QStringLiteral("%1-%2.xml").arg(base, QString::number(number));
     }
-    QFile file(m_path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw platform::Failure(platform::Failure::PathAccess,
-                                QStringLiteral("%1: %2").arg(m_path, file.errorString()));
-    }
-    platform::replaceFile(gRoot->Machine().files, aside, file.readAll(),
+    platform::replaceFile(gRoot->Machine().files, aside, platform::readFile(m_path),
                           platform::Durability::SurvivesPowerLoss, m_path);
     m_fileUnread = false;
 }

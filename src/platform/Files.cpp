@@ -2,7 +2,10 @@
 
 #include "platform/Failure.h"
 
+#include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace platform {
 
@@ -20,6 +23,19 @@ QString behindLinks(const QString &path)
 }
 
 } // namespace
+
+QByteArray readFile(const QString &path, qint64 atMost)
+{
+    QFile file(path);
+    QByteArray content;
+    if (file.open(QIODevice::ReadOnly)) {
+        content = file.read(std::min(atMost, file.size()));
+    }
+    if (file.error() != QFileDevice::NoError) {
+        throw Failure(Failure::PathAccess, QStringLiteral("%1: %2").arg(path, file.errorString()));
+    }
+    return content;
+}
 
 QString replacementName(const QString &path)
 {

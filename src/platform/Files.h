@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <limits>
+
 namespace platform {
 
 /// The file operations of which a safe replacement is made, one system call or so each, so that a
@@ -38,6 +40,9 @@ enum class Durability {
 /// is then in place.
 void replaceFile(Files &files, const QString &path, const QByteArray &content,
                  Durability durability, const QString &permissionsOf = {});
+
+/// The file's content, or its first bytes where a limit is given. Throws Failure.
+QByteArray readFile(const QString &path, qint64 atMost = std::numeric_limits<qint64>::max());
 
 /// The name under which replaceFile() writes the new content first.
 QString replacementName(const QString &path);

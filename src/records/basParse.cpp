@@ -9,7 +9,6 @@
 #include "platform/Machine.h"
 
 #include <QDateTime>
-#include <QFile>
 #include <QLocale>
 #include <QRegularExpression>
 
@@ -206,14 +205,7 @@ void addHeading(XmlElement game, const QStringList &lines, const QString &path)
 XmlDocument XMLFromGameFile(const QString &path)
 {
     QByteArray page;
-    Trap(Conversion, [&] {
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly)) {
-            throw platform::Failure(platform::Failure::PathAccess,
-                                    QStringLiteral("%1: %2").arg(path, file.errorString()));
-        }
-        page = file.read(LargestStatisticsPage);
-    });
+    Trap(Conversion, [&] { page = platform::readFile(path, LargestStatisticsPage); });
     return XMLFromGamePage(page, path);
 }
 

@@ -43,19 +43,6 @@ platform::Failure fileFailure(const QFile &file)
             QStringLiteral("%1: %2").arg(file.fileName(), file.errorString())};
 }
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw fileFailure(file);
-    }
-    QByteArray content = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        throw fileFailure(file);
-    }
-    return content;
-}
-
 } // namespace
 
 void clsReplays::Release()
@@ -84,7 +71,7 @@ void clsReplays::ArchiveReplay(const QString &Name)
         if (!MaintainReplayDirectory() || QFileInfo(source).lastModified() != changed) {
             return;
         }
-        platform::replaceFile(gRoot->Machine().files, target, contentOf(source),
+        platform::replaceFile(gRoot->Machine().files, target, platform::readFile(source),
                               platform::Durability::SurvivesPowerLoss);
         m_lastArchived = target;
     });

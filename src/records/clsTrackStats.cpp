@@ -13,7 +13,6 @@
 #include "records/clsReplays.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 namespace {
@@ -26,8 +25,9 @@ QString fnStatsFileName(const QDateTime &changed)
 /// Empty for a file that cannot be read.
 QByteArray contentOf(const QString &path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.read(LargestStatisticsPage + 1) : QByteArray();
+    QByteArray content;
+    SkipFailure([&] { content = platform::readFile(path, LargestStatisticsPage + 1); });
+    return content;
 }
 
 /// Overwrites the heading with the match's time, so that it does not count in a comparison.

@@ -9,7 +9,6 @@
 #include "platform/Machine.h"
 
 #include <QDirIterator>
-#include <QFile>
 
 namespace {
 
@@ -35,11 +34,6 @@ QString fnModNameFromFile(const QString &line)
     return line.startsWith(u'"') ? line.mid(1, line.size() - 2) : QString();
 }
 
-platform::Failure notThere(const QString &path, const QString &reason)
-{
-    return {platform::Failure::PathAccess, QStringLiteral("%1: %2").arg(path, reason)};
-}
-
 } // namespace
 
 void clsMods::Load()
@@ -56,7 +50,8 @@ void clsMods::LoadAvailableMods()
     Trap(routine("LoadAvailableMods"), [this] {
         const QString folder = fnGamePath(QStringLiteral("Mods"));
         if (!QFileInfo(folder).isDir()) {
-            throw notThere(folder, QStringLiteral("No such folder"));
+            throw platform::Failure(platform::Failure::PathAccess,
+                                    QStringLiteral("%1: No such folder").arg(folder));
         }
         QDirIterator folders(folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
         while (folders.hasNext()) {
@@ -78,11 +73,7 @@ void clsMods::CheckActiveMods()
     m_first = nullptr;
     m_last = nullptr;
     Trap(routine("CheckActiveMods"), [this] {
-        QFile file(listPath());
-        if (!file.open(QIODevice::ReadOnly)) {
-            throw notThere(file.fileName(), file.errorString());
-        }
-        const QStringList lines = platform::fromCodePage(file.readAll())
+        const QStringList lines = platform::fromCodePage(platform::readFile(listPath()))
                                       .replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
                                       .split(u'\n');
         for (const QString &line : lines) {

@@ -20,19 +20,6 @@ constexpr Routine routine(const char *name)
     return {"Options XML Class", name, "Unknown"};
 }
 
-QString toText(bool value)
-{
-    return value ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
-}
-QString toText(std::int32_t value)
-{
-    return QString::number(value);
-}
-QString toText(const QString &value)
-{
-    return value;
-}
-
 /// The endings of a colour's elements, and where their bytes are.
 constexpr std::array<std::pair<char, int>, 3> Components{{{'R', 0}, {'G', 8}, {'B', 16}}};
 constexpr std::int32_t LargestComponent = 255;
@@ -53,7 +40,11 @@ Value GameSetting<Value>::operator()() const
 template <typename Value>
 void GameSetting<Value>::Let(const Value &value)
 {
-    m_file.SetNodeValue(QLatin1String(m_element), toText(value));
+    QString text = fnToText(value);
+    if constexpr (std::is_same_v<Value, bool>) {
+        text = text.toUpper(); // the game writes TRUE and FALSE
+    }
+    m_file.SetNodeValue(QLatin1String(m_element), text);
 }
 
 template class GameSetting<bool>;
