@@ -2,19 +2,35 @@
 
 #include <utility>
 
+/// Pages of the web site that show a setting: the key of one of them, or one of these.
+inline constexpr const char *NoPage = nullptr;
+inline constexpr const char *EveryPage = "";
+
+/// Renders the pages again that show a setting, if there is a web site yet.
+void RefreshPages(const char *pages);
+
 /// One setting of the tool: reading it is calling it.
 template <typename Value>
 class Setting
 {
 public:
-    explicit Setting(Value initial = {}) : m_value(std::move(initial)) {}
+    explicit Setting(const char *pages, Value initial = {})
+        : m_pages(pages), m_value(std::move(initial))
+    {
+    }
 
     const Value &operator()() const { return m_value; }
-    void Let(Value value) { Ex(std::move(value)); }
+    /// Stores the value and renders the pages again that show it.
+    void Let(Value value)
+    {
+        Ex(std::move(value));
+        RefreshPages(m_pages);
+    }
     /// For the web site's own handlers, which render their pages themselves: stores and nothing
     /// else.
     void Ex(Value value) { m_value = std::move(value); }
 
 private:
+    const char *m_pages;
     Value m_value;
 };

@@ -123,13 +123,19 @@ bool RunOnStartupSetting::operator()() const
     return GetRunOnStartup();
 }
 
+void RunOnStartupSetting::Let(bool value) const
+{
+    Ex(value);
+    RefreshPages("AdminSystemOptions");
+}
+
 void RunOnStartupSetting::Ex(bool value) const
 {
     SetRunOnStartup(value);
 }
 
 clsOptions::clsOptions(bool xmlAvailable)
-    : ReplayFolder(defaultReplayFolder()),
+    : ReplayFolder("AdminReplays", defaultReplayFolder()),
       m_path(gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.xml")),
       m_xmlAvailable(xmlAvailable)
 {
@@ -169,7 +175,7 @@ void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
         [&](auto member) {
             using Value = std::decay_t<decltype((this->*member)())>;
             try {
-                (this->*member).Let(fnFromText<Value>(text));
+                (this->*member).Ex(fnFromText<Value>(text));
             } catch (const platform::Failure &failure) {
                 throw platform::Failure(failure.number(),
                                         QStringLiteral("%1: %2").arg(QLatin1String(row.element),
@@ -178,7 +184,7 @@ void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
         },
         row.member);
     if (qstrcmp(row.element, "ReplaysPath") == 0 && text == QLatin1String(DefaultFolder)) {
-        ReplayFolder.Let(defaultReplayFolder());
+        ReplayFolder.Ex(defaultReplayFolder());
     }
 }
 

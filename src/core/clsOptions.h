@@ -15,7 +15,7 @@
 struct RunOnStartupSetting
 {
     bool operator()() const;
-    void Let(bool value) const { Ex(value); }
+    void Let(bool value) const;
     void Ex(bool value) const;
 };
 
@@ -39,26 +39,26 @@ public:
     /// The same when nobody can be asked any more: a failure is recorded.
     void SaveUnattended();
 
-    Setting<QString> AdminUserName{QStringLiteral("Admin")};
-    Setting<QString> AdminPassword;
-    Setting<bool> AllowRemoteAccess;
+    Setting<QString> AdminUserName{EveryPage, QStringLiteral("Admin")};
+    Setting<QString> AdminPassword{EveryPage};
+    Setting<bool> AllowRemoteAccess{"AdminSystemOptions"};
     RunOnStartupSetting AutoRunOnStartup;
-    Setting<bool> AutoStartGRServer;
-    Setting<bool> AutoRestartGRServer;
-    Setting<bool> AutoRestartOnProcessStop;
-    Setting<bool> FindGRServer;
-    Setting<QString> RemoteAccessIP;
-    Setting<std::int32_t> RemoteAccessPort{80};
-    Setting<std::int32_t> ReplayCount{100};
-    Setting<bool> RecordReplays{true};
+    Setting<bool> AutoStartGRServer{"AdminServerControl"};
+    Setting<bool> AutoRestartGRServer{"AdminServerControl"};
+    Setting<bool> AutoRestartOnProcessStop{"AdminServerControl"};
+    Setting<bool> FindGRServer{"AdminSystemOptions"};
+    Setting<QString> RemoteAccessIP{NoPage};
+    Setting<std::int32_t> RemoteAccessPort{"AdminSystemOptions", 80};
+    Setting<std::int32_t> ReplayCount{"AdminReplays", 100};
+    Setting<bool> RecordReplays{"AdminReplays", true};
     Setting<QString> ReplayFolder;
-    Setting<std::int32_t> ServerPollingFrequency; ///< milliseconds
-    Setting<std::int32_t> ServerStartupTimeout;   ///< seconds
-    Setting<std::int32_t> ServerTimeout;          ///< seconds
-    Setting<QString> ServerCommandLineArgs;
-    Setting<bool> SkipBlankReplays{true};
-    Setting<QString> ServerRunningGif; ///< URL of an image
-    Setting<QString> ServerCrashGif;   ///< URL of an image
+    Setting<std::int32_t> ServerPollingFrequency{"AdminServerControl"}; ///< milliseconds
+    Setting<std::int32_t> ServerStartupTimeout{"AdminServerControl"};   ///< seconds
+    Setting<std::int32_t> ServerTimeout{"AdminServerControl"};          ///< seconds
+    Setting<QString> ServerCommandLineArgs{"AdminServerControl"};
+    Setting<bool> SkipBlankReplays{"AdminReplays", true};
+    Setting<QString> ServerRunningGif{"AdminStatusOptions"}; ///< URL of an image
+    Setting<QString> ServerCrashGif{"AdminStatusOptions"};   ///< URL of an image
 
     /// The folder that the keys of the match records are formed from.
     static QString StatsPath();
@@ -82,7 +82,7 @@ private:
     void CopyUnreadFileAside();
 
     /// What the file said; it is only carried over.
-    Setting<bool> m_autoRunInFile;
+    Setting<bool> m_autoRunInFile{NoPage};
     QString m_path;
     bool m_xmlAvailable;
     /// The file holds what was not loaded and would be lost by saving.

@@ -14,6 +14,7 @@
 #include "ui/ctlServerControl.h"
 #include "ui/ctlServerOptions.h"
 #include "ui/frmMain.h"
+#include "web/clsWebSite.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -57,6 +58,23 @@ QString clsZebek::StatsCacheFileName() const
     return m_rootDirectory + QStringLiteral("ZEBEKSCache.dat");
 }
 
+iMainWindow *clsZebek::Desktop() const
+{
+    return m_mainWindow.get();
+}
+
+void clsZebek::RefreshPages(const QString &key) const
+{
+    if (!m_webSite) {
+        return;
+    }
+    if (key.isEmpty()) {
+        m_webSite->RefreshAllPages();
+    } else if (iWebPage *const page = m_webSite->Page(key)) {
+        page->Refresh();
+    }
+}
+
 void clsZebek::Start()
 {
     constexpr Routine start{"Zebek", "Start", "Root Object"};
@@ -64,13 +82,15 @@ void clsZebek::Start()
     if (!RunWithRetry(start, [&] { gameFound = LocateRootDirectory(); }) || !gameFound) {
         return;
     }
-    const std::array<std::function<void()>, 11> steps{
+    const std::array<std::function<void()>, 13> steps{
         [this] { m_errors = std::make_unique<clsErrors>(); },
         [this] { LoadGlobalForm(); },
         [this] { m_options = std::make_unique<clsOptions>(); },
         [this] { m_trackStats = std::make_unique<clsTrackStats>(); },
         [this] { m_replays = std::make_unique<clsReplays>(); },
+        [this] { CreateWebSite(); },
         [this] { LoadMainWindow(); },
+        [this] { StartWebServer(); },
         [this] { m_mainWindow->show(); },
         [this] { ConfigureSupervisor(); },
         [this] { WatchStatistics(); },
@@ -114,6 +134,12 @@ void clsZebek::LoadGlobalForm()
     m_globalForm->Form_Load();
 }
 
+void clsZebek::CreateWebSite()
+{
+    m_webSite = std::make_unique<clsWebSite>();
+    m_webSite->RefreshAllPages();
+}
+
 void clsZebek::LoadMainWindow()
 {
     m_mainWindow = std::make_unique<frmMain>();
@@ -121,6 +147,13 @@ void clsZebek::LoadMainWindow()
     m_mainWindow->HostPanel(frmMain::ServerOptions, std::make_unique<ctlServerOptions>());
     m_mainWindow->Form_Load();
     m_mainWindow->FillFields();
+}
+
+void clsZebek::StartWebServer() const
+{
+    if (m_options->AllowRemoteAccess()) {
+        m_globalForm->StartWebServer();
+    }
 }
 
 void clsZebek::ConfigureSupervisor() const

@@ -8,8 +8,10 @@ class clsErrors;
 class clsOptions;
 class clsReplays;
 class clsTrackStats;
+class clsWebSite;
 class frmGlobal;
 class frmMain;
+class iMainWindow;
 
 namespace platform {
 struct Machine;
@@ -32,6 +34,8 @@ public:
     clsOptions *Options() const { return m_options.get(); }
     /// The replay archive; null before Start made it.
     clsReplays *Replays() const { return m_replays.get(); }
+    /// The web site; null before Start made it.
+    clsWebSite *WebSite() const { return m_webSite.get(); }
     /// The game's installation directory; ends in the platform's separator.
     const QString &RootDirectory() const { return m_rootDirectory; }
     /// The statistics tracker's copy of the game's statistics page.
@@ -47,13 +51,21 @@ public:
     frmGlobal *GlobalForm() const { return m_globalForm.get(); }
     /// The main window; null before Start loaded it.
     frmMain *MainWindow() const { return m_mainWindow.get(); }
+    /// The main window as the web site knows it.
+    iMainWindow *Desktop() const;
     const platform::Machine &Machine() const { return m_machine; }
+
+    /// Renders a page of the web site again, or every page where the key is empty. Nothing while
+    /// there is no web site, or no such page.
+    void RefreshPages(const QString &key) const;
 
 private:
     bool LocateRootDirectory();
     void CreateReplaysFolder() const;
     void LoadGlobalForm();
+    void CreateWebSite();
     void LoadMainWindow();
+    void StartWebServer() const;
     void ConfigureSupervisor() const;
     void WatchStatistics() const;
     void AutoStartServer() const;
@@ -66,6 +78,7 @@ private:
     std::unique_ptr<frmGlobal> m_globalForm;
     std::unique_ptr<clsTrackStats> m_trackStats;
     std::unique_ptr<clsReplays> m_replays;
+    std::unique_ptr<clsWebSite> m_webSite;
     std::unique_ptr<frmMain> m_mainWindow;
     bool m_quitting = false;
 };

@@ -1,12 +1,18 @@
 #include "core/frmGlobal.h"
 
+#include "core/basAddress.h"
 #include "core/basMain.h"
 #include "core/basTraps.h"
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
+#include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "server/ctlGRServer.h"
 #include "ui/frmMain.h"
+#include "web/ConnectionSocket.h"
+#include "web/clsWebSite.h"
+
+#include <limits>
 
 namespace {
 
@@ -21,7 +27,13 @@ frmGlobal::frmGlobal()
       tmrHeartbeat(gRoot->Machine().clock, [this] { tmrHeartbeat_Timer(); }),
       tmrReplays(gRoot->Machine().clock)
 {
-    wsckConnections.front() = std::make_unique<QTcpSocket>();
+    frmGlobal::LoadConnection(0);
+    constexpr int Backlog = 1024;
+    wsckNewConnections.setListenBacklogSize(Backlog);
+    // The one that waits for a free element; the others wait with the system.
+    wsckNewConnections.setMaxPendingConnections(1);
+    QObject::connect(&wsckNewConnections, &QTcpServer::newConnection,
+                     [this] { wsckNewConnections_ConnectionRequest(); });
 }
 
 frmGlobal::~frmGlobal() = default;
@@ -38,7 +50,67 @@ void frmGlobal::Form_Load()
 
 void frmGlobal::LoadConnection(std::size_t index)
 {
-    wsckConnections.at(index) = std::make_unique<QTcpSocket>();
+    wsckConnections.at(index) =
+        std::make_unique<ConnectionSocket>([this, index] { wsckConnections_DataArrival(index); },
+                                           [this] { wsckNewConnections_ConnectionRequest(); });
+}
+
+QString frmGlobal::DefaultLocalIP() const
+{
+    return fnPrimaryAddress().toString();
+}
+
+void frmGlobal::StopWebServer()
+{
+    wsckNewConnections.close();
+    m_webServerRunning = false;
+}
+
+void frmGlobal::StartWebServer()
+{
+    Trap({"Global Controls", "StartWebServer", "None"}, [this] {
+        const clsOptions &options = *gRoot->Options();
+        if (m_webServerRunning || options.AdminUserName().isEmpty() ||
+            options.AdminPassword().isEmpty() || options.RemoteAccessPort() == 0) {
+            return;
+        }
+        wsckNewConnections.close();
+        Listen(options.RemoteAccessPort());
+        m_webServerRunning = true;
+    });
+}
+
+void frmGlobal::Listen(std::int32_t port)
+{
+    if (port < 0 || port > std::numeric_limits<quint16>::max()) {
+        throw platform::Failure(platform::Failure::Overflow,
+                                QStringLiteral("%1 is not a port").arg(port));
+    }
+    if (!wsckNewConnections.listen(QHostAddress::Any, static_cast<quint16>(port))) {
+        throw platform::Failure(wsckNewConnections.serverError(),
+                                QStringLiteral("Port %1: %2")
+                                    .arg(QString::number(port), wsckNewConnections.errorString()));
+    }
+}
+
+void frmGlobal::wsckNewConnections_ConnectionRequest()
+{
+    const auto free = [](const auto &element) { return element && element->isFree(); };
+    while (wsckNewConnections.hasPendingConnections()) {
+        const auto element =
+            std::find_if(std::next(wsckConnections.begin()), wsckConnections.end(), free);
+        if (element == wsckConnections.end()) {
+            return;
+        }
+        (*element)->accept(std::unique_ptr<QTcpSocket>(wsckNewConnections.nextPendingConnection()));
+    }
+}
+
+void frmGlobal::wsckConnections_DataArrival(std::size_t index)
+{
+    const std::string id = std::to_string(index);
+    Trap({"Global Controls", "Connection_DataArrival", id.c_str()},
+         [&] { gRoot->WebSite()->ParseRequest(*wsckConnections.at(index)); });
 }
 
 void frmGlobal::tmrHeartbeat_Timer()
@@ -47,7 +119,10 @@ void frmGlobal::tmrHeartbeat_Timer()
     m_heartbeatCount = m_heartbeatCount < LastHeartbeatCount ? m_heartbeatCount + 1 : 1;
     Trap(tick, [] { gRoot->MainWindow()->PushUpdate(); });
     if (m_heartbeatCount % SupervisionTicks == 0) {
+        Trap(tick, [] { gRoot->WebSite()->Page(QStringLiteral("PublicStatus"))->setStale(true); });
         Trap(tick, [this] { SuperviseServer(); });
+        // QTcpServer stops for good when the system has no more descriptors for a moment.
+        wsckNewConnections.resumeAccepting();
     }
 }
 

@@ -2,11 +2,12 @@
 
 #include "platform/Timer.h"
 
-#include <QTcpSocket>
+#include <QTcpServer>
 
 #include <array>
 #include <memory>
 
+class ConnectionSocket;
 class ctlGRServer;
 
 /// The hidden form: owner of the periodic timers, the supervisor and the web server's sockets.
@@ -27,6 +28,20 @@ public:
     /// duty is recorded and hinders neither the other nor the next tick.
     void tmrHeartbeat_Timer();
 
+    /// The address under which this machine is reached, to show it.
+    QString DefaultLocalIP() const;
+    bool WebServerRunning() const { return m_webServerRunning; }
+    /// Open connections are left to finish.
+    void StopWebServer();
+    /// Listens on the port of the settings, on all addresses. Nothing when it runs already, and
+    /// without a user name, a password or a port. A failure is recorded.
+    void StartWebServer();
+
+    /// Gives connections that wait to free elements, the lowest first. Those that find none wait
+    /// on, and are neither accepted nor refused.
+    void wsckNewConnections_ConnectionRequest();
+    void wsckConnections_DataArrival(std::size_t index);
+
     /// Ticks of the heartbeat, 1 to 601 and again from 1.
     int HeartbeatCount() const { return m_heartbeatCount; }
 
@@ -34,15 +49,19 @@ public:
     platform::Timer tmrHeartbeat;
     /// Ticks for the statistics tracker.
     platform::Timer tmrReplays;
-    /// Element 0 is there from the beginning, 1 to 100 from Form_Load on.
-    std::array<std::unique_ptr<QTcpSocket>, 101> wsckConnections;
+    QTcpServer wsckNewConnections;
+    /// Element 0 is there from the beginning and takes no connection; 1 to 100 are from Form_Load
+    /// on.
+    std::array<std::unique_ptr<ConnectionSocket>, 101> wsckConnections;
 
 protected:
     /// Makes one element of the pool. Throws when the system has no more of what it takes.
     virtual void LoadConnection(std::size_t index);
 
 private:
+    void Listen(std::int32_t port);
     void SuperviseServer();
 
     int m_heartbeatCount = 1;
+    bool m_webServerRunning = false;
 };

@@ -13,7 +13,15 @@ class Failure : public std::exception
 {
 public:
     /// Numbers of the failures that the system itself knows no code for.
-    enum Code { Overflow = 6, TypeMismatch = 13, Unexpected = 51, PathAccess = 75 };
+    enum Code {
+        InvalidCall = 5,
+        Overflow = 6,
+        TypeMismatch = 13,
+        Unexpected = 51,
+        FileNotFound = 53,
+        PathAccess = 75,
+        DuplicateKey = 457,
+    };
 
     Failure(int number, const QString &description)
         : m_number(number), m_description(description), m_what(description.toUtf8())

@@ -1,5 +1,6 @@
 #include "server/ctlServerStatus.h"
 
+#include "core/basAddress.h"
 #include "core/basMain.h"
 #include "core/basTraps.h"
 #include "core/clsZebek.h"
@@ -19,23 +20,6 @@ constexpr std::string_view Request("\xC0\xDE\xF1\x11\x42\x06\x00\xF5\x03\x00\x00
 constexpr int SecondsUnlimited = 9990;
 constexpr int SecondsUnknown = 9999;
 
-/// The first IPv4 address of a network that is up; the loopback address without a network.
-QHostAddress primaryAddress()
-{
-    for (const QNetworkInterface &network : QNetworkInterface::allInterfaces()) {
-        if (!network.flags().testFlags(QNetworkInterface::IsUp | QNetworkInterface::IsRunning) ||
-            network.flags().testFlag(QNetworkInterface::IsLoopBack)) {
-            continue;
-        }
-        for (const QNetworkAddressEntry &entry : network.addressEntries()) {
-            if (entry.ip().protocol() == QAbstractSocket::IPv4Protocol) {
-                return entry.ip();
-            }
-        }
-    }
-    return {QHostAddress::LocalHost};
-}
-
 int floorDivision(int dividend, int divisor)
 {
     return dividend >= 0 ? dividend / divisor : -((divisor - 1 - dividend) / divisor);
@@ -50,7 +34,7 @@ QString twoDigits(int number)
 
 } // namespace
 
-ctlServerStatus::ctlServerStatus() : m_ip(primaryAddress().toString()), m_address(m_ip)
+ctlServerStatus::ctlServerStatus() : m_ip(fnPrimaryAddress().toString()), m_address(m_ip)
 {
     setWinsock(std::make_unique<QUdpSocket>());
     setTimer(std::make_unique<platform::Timer>(gRoot->Machine().clock, [this] { TimerFired(); }));
@@ -91,7 +75,7 @@ void ctlServerStatus::setIP(const QString &ip)
 void ctlServerStatus::takeOwnAddress()
 {
     if (m_ipIsOwn && !QNetworkInterface::allAddresses().contains(m_address)) {
-        m_address = primaryAddress();
+        m_address = fnPrimaryAddress();
         m_ip = m_address.toString();
     }
 }

@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+class clsMods;
+
 /// What the main window asks of the panel on a tab.
 class ctlPanel : public QWidget
 {
@@ -14,4 +16,6 @@ public:
     virtual void PushUpdate() {}
     /// True while the panel holds edits that are not saved.
     virtual bool Dirty() const { return false; }
+    /// The mods that the panel edits; null for a panel without mods.
+    virtual const clsMods *ModsList() const { return nullptr; }
 };

@@ -284,17 +284,18 @@ void ctlServerOptions::showEditedMods(const QString &key)
 
 void ctlServerOptions::cmdSave_Click()
 {
+    if (serverRuns()) {
+        gRoot->Machine().messageBoxes.show(
+            QStringLiteral("You will need to stop the server to save your changes."),
+            QStringLiteral("Please note"), platform::OkOnly + platform::InformationIcon);
+        return;
+    }
     Trap(routine("cmdSave_Click"), [this] {
-        if (serverRuns()) {
-            gRoot->Machine().messageBoxes.show(
-                QStringLiteral("You will need to stop the server to save your changes."),
-                QStringLiteral("Please note"), platform::OkOnly + platform::InformationIcon);
-            return;
-        }
         saveOptions();
         saveMods();
         FillFields();
     });
+    gRoot->RefreshPages(QStringLiteral("AdminServerOptions"));
 }
 
 /// The file may have changed since it was shown: what is not shown here keeps the new values.

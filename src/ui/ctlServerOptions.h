@@ -34,8 +34,8 @@ public:
     void PushUpdate() override;
 
     bool Dirty() const override { return m_dirty; }
-    /// The mods as they are shown; the web site's pages work on the same object.
-    clsMods &ModsList() { return m_mods; }
+    /// The mods as they are shown.
+    const clsMods *ModsList() const override { return &m_mods; }
 
 private:
     /// Where a setting of the game is shown.

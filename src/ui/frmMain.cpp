@@ -81,6 +81,12 @@ void frmMain::FillFields()
     }
 }
 
+const clsMods *frmMain::ModsList() const
+{
+    const ctlPanel *const panel = m_panels.at(ServerOptions);
+    return panel != nullptr ? panel->ModsList() : nullptr;
+}
+
 void frmMain::PushUpdate()
 {
     if (ctlPanel *const panel = selectedPanel()) {

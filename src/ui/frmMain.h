@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/iMainWindow.h"
 #include "ui/ctlPanel.h"
 
 #include <QPointer>
@@ -17,7 +18,7 @@ class frmMain;
 /// The main window: tabs with a panel each, the version and thanks lines and the Quit button. It
 /// holds no settings; it passes two calls on to the panel of the selected tab. Closing it ends the
 /// program.
-class frmMain : public QWidget
+class frmMain : public QWidget, public iMainWindow
 {
     Q_DISABLE_COPY_MOVE(frmMain)
 
@@ -34,10 +35,11 @@ public:
     /// Fills the panels that others may ask for before their tab is first selected.
     void Form_Load();
 
-    /// Lets the panel of the selected tab load its controls from the settings.
-    void FillFields();
+    void FillFields() override;
     /// Lets the panel of the selected tab refresh its live state.
     void PushUpdate();
+
+    const clsMods *ModsList() const override;
 
     void tabMain_Click();
     void Label2_Click();

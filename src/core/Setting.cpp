@@ -1,0 +1,11 @@
+#include "core/Setting.h"
+
+#include "core/basMain.h"
+#include "core/clsZebek.h"
+
+void RefreshPages(const char *pages)
+{
+    if (pages != NoPage) {
+        gRoot->RefreshPages(QString::fromLatin1(pages));
+    }
+}

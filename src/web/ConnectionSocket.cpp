@@ -1,0 +1,106 @@
+#include "web/ConnectionSocket.h"
+
+#include "platform/LostPeer.h"
+
+#include <utility>
+
+ConnectionSocket::ConnectionSocket(Event dataArrival, Event closed)
+    : m_dataArrival(std::move(dataArrival)), m_closed(std::move(closed))
+{
+}
+
+ConnectionSocket::~ConnectionSocket()
+{
+    if (m_socket) {
+        m_socket->disconnect(this);
+    }
+    delete m_socket.release(); // with the form, so outside of any signal
+}
+
+void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
+{
+    close();
+    connection->setParent(nullptr);
+    m_socket.reset(connection.release());
+    m_answered = false;
+    platform::noticeLostPeer(m_socket->socketDescriptor());
+    // Queued, since a handler may show a message box: its event loop must not delete the socket
+    // while the socket's own code is still on the stack.
+    connect(m_socket.get(), &QTcpSocket::readyRead, this, &ConnectionSocket::arrived,
+            Qt::QueuedConnection);
+    connect(m_socket.get(), &QTcpSocket::bytesWritten, this, &ConnectionSocket::written);
+    connect(m_socket.get(), &QTcpSocket::errorOccurred, this, &ConnectionSocket::close);
+    connect(m_socket.get(), &QTcpSocket::disconnected, this, &ConnectionSocket::close);
+    // What happened to it while it waited for a free element.
+    QMetaObject::invokeMethod(this, &ConnectionSocket::arrived, Qt::QueuedConnection);
+}
+
+void ConnectionSocket::arrived()
+{
+    if (!m_socket || m_answered) {
+        return; // told too late: of a connection that has ended, say
+    }
+    if (m_socket->bytesAvailable() > 0) {
+        m_dataArrival();
+    } else if (m_socket->state() != QAbstractSocket::ConnectedState) {
+        close();
+    }
+}
+
+QByteArray ConnectionSocket::takeData()
+{
+    return m_socket ? m_socket->readAll() : QByteArray();
+}
+
+void ConnectionSocket::send(const QByteArray &answer)
+{
+    if (!m_socket || std::exchange(m_answered, true)) {
+        return;
+    }
+    if (answer.isEmpty()) {
+        close(); // no byte, no signal that it has been written
+        return;
+    }
+    stopReading();
+    m_socket->write(answer);
+    m_socket->flush(); // what the handler does after the answer does not hold it up
+}
+
+/// A peer that has said all it has to say may close its half of the connection. Reading that end
+/// would make QTcpSocket drop the answer, so its buffer is kept full until the answer is sent.
+void ConnectionSocket::stopReading()
+{
+    m_socket->ungetChar('\0');
+    m_socket->setReadBufferSize(1);
+}
+
+void ConnectionSocket::written()
+{
+    if (m_socket->bytesToWrite() == 0) {
+        close();
+    }
+}
+
+void ConnectionSocket::close()
+{
+    if (!m_socket) {
+        return;
+    }
+    m_socket->disconnect(this);
+    dropUnread();
+    m_socket->close();
+    m_socket.reset();
+    m_closed();
+}
+
+/// Closing with unread data resets the connection, and an answer that is on its way is lost.
+void ConnectionSocket::dropUnread()
+{
+    constexpr int Rounds = 16; // a peer that never stops sending does not stop us
+    m_socket->setReadBufferSize(0);
+    for (int round = 0; round < Rounds && m_socket->state() == QAbstractSocket::ConnectedState &&
+                        m_socket->waitForReadyRead(0);
+         ++round) {
+        m_socket->readAll();
+    }
+}

@@ -1,0 +1,90 @@
+// The forms of the game's settings and mods.
+#include "core/basMain.h"
+#include "core/clsZebek.h"
+#include "core/frmGlobal.h"
+#include "platform/Failure.h"
+#include "server/clsMods.h"
+#include "server/clsOptionsXML.h"
+#include "server/ctlGRServer.h"
+#include "web/FormFields.h"
+#include "web/UpdateForms.h"
+#include "web/UpdateTrap.h"
+
+#include <utility>
+
+namespace {
+
+constexpr const char *NumberMessage =
+    "Please enter a valid number for the game synch. time out (0-65535)<br>";
+constexpr std::int32_t LargestNumber = 65535;
+
+constexpr FormField<clsOptionsXML, GameSetting> GameFields[] = {
+    {"ServerName", &clsOptionsXML::MPGameName, "Server name truncated to max 20 characters (", 20},
+    {"MOTD", &clsOptionsXML::MOTD, "M.O.T.D. name truncated to max 100 characters (", 100},
+    {"AllowRemoteAccess", &clsOptionsXML::RemoteServerAccess},
+    {"RAPassword", &clsOptionsXML::RemoteServerPasswd,
+     "Admin password name truncated to max 12 characters (", 12},
+    {"RecordGame", &clsOptionsXML::RecordGame},
+    {"BehindFireWall", &clsOptionsXML::BehindFirewall},
+    {"Synch", &clsOptionsXML::GameSynchTimeout, NumberMessage, LargestNumber},
+    {"JoinPort", &clsOptionsXML::JoinPort, NumberMessage, LargestNumber},
+    {"AnnouncePort", &clsOptionsXML::AnnouncePort, NumberMessage, LargestNumber},
+};
+
+constexpr std::pair<const char *, void (clsMods::*)(const QString &)> ModActions[] = {
+    {"Deactivate", &clsMods::DeactivateMod},
+    {"  Activate  ", &clsMods::ActivateMod},
+    {"^", &clsMods::DecreaseModPosition},
+    {"v", &clsMods::IncreaseModPosition},
+};
+
+bool serverIsHeld()
+{
+    return gRoot->GlobalForm()->uctlGRServer->ProcessStatusText() !=
+           QLatin1String("No Process information");
+}
+
+} // namespace
+
+QString Update_ServerOptionsConfig(const clsWebServerRequest &request)
+{
+    return trapUpdate("Update_ServerOptionsConfig", [&] {
+        if (serverIsHeld()) {
+            return QStringLiteral("You cannot update the server options while the server is "
+                                  "running. Please shutdown the game server first<br>");
+        }
+        clsOptionsXML options;
+        options.Load();
+        if (!options.IsLoaded()) {
+            throw platform::Failure(
+                platform::Failure::PathAccess,
+                QStringLiteral("The game's file \"options.xml\" is missing or cannot be read"));
+        }
+        QString message = storeForm(request, options, GameFields,
+                                    [](auto &setting, const auto &value) { setting.Let(value); });
+        options.Save();
+        return message;
+    });
+}
+
+QString Update_ModList(const clsWebServerRequest &request)
+{
+    return trapUpdate("Update_ModList", [&] {
+        if (serverIsHeld()) {
+            return QStringLiteral(
+                "Please stop the GR server when attempting to edit the mods list. Changes will not "
+                "be saved.<br><center><input type=\"button\" value=\"Close\" "
+                "onclick=\"javascript:window.close();\"></center>");
+        }
+        clsMods mods;
+        mods.Load();
+        const QString action = request.FormField(QStringLiteral("ActionButton"));
+        for (const auto &[button, change] : ModActions) {
+            if (action == QLatin1String(button)) {
+                (mods.*change)(request.FormField(QStringLiteral("modname")));
+            }
+        }
+        mods.Save();
+        return QString();
+    });
+}

@@ -1,0 +1,79 @@
+// The forms of the tool's own settings.
+#include "core/basMain.h"
+#include "core/clsOptions.h"
+#include "core/clsZebek.h"
+#include "web/FormFields.h"
+#include "web/UpdateForms.h"
+#include "web/UpdateTrap.h"
+
+namespace {
+
+using Field = FormField<clsOptions, Setting>;
+
+constexpr Field ReplayFields[] = {
+    {"archiveReplays", &clsOptions::RecordReplays},
+    {"SkipBlankReplays", &clsOptions::SkipBlankReplays},
+    {"ReplayCount", &clsOptions::ReplayCount,
+     "Please enter a valid number for the replay count<br>"},
+};
+
+constexpr Field ServerControlFields[] = {
+    {"AutoStartGRServer", &clsOptions::AutoStartGRServer},
+    {"CMDLine", &clsOptions::ServerCommandLineArgs},
+    {"AutoRestartGRServer", &clsOptions::AutoRestartGRServer},
+    {"AutoRestartOnProcessStop", &clsOptions::AutoRestartOnProcessStop},
+    {"Pollingfreq", &clsOptions::ServerPollingFrequency,
+     "Please enter a valid number for the Polling Frequency (0-65535)<br>", 65535},
+    {"Timeout", &clsOptions::ServerTimeout,
+     "Please enter a valid number for the server time out (0-64)<br>", 64},
+    {"StartupTimeout", &clsOptions::ServerStartupTimeout,
+     "Please enter a valid number for the server startup time out (0-64)<br>", 64},
+};
+
+constexpr Field StatusFields[] = {
+    {"ServerGo", &clsOptions::ServerRunningGif},
+    {"ServerCrash", &clsOptions::ServerCrashGif},
+};
+
+constexpr Field SystemFields[] = {
+    {"ScanForProcesses", &clsOptions::FindGRServer},
+    {"StartWebServer", &clsOptions::AllowRemoteAccess},
+    {"AdminUN", &clsOptions::AdminUserName},
+    {"AdminPW", &clsOptions::AdminPassword},
+};
+
+/// Stores a form whose page is rendered afterwards.
+template <std::size_t Count>
+QString storeOptions(const char *routine, const clsWebServerRequest &request,
+                     const Field (&fields)[Count])
+{
+    return trapUpdate(routine, [&] {
+        return storeForm(request, *gRoot->Options(), fields,
+                         [](auto &setting, const auto &value) { setting.Ex(value); });
+    });
+}
+
+} // namespace
+
+QString Update_ReplayConfig(const clsWebServerRequest &request)
+{
+    return trapUpdate("Update_ReplayConfig", [&] {
+        return storeForm(request, *gRoot->Options(), ReplayFields,
+                         [](auto &setting, const auto &value) { setting.Let(value); });
+    });
+}
+
+QString Update_ServerControlConfig(const clsWebServerRequest &request)
+{
+    return storeOptions("Update_ServerControlConfig", request, ServerControlFields);
+}
+
+QString Update_StatusOptionsConfig(const clsWebServerRequest &request)
+{
+    return storeOptions("Update_StatusOptionsConfig", request, StatusFields);
+}
+
+QString Update_SystemOptionsConfig(const clsWebServerRequest &request)
+{
+    return storeOptions("Update_SystemOptionsConfig", request, SystemFields);
+}

@@ -1,0 +1,95 @@
+#include "web/ReplayFiles.h"
+
+#include "core/basMain.h"
+#include "core/basTraps.h"
+#include "core/clsOptions.h"
+#include "core/clsZebek.h"
+#include "platform/Failure.h"
+#include "web/clsWebServerRequest.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+constexpr Routine routine(const char *name)
+{
+    return {"Website", name, "Root Object"};
+}
+
+bool isPlainFileName(const QString &name)
+{
+    // The quote and the angle brackets are wildcards to Windows, too.
+    static const QRegularExpression special(QStringLiteral(R"([/\\:*?"<>|]|\.\.)"));
+    static const QRegularExpression device(
+        QRegularExpression::anchoredPattern(
+            QStringLiteral(R"((CON|PRN|AUX|NUL|CONIN\$|CONOUT\$|(COM|LPT)[0-9¹²³])\s*(\..*)?)")),
+        QRegularExpression::CaseInsensitiveOption);
+    const bool hasControl =
+        std::any_of(name.begin(), name.end(), [](QChar character) { return character < u' '; });
+    return !name.isEmpty() && !hasControl && !special.match(name).hasMatch() &&
+           !device.match(name).hasMatch();
+}
+
+bool isInside(const QFileInfo &file, const QString &folder)
+{
+    return file.isFile() &&
+           QFileInfo(file.canonicalFilePath()).path() == QDir(folder).canonicalPath();
+}
+
+} // namespace
+
+QStringList fnReplayFiles()
+{
+    QStringList names;
+    QDirIterator files(gRoot->Options()->ReplayFolder(), {QStringLiteral("*.rpf")},
+                       QDir::Files | QDir::Hidden);
+    while (files.hasNext()) {
+        files.next();
+        names.append(files.fileName());
+    }
+    return names;
+}
+
+std::optional<QString> fnReplayPath(const QString &name)
+{
+    const QString folder = gRoot->Options()->ReplayFolder();
+    const QString path = folder + QDir::separator() + name;
+    if (!isPlainFileName(name) || !isInside(QFileInfo(path), folder)) {
+        return std::nullopt;
+    }
+    return path;
+}
+
+bool RemoveReplay(const QString &name)
+{
+    return Trap(routine("RemoveReplay"), [&] {
+        if (!name.contains(QLatin1String(".rpf"))) {
+            return false;
+        }
+        const std::optional<QString> path = fnReplayPath(name);
+        QFile file(path.value_or(QString()));
+        if (path && !file.remove()) {
+            throw platform::Failure(platform::Failure::PathAccess,
+                                    QStringLiteral("%1: %2").arg(*path, file.errorString()));
+        }
+        return true;
+    });
+}
+
+QString DeleteReplays(const clsWebServerRequest &request)
+{
+    const QString prefix = QStringLiteral("DELFILE");
+    int count = 0;
+    for (const QString &field : request.FieldNames()) {
+        if (field.startsWith(prefix) &&
+            RemoveReplay(field.mid(prefix.size()).replace(u'+', u' '))) {
+            ++count;
+        }
+    }
+    return QStringLiteral("%1 Replays Files Deleted").arg(count);
+}

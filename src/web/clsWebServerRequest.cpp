@@ -1,0 +1,105 @@
+#include "web/clsWebServerRequest.h"
+
+#include "core/basTraps.h"
+#include "core/basUtilities.h"
+#include "platform/Failure.h"
+
+namespace {
+
+constexpr Routine routine(const char *name)
+{
+    return {"clsWebServerRequest", name, "None"};
+}
+
+const QLatin1String LineEnd("\r\n");
+const QLatin1String HeadersEnd("\r\n\r\n");
+
+/// Where a text is found; a request without it is broken off.
+qsizetype indexOf(const QString &text, QLatin1String wanted, qsizetype from, const char *what)
+{
+    const qsizetype index = text.indexOf(wanted, from);
+    if (index < 0) {
+        throw platform::Failure(platform::Failure::InvalidCall,
+                                QStringLiteral("The request has no %1").arg(QLatin1String(what)));
+    }
+    return index;
+}
+
+clsWebServerRequest::RequestMethod methodOf(const QString &requestLine)
+{
+    if (requestLine.startsWith(QLatin1String("GET "))) {
+        return clsWebServerRequest::Get;
+    }
+    return requestLine.startsWith(QLatin1String("POST")) ? clsWebServerRequest::Post
+                                                         : clsWebServerRequest::Other;
+}
+
+QString decoded(QString text)
+{
+    return fnParseURLValue(text.replace(u'+', u' '));
+}
+
+QString withoutLineEnds(QString text)
+{
+    while (text.endsWith(u'\r') || text.endsWith(u'\n')) {
+        text.chop(1);
+    }
+    return text;
+}
+
+} // namespace
+
+void clsWebServerRequest::ParseRequest(const QString &text)
+{
+    Trap(routine("ParseRequest"), [&] {
+        const qsizetype lineEnd = indexOf(text, LineEnd, 0, "line end");
+        const QString requestLine = text.left(lineEnd);
+        m_method = methodOf(requestLine);
+        const QLatin1String blank(" ");
+        const qsizetype first = indexOf(requestLine, blank, 0, "target");
+        const qsizetype second = indexOf(requestLine, blank, first + 2, "end of its target");
+        m_uri = requestLine.mid(first + 1, second - first - 1);
+        const qsizetype headersEnd =
+            indexOf(text, HeadersEnd, lineEnd + LineEnd.size(), "end of its headers");
+        fnParseFormFields(text.mid(headersEnd + HeadersEnd.size()));
+    });
+}
+
+void clsWebServerRequest::fnParseFormFields(const QString &body)
+{
+    Trap(routine("fnParseFormFields"), [&] {
+        m_values.clear();
+        m_names.clear();
+        qsizetype position = 0;
+        qsizetype equals = body.indexOf(u'=');
+        while (equals >= 0) {
+            const qsizetype ampersand = body.indexOf(u'&', position);
+            const QString value =
+                ampersand < 0 ? withoutLineEnds(body.mid(equals + 1))
+                              : body.mid(equals + 1, qMax<qsizetype>(ampersand - equals - 1, 0));
+            if (!value.isEmpty()) {
+                add(decoded(body.mid(position, equals - position)), decoded(value));
+            }
+            if (ampersand < 0) {
+                return;
+            }
+            position = ampersand + 1;
+            // A piece without "=" leaves the one of a later piece; searching it again for every
+            // such piece would take quadratic time.
+            if (equals < position) {
+                equals = body.indexOf(u'=', position);
+            }
+        }
+    });
+}
+
+void clsWebServerRequest::add(const QString &name, const QString &value)
+{
+    const QString key = name.toCaseFolded();
+    if (m_values.contains(key)) {
+        throw platform::Failure(platform::Failure::DuplicateKey,
+                                QStringLiteral("The field \"%1\" is posted twice").arg(name));
+    }
+    m_values.insert(key, value);
+    m_names.append(name);
+}

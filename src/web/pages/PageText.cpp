@@ -1,0 +1,124 @@
+#include "web/pages/PageText.h"
+
+#include "core/basMain.h"
+#include "core/clsOptions.h"
+#include "core/clsZebek.h"
+#include "platform/CodePage.h"
+
+#include <QFile>
+
+/// The texts are in a static library, which nobody else makes register them.
+static void registerTexts()
+{
+    Q_INIT_RESOURCE(pages);
+}
+
+namespace page {
+
+namespace {
+
+QString menu(const QString &shown)
+{
+    QString buttons;
+    for (const MenuEntry &entry : Menu) {
+        const QString value = QLatin1String(entry.value);
+        const QString state =
+            value == shown ? QStringLiteral(" current\" aria-current=\"page") : QString();
+        buttons +=
+            QStringLiteral("<input type=\"submit\" class=\"menubutton%1\" name=\"AdminMenu\" "
+                           "value=\"%2\"%3>\n")
+                .arg(state, value, entry.page == nullptr ? QStringLiteral(" disabled") : QString());
+    }
+    return buttons + QStringLiteral("</form>\n</td>\n<td class=\"content\">\n");
+}
+
+QString ticking(bool ticked)
+{
+    return ticked ? QStringLiteral(" checked=\"true\"") : QString();
+}
+
+QString hiddenField(const char *name, const QString &value)
+{
+    return QStringLiteral("<input type=\"hidden\" name=\"%1\" value=\"%2\">")
+        .arg(QLatin1String(name), value);
+}
+
+} // namespace
+
+QString text(int number)
+{
+    static const bool registered = (registerTexts(), true);
+    Q_UNUSED(registered)
+    QFile file(QStringLiteral(":/pages/%1.html").arg(number));
+    file.open(QIODevice::ReadOnly);
+    QString text = platform::fromCodePage(file.readAll());
+    const QString opening = QStringLiteral("{menu:");
+    const qsizetype start = text.indexOf(opening);
+    if (start >= 0) {
+        const qsizetype name = start + opening.size();
+        const qsizetype end = text.indexOf(u'}', name);
+        text.replace(start, end + 1 - start, menu(text.mid(name, end - name)));
+    }
+    return text;
+}
+
+QString credentialFields()
+{
+    const clsOptions &options = *gRoot->Options();
+    return hiddenField("UserName", options.AdminUserName()) + QStringLiteral("  ") +
+           hiddenField("PW", options.AdminPassword());
+}
+
+QString adminFrame()
+{
+    return text(3000) + credentialFields();
+}
+
+QString row(const QString &content)
+{
+    return QStringLiteral("<tr><td>") + content + QStringLiteral("</td></tr>\n");
+}
+
+QString checkBox(const char *name, bool ticked, const QString &label, const QString &attributes)
+{
+    return QStringLiteral("<input type=\"checkbox\" name=\"%1\" id=\"%1\"%2%3>"
+                          "<label for=\"%1\">%4</label>")
+        .arg(QLatin1String(name), ticking(ticked), attributes, label);
+}
+
+QString disabledCheckBox(bool ticked, const QString &label)
+{
+    return QStringLiteral("<label><input type=\"checkbox\"%1 disabled> ").arg(ticking(ticked)) +
+           label + QStringLiteral("</label>");
+}
+
+QString textField(const char *name, const QString &label, const QString &value, FieldWidth width)
+{
+    const QString limit =
+        width.longest > 0 ? QStringLiteral(" maxlength=\"%1\"").arg(width.longest) : QString();
+    return QStringLiteral("<label for=\"%1\">%2</label> <input type=\"text\" name=\"%1\" "
+                          "id=\"%1\"%3 size=\"%4\" value=\"")
+               .arg(QLatin1String(name), label, limit, QString::number(width.size)) +
+           value + QStringLiteral("\">");
+}
+
+QString disabledTextField(const QString &label, const QString &value, int size)
+{
+    return QStringLiteral("<label>%1 <input type=\"text\" size=\"%2\" value=\"%3\" "
+                          "disabled></label>")
+        .arg(label, QString::number(size), value);
+}
+
+QString textArea(const char *areaId, const char *name, const QString &label, const QString &value,
+                 const QString &fieldAttributes)
+{
+    return QStringLiteral("<label for=\"%1\">%2</label><br>\n<textarea id=\"%1\" rows=\"4\" "
+                          "onblur=\"form.%3.value=value\">")
+               .arg(QLatin1String(areaId), label, QLatin1String(name)) +
+           value +
+           QStringLiteral("</textarea>\n<input type=\"hidden\" name=\"%1\" id=\"%1\"%2 value=\"")
+               .arg(QLatin1String(name), fieldAttributes) +
+           value + QStringLiteral("\">");
+}
+
+} // namespace page

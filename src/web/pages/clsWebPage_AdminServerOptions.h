@@ -1,0 +1,16 @@
+#pragma once
+
+#include "web/pages/iWebPage.h"
+
+/// The game's own settings and its mods. What may be done with them depends on whether a server is
+/// held at this moment.
+class clsWebPage_AdminServerOptions final : public iWebPage
+{
+public:
+    QByteArray HTML(const QString &message) override;
+    /// Reads the game's files. Where its settings cannot be read, the page stays as it was.
+    void Refresh() override;
+
+private:
+    QByteArray m_page;
+};
