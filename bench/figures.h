@@ -1,12 +1,15 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QFile>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 /// One row of the table of figures. The goal is the first value that is too much; 0 is no goal.
 inline void printFigure(const std::string &what, double value, const char *unit, double goal = 0)
@@ -17,6 +20,18 @@ inline void printFigure(const std::string &what, double value, const char *unit,
     }
     std::printf("\n");
     std::cout.flush(); // the next row may be a minute away
+}
+
+inline double milliseconds(const QElapsedTimer &timer)
+{
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+inline double medianOf(std::vector<double> figures)
+{
+    std::sort(figures.begin(), figures.end());
+    const std::size_t half = figures.size() / 2;
+    return (figures[(figures.size() - 1) / 2] + figures[half]) / 2;
 }
 
 inline void require(bool condition, const char *complaint)

@@ -18,11 +18,6 @@ namespace {
 constexpr int LimitMilliseconds = 15000;
 constexpr int Rounds = 10;
 
-double milliseconds(const QElapsedTimer &timer)
-{
-    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
-}
-
 class Program
 {
 public:
@@ -86,13 +81,11 @@ private:
     platform::WindowHandle m_window = 0;
 };
 
-void printMedianAndWorst(const std::string &what, std::vector<double> figures, double goal)
+void printMedianAndWorst(const std::string &what, const std::vector<double> &figures, double goal)
 {
-    std::sort(figures.begin(), figures.end());
-    const std::size_t half = figures.size() / 2; // of an even number
     const std::string count = std::to_string(figures.size());
-    printFigure(what + ", median of " + count, (figures[half - 1] + figures[half]) / 2, "ms", goal);
-    printFigure(what + ", worst of " + count, figures.back(), "ms", goal);
+    printFigure(what + ", median of " + count, medianOf(figures), "ms", goal);
+    printFigure(what + ", worst of " + count, std::ranges::max(figures), "ms", goal);
 }
 
 void measureStartAndEnd()
