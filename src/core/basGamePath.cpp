@@ -27,7 +27,12 @@ QString nameIn(const QString &folder, const QString &name)
 
 QString fnGamePath(const QString &relativePath)
 {
-    QString path = gRoot->RootDirectory();
+    return fnGamePathBelow(gRoot->RootDirectory(), relativePath);
+}
+
+QString fnGamePathBelow(const QString &folder, const QString &relativePath)
+{
+    QString path = folder;
     const QStringList names = relativePath.split(u'/');
     for (const QString &name : names) {
         if (!path.endsWith(QDir::separator())) {

@@ -7,3 +7,5 @@
 /// name does not exist, the first that differs in case only is taken, and where there is none of
 /// that either, the name as it is.
 QString fnGamePath(const QString &relativePath);
+/// The same below another folder.
+QString fnGamePathBelow(const QString &folder, const QString &relativePath);

@@ -37,6 +37,17 @@ QByteArray readFile(const QString &path, qint64 atMost)
     return content;
 }
 
+void requireFolder(const QString &path)
+{
+    const QFileInfo folder(path);
+    if (!folder.isDir()) {
+        throw Failure(Failure::PathAccess, QStringLiteral("%1: No such folder").arg(path));
+    }
+    if (!folder.isReadable() || !folder.isExecutable()) {
+        throw Failure(Failure::PathAccess, QStringLiteral("%1: Cannot be read").arg(path));
+    }
+}
+
 QString replacementName(const QString &path)
 {
     return path + QStringLiteral(".zebek-new");

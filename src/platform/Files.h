@@ -44,6 +44,10 @@ void replaceFile(Files &files, const QString &path, const QByteArray &content,
 /// The file's content, or its first bytes where a limit is given. Throws Failure.
 QByteArray readFile(const QString &path, qint64 atMost = std::numeric_limits<qint64>::max());
 
+/// Throws Failure unless the path is a folder whose entries can be listed; a listing itself shows
+/// an unreadable one as empty.
+void requireFolder(const QString &path);
+
 /// The name under which replaceFile() writes the new content first.
 QString replacementName(const QString &path);
 

@@ -1,5 +1,6 @@
 #include "server/clsModInfo.h"
 
+#include "core/basGamePath.h"
 #include "platform/CodePage.h"
 
 #include <QFile>
@@ -70,7 +71,7 @@ private:
 
 void clsModInfo::setModPath(const QString &path)
 {
-    QFile file(path + QStringLiteral("/ModsCont.txt"));
+    QFile file(fnGamePathBelow(path, QStringLiteral("ModsCont.txt")));
     if (!file.open(QIODevice::ReadOnly)) {
         return;
     }

@@ -5,10 +5,10 @@
 #include "core/basTraps.h"
 #include "core/clsZebek.h"
 #include "platform/CodePage.h"
-#include "platform/Failure.h"
 #include "platform/Machine.h"
 
 #include <QDirIterator>
+#include <QFile>
 
 namespace {
 
@@ -38,21 +38,18 @@ QString fnModNameFromFile(const QString &line)
 
 void clsMods::Load()
 {
-    LoadAvailableMods();
-    CheckActiveMods();
+    const bool found = LoadAvailableMods();
+    m_loaded = CheckActiveMods() && found;
 }
 
-void clsMods::LoadAvailableMods()
+bool clsMods::LoadAvailableMods()
 {
     m_first = nullptr;
     m_last = nullptr;
     m_mods.clear();
-    Trap(routine("LoadAvailableMods"), [this] {
+    return Trap(routine("LoadAvailableMods"), [this] {
         const QString folder = fnGamePath(QStringLiteral("Mods"));
-        if (!QFileInfo(folder).isDir()) {
-            throw platform::Failure(platform::Failure::PathAccess,
-                                    QStringLiteral("%1: No such folder").arg(folder));
-        }
+        platform::requireFolder(folder);
         QDirIterator folders(folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
         while (folders.hasNext()) {
             const QString path = folders.next();
@@ -65,28 +62,34 @@ void clsMods::LoadAvailableMods()
             mod->ModName = key;
             m_mods.push_back(std::move(mod));
         }
+        return true;
     });
 }
 
-void clsMods::CheckActiveMods()
+bool clsMods::CheckActiveMods()
 {
     m_first = nullptr;
     m_last = nullptr;
-    Trap(routine("CheckActiveMods"), [this] {
+    const bool read = Trap(routine("CheckActiveMods"), [this] {
         const QStringList lines = platform::fromCodePage(platform::readFile(listPath()))
                                       .replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
                                       .split(u'\n');
         for (const QString &line : lines) {
             if (line.isEmpty()) {
-                return;
+                break;
             }
             ActivateMod(fnModNameFromFile(line));
         }
+        return true;
     });
+    return read || !QFile::exists(listPath()); // Save() can make a missing one
 }
 
 void clsMods::Save()
 {
+    if (!m_loaded) {
+        return;
+    }
     Trap(routine("Save"), [this] {
         QString text = heading();
         for (const clsModInfo *mod = m_first; mod != nullptr; mod = mod->NextActiveMod) {

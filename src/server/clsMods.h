@@ -22,7 +22,8 @@ public:
 
     /// Finds the mods and reads which are active.
     void Load();
-    /// Writes the list of active mods. A failure is recorded.
+    /// Writes the list of active mods. Nothing is written while the mods could not be loaded, for
+    /// it would end the game's own list. A failure is recorded.
     void Save();
 
     /// Keys do not mind the case of letters; one of no mod changes nothing.
@@ -40,8 +41,9 @@ public:
     clsModInfo *LastActiveMod() const { return m_last; }
 
 private:
-    void LoadAvailableMods();
-    void CheckActiveMods();
+    /// These tell whether what they are to read is known now.
+    bool LoadAvailableMods();
+    bool CheckActiveMods();
     clsModInfo *find(const QString &key) const;
     void append(clsModInfo &mod);
     void unlink(clsModInfo &mod);
@@ -50,4 +52,5 @@ private:
     std::vector<std::unique_ptr<clsModInfo>> m_mods;
     clsModInfo *m_first = nullptr;
     clsModInfo *m_last = nullptr;
+    bool m_loaded = false;
 };

@@ -19,7 +19,7 @@ protected:
     {
         QDir(directory.path()).mkpath(u"mods/"_s + folder);
         if (!description.isNull()) {
-            write(u"mods/%1/ModsCont.txt"_s.arg(folder), description);
+            write(u"mods/%1/MODSCONT.TXT"_s.arg(folder), description);
         }
     }
     static QStringList activeMods(const clsMods &mods)
@@ -68,17 +68,33 @@ TEST_F(clsModsTest, FindsModsAndReadsAndWritesTheActiveOnes)
     EXPECT_EQ(recordCount(), 0);
 }
 
-TEST_F(clsModsTest, WhatIsMissingIsRecorded)
+TEST_F(clsModsTest, WhatCannotBeReadIsRecordedAndNotOverwritten)
 {
+    const QByteArray list = "\"\\mods\\desert\"\r\n";
+    write(u"modsset.txt"_s, list);
     clsMods mods;
+    mods.Save();
     mods.Load();
     EXPECT_TRUE(mods.Mods().empty());
-    EXPECT_EQ(recordCount(), 2);
-    EXPECT_EQ(lastRecord(), u"Options XML Class|CheckActiveMods|Unknown|75"_s);
-    fake.files.failAt = 1;
-    fake.files.operations = 0;
+    EXPECT_EQ(lastRecord(), u"Options XML Class|LoadAvailableMods|Unknown|75"_s);
     mods.Save();
-    EXPECT_FALSE(QFile::exists(path(u"modsset.txt"_s)));
+    EXPECT_EQ(read(u"modsset.txt"_s), list);
+
+    addMod(u"Desert"_s);
+    QFile::rename(path(u"modsset.txt"_s), path(u"away"_s));
+    QDir(directory.path()).mkdir(u"modsset.txt"_s); // exists and cannot be read
+    mods.Load();
+    EXPECT_EQ(lastRecord(), u"Options XML Class|CheckActiveMods|Unknown|75"_s);
+    EXPECT_EQ(recordCount(), 2);
+    mods.Save();
+    EXPECT_EQ(recordCount(), 2) << "no attempt to replace it";
+
+    QDir(directory.path()).rmdir(u"modsset.txt"_s);
+    mods.Load();
+    EXPECT_EQ(recordCount(), 3);
+    mods.ActivateMod(u"\\mods\\DESERT"_s);
+    mods.Save();
+    EXPECT_TRUE(read(u"modsset.txt"_s).endsWith(list));
 }
 
 TEST_F(clsModsTest, TheNameIsReadByTheRulesOfCommaDelimitedText)
