@@ -11,6 +11,7 @@
 #include <QDateTime>
 #include <QLocale>
 #include <QRegularExpression>
+#include <QStringList>
 
 #include <array>
 #include <cmath>
@@ -22,6 +23,7 @@ namespace {
 using platform::XmlDocument;
 using platform::XmlElement;
 
+/// Under this name the error log knows the making of a record.
 constexpr Routine Conversion{"basParse", "XMLFromGameFile", "Global"};
 
 constexpr qsizetype DateLine = 3;
@@ -29,11 +31,6 @@ constexpr qsizetype MapLine = 4;
 constexpr qsizetype FirstEndLine = 7;
 /// From one line that may end the table to the next.
 constexpr qsizetype RowLines = 3;
-
-QString dateFormat()
-{
-    return QStringLiteral("yyyy-MM-dd HH:mm:ss");
-}
 
 QStringList linesOf(const QByteArray &page)
 {
@@ -57,21 +54,18 @@ std::optional<qsizetype> tableEnd(const QStringList &lines)
     return std::nullopt;
 }
 
-/// The moment in a text of month, day, year and time. Month names are English on every machine.
+/// The moment in a text of month, day, year and time, invalid for any other text. Month names are
+/// English on every machine. It is the moment's name that counts, so it is read as one of UTC,
+/// where no change of clocks leaves an hour out.
 QDateTime toDateTime(const QString &text)
 {
     static const QRegularExpression form(QRegularExpression::anchoredPattern(
         QStringLiteral(" *([A-Za-z]{3}) +(\\d{1,2}) +(\\d{4}) +(\\d{1,2}:\\d{1,2}:\\d{1,2}) *")));
     const QRegularExpressionMatch match = form.match(text);
-    QDateTime result = QLocale::c().toDateTime(
-        QStringLiteral("%1 %2 %3 %4")
+    return QLocale::c().toDateTime(
+        QStringLiteral("%1 %2 %3 %4 UTC")
             .arg(match.captured(1), match.captured(2), match.captured(3), match.captured(4)),
-        QStringLiteral("MMM d yyyy H:m:s"));
-    if (!result.isValid()) {
-        throw platform::Failure(platform::Failure::TypeMismatch,
-                                QStringLiteral("\"%1\" is not a date").arg(text));
-    }
-    return result;
+        QStringLiteral("MMM d yyyy H:m:s t"));
 }
 
 /// Days since 30 December 1899, the time of day as the fraction.
@@ -88,8 +82,8 @@ QString decimal(double value)
     return QString::number(value, 'g', Digits);
 }
 
-/// Empty for a line without a match time.
-QString fnStatsDate(const QString &line)
+/// Invalid for a line without a match time.
+QDateTime fnStatsDate(const QString &line)
 {
     const QString heading = QStringLiteral("Mission Stats");
     const qsizetype start = line.indexOf(heading);
@@ -101,8 +95,7 @@ QString fnStatsDate(const QString &line)
     const QString rest = line.mid(start + heading.size() + 2 + Weekday);
     const QString monthDayTime = rest.chopped(std::min<qsizetype>(Year + 1, rest.size()));
     const qsizetype second = monthDayTime.lastIndexOf(u' ');
-    return toDateTime(monthDayTime.left(second + 1) + rest.right(Year) + monthDayTime.mid(second))
-        .toString(dateFormat());
+    return toDateTime(monthDayTime.left(second + 1) + rest.right(Year) + monthDayTime.mid(second));
 }
 
 QString fnMapName(const QString &line)
@@ -172,18 +165,21 @@ void fnAddPlayer(QString row, XmlElement player)
 
 void addHeading(XmlElement game, const QStringList &lines, const QString &path)
 {
-    QString date;
+    const QString heading = lines.value(DateLine);
+    const QDateTime date = fnStatsDate(heading);
     const QDateTime now = gRoot->Machine().clock.now();
     const double added = dayNumber(now);
     constexpr double Millionths = 1000000;
     const std::pair<const char *, std::function<QString()>> attributes[] = {
         {"Version", [] { return QStringLiteral("1.00"); }},
-        {"Date", [&] { return date = fnStatsDate(lines.value(DateLine)); }},
+        {"Date", [&] { return date.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }},
         {"DateDouble",
          [&] {
-             return date.isEmpty()
-                        ? QString()
-                        : decimal(dayNumber(QLocale::c().toDateTime(date, dateFormat())));
+             if (!date.isValid()) {
+                 throw platform::Failure(platform::Failure::TypeMismatch,
+                                         QStringLiteral("No date in \"%1\"").arg(heading));
+             }
+             return decimal(dayNumber(date));
          }},
         {"DateAdded", [&] { return decimal(added); }},
         {"SortKey2", [&] { return decimal((added - std::floor(added)) * Millionths); }},
@@ -201,13 +197,6 @@ void addHeading(XmlElement game, const QStringList &lines, const QString &path)
 }
 
 } // namespace
-
-XmlDocument XMLFromGameFile(const QString &path)
-{
-    QByteArray page;
-    Trap(Conversion, [&] { page = platform::readFile(path, LargestStatisticsPage); });
-    return XMLFromGamePage(page, path);
-}
 
 XmlDocument XMLFromGamePage(const QByteArray &page, const QString &path)
 {

@@ -4,7 +4,6 @@
 
 #include <QByteArray>
 #include <QString>
-#include <QStringList>
 
 /// Makes a record of a match from the game's statistics page.
 ///
@@ -19,14 +18,14 @@
 /// and in it one `Player` a row (attributes Name, Team, Soldier, Status; elements ShotKills,
 /// ExpKills, TotalKills, GunShots, ExpShots, TotalShots, ShotHits, ExpHits, TotalHits,
 /// ShotAccuracy, ExpAccuracy, TotalAccuracy, TKs, Deaths). Dates are "yyyy-MM-dd HH:mm:ss" and day
-/// numbers since 30 December 1899.
+/// numbers since 30 December 1899. A page without a match time has an empty Date, and no
+/// DateDouble can be had of it.
 
 /// A page of a thousand players has about half a MiB; more than this is none of the game's.
 inline constexpr qint64 LargestStatisticsPage = 8LL * 1024 * 1024;
 
-/// The record of the page in a file. A step that fails is recorded and left out.
-platform::XmlDocument XMLFromGameFile(const QString &path);
-/// The same from the page's content; `path` becomes the attribute OrigPath.
+/// The record of the page with that content; `path` becomes the attribute OrigPath. A step that
+/// fails is recorded and left out.
 platform::XmlDocument XMLFromGamePage(const QByteArray &page, const QString &path);
 
 /// Whether the page has the end of its table, which it lacks while the game still writes it.

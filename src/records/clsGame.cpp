@@ -3,10 +3,10 @@
 #include "core/basTraps.h"
 #include "records/basParse.h"
 
-void clsGame::LoadStatsFile(const QString &path)
+void clsGame::LoadStatsFile(const QString &path, const QByteArray &page)
 {
     Trap({"clsGame", "LoadStatsFile", "Unknown"}, [&] {
-        m_document = XMLFromGameFile(path);
+        m_document = XMLFromGamePage(page, path);
         const auto game = m_document->findFirst("Game");
         m_map = game ? game->attribute("Map") : QString();
         m_playerCount = static_cast<int>(m_document->findAll("Player").size());

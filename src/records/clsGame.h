@@ -2,6 +2,7 @@
 
 #include "platform/XmlDocument.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -10,8 +11,8 @@
 class clsGame
 {
 public:
-    /// Reads the game's statistics page. A failure is recorded.
-    void LoadStatsFile(const QString &path);
+    /// Takes the game's statistics page, which was read from the path. A failure is recorded.
+    void LoadStatsFile(const QString &path, const QByteArray &page);
 
     /// The map's name.
     const QString &Map() const { return m_map; }

@@ -37,6 +37,19 @@ QString archiveName(const QDateTime &changed, const QString &name)
                           : QStringLiteral("%1_%2_replay.rpf").arg(stamp, name);
 }
 
+/// The content of the file whose time and size have been looked at already.
+QByteArray readUnchanged(const QFileInfo &entry)
+{
+    const QByteArray content = platform::readFile(entry.filePath());
+    const QFileInfo now(entry.filePath());
+    if (now.lastModified() != entry.lastModified() || now.size() != content.size()) {
+        throw platform::Failure(
+            platform::Failure::PathAccess,
+            QStringLiteral("%1: Changed while it was read").arg(entry.filePath()));
+    }
+    return content;
+}
+
 platform::Failure fileFailure(const QFile &file)
 {
     return {platform::Failure::PathAccess,
@@ -55,31 +68,35 @@ void clsReplays::ArchiveReplay(const QString &Name)
 {
     Trap(routine("ArchiveReplay"), [&] {
         const QString source = fnGamePath(QStringLiteral("Data/Save/replay/defaultreplay.rpf"));
-        if (m_released || !QFileInfo(source).isFile()) {
+        const QFileInfo entry(source);
+        const QDateTime changed = entry.lastModified();
+        if (m_released || !entry.isFile() || !changed.isValid()) {
             return;
         }
-        const QDateTime changed = QFileInfo(source).lastModified();
         const QString target =
             gRoot->Options()->ReplayFolder() + QDir::separator() + archiveName(changed, Name);
         if (target == m_lastArchived || target == m_underWay || QFile::exists(target)) {
             return;
         }
+        // Before another replay makes place for it, and before the game goes on to the next match,
+        // which it may do while the folder is listed.
+        const QByteArray replay = readUnchanged(entry);
         const auto restore = qScopeGuard(
             [this, before = std::exchange(m_underWay, target)] { m_underWay = before; });
-        // While the folder was listed the game may have gone on to the next match, whose replay
-        // has a name of its own.
-        if (!MaintainReplayDirectory() || QFileInfo(source).lastModified() != changed) {
-            return;
+        if (MaintainReplayDirectory()) {
+            platform::replaceFile(gRoot->Machine().files, target, replay,
+                                  platform::Durability::SurvivesPowerLoss);
+            m_lastArchived = target;
         }
-        platform::replaceFile(gRoot->Machine().files, target, platform::readFile(source),
-                              platform::Durability::SurvivesPowerLoss);
-        m_lastArchived = target;
     });
 }
 
 bool clsReplays::MaintainReplayDirectory()
 {
     return Trap(routine("MaintainReplayDirectory"), [this] {
+        if (m_released) {
+            return false;
+        }
         const QString path = gRoot->Options()->ReplayFolder();
         const Folder folder = listFolder(path);
         if (m_released) {
@@ -97,10 +114,7 @@ bool clsReplays::MaintainReplayDirectory()
 
 clsReplays::Folder clsReplays::listFolder(const QString &path) const
 {
-    if (!QFileInfo(path).isDir()) {
-        throw platform::Failure(platform::Failure::PathAccess,
-                                QStringLiteral("%1: No such folder").arg(path));
-    }
+    platform::requireFolder(path);
     Folder folder;
     QDirIterator files(path, {replayPattern(), platform::replacementName(replayPattern())},
                        QDir::Files | QDir::Hidden);

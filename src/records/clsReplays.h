@@ -17,7 +17,8 @@ public:
     void setTimerControl(const platform::Timer *timer) { m_timer = timer; }
 
     /// Archives the game's replay with the name of its map, which may be empty. Nothing happens
-    /// when there is no replay or when it is archived already. A failure is recorded.
+    /// when there is no replay or when it is archived already. A failure is recorded; no other
+    /// replay is deleted for one that cannot be read.
     void ArchiveReplay(const QString &Name);
 
     /// Deletes the oldest replay if the folder is full. The message loop runs once a file while

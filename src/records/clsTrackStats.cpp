@@ -105,7 +105,7 @@ void clsTrackStats::RecordStatsFile()
     });
     m_lastRecordKey = key;
     clsGame game;
-    game.LoadStatsFile(path);
+    game.LoadStatsFile(path, page);
     const clsOptions &options = *gRoot->Options();
     if (options.RecordReplays() && (!options.SkipBlankReplays() || game.PlayerCount() > 1)) {
         gRoot->Replays()->ArchiveReplay(game.Map());
