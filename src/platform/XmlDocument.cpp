@@ -15,6 +15,19 @@ namespace platform {
 
 namespace {
 
+/// What the library's `standalone` tells of a document beside "yes" and "no".
+constexpr int NotDeclared = -1;
+constexpr int DeclaredWithoutStandalone = -2;
+
+constexpr const char *ByteOrderMark = "\xEF\xBB\xBF";
+
+/// Never for UTF-16, where NUL bytes are in every tag.
+bool endsLinesInCarriageReturns(const QByteArray &bytes)
+{
+    const qsizetype lines = bytes.count('\n');
+    return lines > 0 && bytes.count("\r\n") == lines && !bytes.contains('\0');
+}
+
 const xmlChar *asXml(const char *text)
 {
     return reinterpret_cast<const xmlChar *>(text);
@@ -134,6 +147,8 @@ bool XmlDocument::libraryAvailable()
 XmlDocument XmlDocument::create(const char *rootName)
 {
     XmlDocument result(orThrow(xmlNewDoc(asXml("1.0"))));
+    result.m_document->standalone = DeclaredWithoutStandalone;
+    result.m_document->encoding = orThrow(xmlStrdup(asXml("UTF-8")));
     xmlDocSetRootElement(result.m_document.get(), orThrow(xmlNewNode(nullptr, asXml(rootName))));
     return result;
 }
@@ -167,7 +182,8 @@ std::optional<XmlDocument> XmlDocument::parse(const QByteArray &bytes)
         return std::nullopt;
     }
     XmlDocument result(document);
-    result.m_carriageReturns = bytes.contains("\r\n");
+    result.m_byteOrderMark = bytes.startsWith(ByteOrderMark);
+    result.m_carriageReturns = endsLinesInCarriageReturns(bytes);
     return result;
 }
 
@@ -194,18 +210,29 @@ std::vector<XmlElement> XmlDocument::findAll(const char *name)
 
 QByteArray XmlDocument::toBytes() const
 {
-    xmlChar *memory = nullptr;
-    int size = 0;
-    const xmlDoc *document = m_document.get();
-    const char *encoding = document->encoding != nullptr
-                               ? reinterpret_cast<const char *>(document->encoding)
-                               : "UTF-8";
-    xmlDocDumpMemoryEnc(m_document.get(), &memory, &size, encoding);
-    orThrow(memory);
-    QByteArray result(reinterpret_cast<const char *>(memory), size);
-    xmlFree(memory);
+    const QByteArray encoding = reinterpret_cast<const char *>(m_document->encoding);
+    const bool declared = m_document->standalone != NotDeclared;
+    const std::unique_ptr<xmlBuffer, void (*)(xmlBuffer *)> buffer(orThrow(xmlBufferCreate()),
+                                                                   xmlBufferFree);
+    // Without a name of an encoding the library would write other than ASCII as numbers.
+    xmlSaveCtxt *const saving =
+        orThrow(xmlSaveToBuffer(buffer.get(), encoding.isEmpty() ? "UTF-8" : encoding.constData(),
+                                declared ? 0 : XML_SAVE_NO_DECL));
+    xmlSaveDoc(saving, m_document.get());
+    if (xmlSaveClose(saving) < 0) {
+        throw std::bad_alloc();
+    }
+    QByteArray result(reinterpret_cast<const char *>(xmlBufferContent(buffer.get())),
+                      xmlBufferLength(buffer.get()));
+    if (declared && encoding.isEmpty()) {
+        const QByteArray added = QByteArrayLiteral(" encoding=\"UTF-8\"");
+        result.remove(result.indexOf(added), added.size());
+    }
     if (m_carriageReturns) {
         result.replace("\n", "\r\n");
+    }
+    if (m_byteOrderMark) {
+        result.prepend(ByteOrderMark);
     }
     return result;
 }

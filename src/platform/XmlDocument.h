@@ -55,8 +55,10 @@ public:
     std::optional<XmlElement> findFirst(const char *name);
     /// All elements of that name, in document order.
     std::vector<XmlElement> findAll(const char *name);
-    /// The whole document, in the encoding and with the line ends with which it was read, or in
-    /// UTF-8 with LF if it was made here.
+    /// The whole document in the form in which it was read: with a declaration or without, in the
+    /// encoding that it declares or else in UTF-8, with the byte order mark that UTF-8 may have,
+    /// and with CR LF if every line ended so. Mixed line ends and those of UTF-16 become LF. A
+    /// document that was made here declares UTF-8 and has LF.
     QByteArray toBytes() const;
 
 private:
@@ -68,6 +70,7 @@ private:
     explicit XmlDocument(_xmlDoc *document) : m_document(document) {}
 
     std::unique_ptr<_xmlDoc, Deleter> m_document;
+    bool m_byteOrderMark = false;
     /// Reading makes every line end LF.
     bool m_carriageReturns = false;
 };

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <type_traits>
 #include <utility>
 
 namespace {
@@ -23,6 +24,11 @@ constexpr Routine routine(const char *name)
 /// The endings of a colour's elements, and where their bytes are.
 constexpr std::array<std::pair<char, int>, 3> Components{{{'R', 0}, {'G', 8}, {'B', 16}}};
 constexpr std::int32_t LargestComponent = 255;
+
+QString filePath()
+{
+    return fnGamePath(QStringLiteral("options.xml"));
+}
 
 QString componentName(const char *element, char component)
 {
@@ -69,8 +75,7 @@ void GameColour::Let(std::int32_t colour)
     }
 }
 
-clsOptionsXML::clsOptionsXML()
-    : m_path(fnGamePath(QStringLiteral("options.xml"))), m_fileExists(QFile::exists(m_path))
+clsOptionsXML::clsOptionsXML() : m_path(filePath()), m_fileExists(QFile::exists(m_path))
 {
     const QFile::Permissions permissions =
         m_fileExists ? QFile::permissions(m_path) : QFile::Permissions();
@@ -81,6 +86,7 @@ clsOptionsXML::clsOptionsXML()
 
 void clsOptionsXML::Load()
 {
+    m_path = filePath(); // the game may have written it since, with other letters
     m_document = platform::XmlDocument::load(m_path);
 }
 

@@ -70,12 +70,15 @@ TEST_F(clsOptionsXMLTest, ReadsAndWritesTheFirstElementOfANameAndNothingElse)
 TEST_F(clsOptionsXMLTest, AReadOnlyFileBecomesWritableAndOtherwiseKeepsItsPermissions)
 {
     write(fileName, GameFile);
-    QFile::setPermissions(path(fileName), QFile::ReadOwner);
+    // What the user of this process may do is told beside it.
+    const QFile::Permissions user = QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
+    const QFile::Permissions readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+    QFile::setPermissions(path(fileName), readable);
     clsOptionsXML options;
-    EXPECT_TRUE(QFile::permissions(path(fileName)).testFlag(QFile::WriteOwner));
+    EXPECT_EQ(QFile::permissions(path(fileName)) & ~user, readable | QFile::WriteOwner);
     options.Load();
     options.Save();
-    EXPECT_FALSE(QFile::permissions(path(fileName)).testFlag(QFile::ReadOther));
+    EXPECT_EQ(QFile::permissions(path(fileName)) & ~user, readable | QFile::WriteOwner);
 }
 
 TEST_F(clsOptionsXMLTest, AMissingOrMalformedFileIsNotLoadedAndAFailedSaveReachesTheCaller)
@@ -96,8 +99,9 @@ TEST_F(clsOptionsXMLTest, AMissingOrMalformedFileIsNotLoadedAndAFailedSaveReache
     EXPECT_FALSE(malformed.IsLoaded());
 
     write(fileName, GameFile);
-    clsOptionsXML options;
+    clsOptionsXML &options = missing; // the file may come after the object
     options.Load();
+    ASSERT_TRUE(options.IsLoaded());
     fake.files.failAt = FailingFiles::Always;
     EXPECT_THROW(options.Save(), platform::Failure);
     EXPECT_EQ(read(fileName), GameFile);
