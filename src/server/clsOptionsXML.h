@@ -20,6 +20,7 @@ public:
 
     Value operator()() const;
     void Let(const Value &value);
+    const char *Name() const { return m_element; }
 
 private:
     clsOptionsXML &m_file;

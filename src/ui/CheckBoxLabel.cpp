@@ -22,10 +22,14 @@ bool CheckBoxLabel::eventFilter(QObject *watched, QEvent *event)
     return QLabel::eventFilter(watched, event);
 }
 
+void CheckBoxLabel::mousePressEvent(QMouseEvent *event)
+{
+    m_pressed = isOnText(*event);
+}
+
 void CheckBoxLabel::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (m_box != nullptr && event->button() == Qt::LeftButton &&
-        textRect().contains(event->pos())) {
+    if (m_box != nullptr && m_pressed && isOnText(*event)) {
         m_box->setFocus(Qt::MouseFocusReason);
         m_box->click();
     }
@@ -42,6 +46,11 @@ void CheckBoxLabel::paintEvent(QPaintEvent *event)
     focus.state |= QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
     focus.rect = textRect();
     QStylePainter(this).drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+}
+
+bool CheckBoxLabel::isOnText(const QMouseEvent &event) const
+{
+    return event.button() == Qt::LeftButton && textRect().contains(event.pos());
 }
 
 QRect CheckBoxLabel::textRect() const

@@ -15,12 +15,15 @@ public:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     /// Where the text stands; the label may be much wider.
     QRect textRect() const;
+    bool isOnText(const QMouseEvent &event) const;
 
     QCheckBox *m_box = nullptr;
+    bool m_pressed = false;
 };

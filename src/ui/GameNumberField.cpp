@@ -30,10 +30,13 @@ GameNumberField::GameNumberField(QLineEdit *box, std::function<void()> edited)
 
 void GameNumberField::textChanged(const QString &text)
 {
+    if (text == m_accepted) { // what was put back
+        return;
+    }
     if (isAccepted(text)) {
         m_accepted = text;
         m_edited();
-    } else if (text != m_accepted) { // nothing may have been accepted yet
+    } else {
         putBack(text);
     }
 }

@@ -88,11 +88,19 @@ void enableButton(QWidget &button, bool enabled, QWidget &heir, bool heirEnabled
     button.setEnabled(enabled);
 }
 
-/// A longer text that the game's file holds already is not cut.
+constexpr const char *FormLimit = "formLimit";
+
+/// A longer text that the game's file holds already is not cut, but none after it may be as long.
 void setText(QLineEdit &box, const QString &text)
 {
-    box.setMaxLength(qMax(box.maxLength(), static_cast<int>(text.size())));
+    box.setMaxLength(qMax(box.property(FormLimit).toInt(), static_cast<int>(text.size())));
     box.setText(text);
+}
+
+platform::Failure optionsFailure()
+{
+    return {platform::Failure::PathAccess,
+            QStringLiteral("The game's file \"options.xml\" is missing or cannot be read")};
 }
 
 } // namespace
@@ -120,6 +128,7 @@ void ctlServerOptions::tieTexts()
         {m_ui->txtPassword, &clsOptionsXML::RemoteServerPasswd},
     };
     for (const auto &row : m_texts) {
+        row.control->setProperty(FormLimit, row.control->maxLength());
         connect(row.control, &QLineEdit::textChanged, this, &ctlServerOptions::edited);
     }
 }
@@ -169,15 +178,8 @@ void ctlServerOptions::FillFields()
 {
     Trap(routine("FillFields"), [this] {
         loadOptions();
-        for (const auto &row : m_texts) {
-            setText(*row.control, (m_options.*row.setting)());
-        }
-        for (const auto &row : m_checkBoxes) {
-            row.control->setChecked((m_options.*row.setting)());
-        }
-        for (const auto &row : m_numbers) {
-            row.control->setText(QString::number((m_options.*row.setting)()));
-        }
+        showOptions();
+        m_filled = true;
         m_mods.Load();
         FillListView();
         m_dirty = false;
@@ -190,9 +192,29 @@ void ctlServerOptions::loadOptions()
 {
     m_options.Load();
     if (!m_options.IsLoaded()) {
-        throw platform::Failure(
-            platform::Failure::PathAccess,
-            QStringLiteral("The game's file \"options.xml\" is missing or cannot be read"));
+        throw optionsFailure();
+    }
+}
+
+void ctlServerOptions::showOptions()
+{
+    for (const auto &row : m_texts) {
+        setText(*row.control, (m_options.*row.setting)());
+    }
+    for (const auto &row : m_checkBoxes) {
+        row.control->setChecked((m_options.*row.setting)());
+    }
+    for (const auto &row : m_numbers) {
+        const auto &setting = m_options.*row.setting;
+        const QString number = QString::number(setting());
+        row.control->setText(number);
+        if (row.control->text() != number) { // the box keeps to the numbers that may be typed
+            Trap(routine("FillFields"), [&] {
+                throw platform::Failure(platform::Failure::Overflow,
+                                        QStringLiteral("%1: %2 is out of range")
+                                            .arg(QLatin1String(setting.Name()), number));
+            });
+        }
     }
 }
 
@@ -302,6 +324,9 @@ void ctlServerOptions::cmdSave_Click()
 void ctlServerOptions::saveOptions()
 {
     loadOptions();
+    if (!m_filled) { // the empty controls would empty the file's settings
+        throw optionsFailure();
+    }
     for (const auto &row : m_texts) {
         (m_options.*row.setting).Let(row.control->text());
     }

@@ -62,6 +62,7 @@ private:
 
     void cmdSave_Click();
     void loadOptions();
+    void showOptions();
     void saveOptions();
     void saveMods();
 
@@ -72,4 +73,5 @@ private:
     clsOptionsXML m_options;
     clsMods m_mods;
     bool m_dirty = false;
+    bool m_filled = false; ///< whether the controls have ever shown what is in the file
 };

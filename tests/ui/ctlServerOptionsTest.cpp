@@ -119,6 +119,9 @@ TEST_F(ctlServerOptionsTest, EveryEditMakesThePanelDirtyAndCancelTakesItBack)
     };
     const QString stored = u"Ba-c Camp Hello pw 2346 2347 60 on off off"_s;
     EXPECT_EQ(shown(), stored);
+    auto *const label = child<QLabel>("lblFirewall");
+    QTest::mousePress(label, Qt::LeftButton, {}, {label->width() - 1, 9});
+    QTest::mouseRelease(label, Qt::LeftButton, {}, {9, 9}); // no click on the text
     for (const auto &edit : edits) {
         EXPECT_EQ(enabled(), u".D.."_s);
         edit();
@@ -154,6 +157,7 @@ TEST_F(ctlServerOptionsTest, ANumberThatASettingCannotHaveIsSilentlyTakenBack)
     port.selectAll();
     QTest::keyClick(&port, Qt::Key_Delete);
     EXPECT_EQ(port.text(), u"2346"_s);
+    EXPECT_EQ(enabled(), u".D.."_s);
     for (const auto refused : {"65536"_L1, "65535.2"_L1, "-0.4"_L1, "-1"_L1, "nan"_L1, "inf"_L1,
                                "1e5"_L1, "1e999"_L1, "0x10"_L1}) {
         port.setText(refused);
@@ -168,6 +172,43 @@ TEST_F(ctlServerOptionsTest, ANumberThatASettingCannotHaveIsSilentlyTakenBack)
     EXPECT_EQ(saved("JoinPort"), u"2"_s);
     EXPECT_EQ(port.text(), u"2"_s);
     EXPECT_EQ(fake.boxes.boxes, QStringList());
+}
+
+TEST_F(ctlServerOptionsTest, TheFileMayHoldWhatCannotBeTyped)
+{
+    write(u"options.xml"_s, options(QByteArray(200, 'n'), 70000));
+    select(frmMain::Main);
+    select(frmMain::ServerOptions);
+    EXPECT_EQ(box("txtName").text().size(), 200);
+    EXPECT_EQ(box("txtJoinPort").text(), u"2346"_s);
+    EXPECT_EQ(box("txtAnnouncePort").text(), u"2347"_s);
+    EXPECT_TRUE(read(ErrorLog).contains("JoinPort: 70000 "));
+    EXPECT_EQ(lastRecord(), u"Server Options Panel|FillFields|Unknown|6"_s);
+    EXPECT_EQ(recordCount(), 1);
+
+    write(u"options.xml"_s, options("n", 80));
+    select(frmMain::Main);
+    select(frmMain::ServerOptions);
+    box("txtName").clear();
+    QTest::keyClicks(&box("txtName"), QString(200, u'n'));
+    EXPECT_LT(box("txtName").text().size(), 100);
+}
+
+TEST_F(ctlServerOptionsTest, NothingIsSavedBeforeTheFileCouldBeShown)
+{
+    const QByteArray later = options("Camp", 2346);
+    QFile::remove(path(u"options.xml"_s));
+    startIdle();
+    select(frmMain::ServerOptions);
+    write(u"options.xml"_s, later);
+    QTest::keyClick(&box("txtName"), 'x');
+    click("cmdSave");
+    EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|75"_s);
+    EXPECT_EQ(read(u"options.xml"_s), later);
+    click("cmdCancel");
+    QTest::keyClick(&box("txtName"), 'x');
+    click("cmdSave");
+    EXPECT_EQ(saved("MPGameName"), u"Campx"_s);
 }
 
 TEST_F(ctlServerOptionsTest, SaveWritesWhatIsShownAndKeepsWhatIsNot)
