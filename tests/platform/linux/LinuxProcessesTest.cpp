@@ -17,23 +17,6 @@ protected:
     const platform::ProcessHandle handle = processes.open(id);
 };
 
-TEST_F(LinuxProcessesTest, AnEndedProcessIsNotActiveEvenAsAZombie)
-{
-    ASSERT_NE(handle, platform::NoProcess);
-    EXPECT_EQ(processes.exitCode(handle), platform::StillActiveCode);
-    EXPECT_EQ(processes.executablePath(handle), u"/usr/bin/sleep"_s);
-    EXPECT_FALSE(processes.wait(handle, 10));
-
-    ASSERT_TRUE(processes.terminate(handle));
-    EXPECT_EQ(stateOf(id), u"Z"_s);
-    EXPECT_EQ(processes.exitCode(handle), 0U);
-    EXPECT_FALSE(processes.executablePath(handle));
-    EXPECT_TRUE(processes.wait(handle, 1000));
-    processes.close(handle);
-    EXPECT_EQ(stateOf(id), QString()) << "closing the last interest in it leaves no zombie";
-    EXPECT_EQ(processes.open(id), platform::NoProcess);
-}
-
 TEST_F(LinuxProcessesTest, AHandleNeverNamesAnotherProcess)
 {
     const platform::ProcessHandle twin = processes.open(id);
