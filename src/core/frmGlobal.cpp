@@ -122,7 +122,9 @@ void frmGlobal::tmrHeartbeat_Timer()
         Trap(tick, [] { gRoot->WebSite()->Page(QStringLiteral("PublicStatus"))->setStale(true); });
         Trap(tick, [this] { SuperviseServer(); });
         // QTcpServer stops for good when the system has no more descriptors for a moment.
-        wsckNewConnections.resumeAccepting();
+        if (wsckNewConnections.isListening()) {
+            wsckNewConnections.resumeAccepting();
+        }
     }
 }
 

@@ -77,6 +77,7 @@ void ConnectionSocket::stopReading()
 void ConnectionSocket::written()
 {
     if (m_socket->bytesToWrite() == 0) {
+        dropUnread();
         close();
     }
 }
@@ -87,7 +88,6 @@ void ConnectionSocket::close()
         return;
     }
     m_socket->disconnect(this);
-    dropUnread();
     m_socket->close();
     m_socket.reset();
     m_closed();
@@ -97,6 +97,7 @@ void ConnectionSocket::close()
 void ConnectionSocket::dropUnread()
 {
     constexpr int Rounds = 16; // a peer that never stops sending does not stop us
+    m_socket->disconnect(this);
     m_socket->setReadBufferSize(0);
     for (int round = 0; round < Rounds && m_socket->state() == QAbstractSocket::ConnectedState &&
                         m_socket->waitForReadyRead(0);

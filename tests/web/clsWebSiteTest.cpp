@@ -1,0 +1,346 @@
+#include "server/clsMods.h"
+#include "web/WebTest.h"
+
+using clsWebSiteTest = WebTest;
+
+/// The route of every post, with fields that would change something.
+static const std::pair<const char *, const char *> Posts[] = {
+    {"/OpenMods", ""},
+    {"/EditMod", "modname=%5Cmods%5Cdesert&ActionButton=++Activate++"},
+    {"/AdminMenu", "AdminMenu=Main"},
+    {"/logon", ""},
+    {"/DeleteReplays", "DELFILEa.rpf=on"},
+    {"/UpdateAdminReplaysConfig", "ReplayCount=7"},
+    {"/UpdateAdminServerControlConfig", "SubmitType=Update&Timeout=7"},
+    {"/UpdateAdminServerControlConfig", "SubmitType=Start+Server"},
+    {"/UpdateAdminServerOptionsConfig", "ServerName=X"},
+    {"/UpdateAdminSystemOptionsConfig", "AdminPW=x"},
+    {"/UpdateAdminStatusOptionsConfig", "ServerGo=x"},
+    {"/GETFILEsecret/a.rpf", ""},
+    {"/elsewhere", ""},
+};
+
+TEST_F(clsWebSiteTest, AnswersEveryGetByteForByte)
+{
+    startSite("<ServerRunningGif>http://i/go.gif</ServerRunningGif>"
+              "<ServerCrashGif>http://i/crash.gif</ServerCrashGif>");
+    writeReplay(u"a b.rpf"_s, QByteArray("\0\xFF\r\n", 4));
+    const QByteArray redirect = "HTTP/1.1  307 Temporary Redirect\r\nLocation: ";
+    EXPECT_EQ(get("/ServerStatus.gif"), redirect + "http://i/go.gif\r\n\r\n");
+    server().uctlServerStatus.setStatus(ServerQueryStatus::Dead);
+    EXPECT_EQ(get("/ServerS"), redirect + "http://i/crash.gif\r\n\r\n");
+    fake.system.end(server().Process()->PID());
+    server().uctlServerStatus.setStatus(ServerQueryStatus::Responding);
+    EXPECT_EQ(get("/ServerS"), redirect + "http://i/crash.gif\r\n\r\n");
+    server().Disconnect();
+    EXPECT_EQ(get("/ServerS"), redirect + "http://i/crash.gif\r\n\r\n");
+    EXPECT_TRUE(get("/CNN").startsWith(redirect + "http"));
+
+    EXPECT_EQ(
+        get("/GETFILEsecret/a%20b.rpf"),
+        QByteArray("HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\n\r\n\0\xFF\r\n\r\n\r\n", 53));
+    EXPECT_EQ(get("/GETFILESecret/a%20b.rpf"), "Access Denied");
+    for (const char *asError : {"/Error", "/ErrorText"}) {
+        QTcpSocket client; // there is no log yet: no answer, and a log afterwards
+        connectTo(client);
+        if (recordCount() == 0) {
+            client.write("GET /Error HTTP/1.1\r\nHost: a\r\n\r\n");
+            settle();
+            EXPECT_EQ(lastRecord(), u"Website|ParseRequest|Root Object|53"_s);
+        }
+        const QByteArray type = QByteArray(asError) == "/Error" ? "text/XML" : "text/plain";
+        EXPECT_EQ(get(asError), "HTTP/1.1 200 OK\r\nContent-Type: " + type + "\r\n\r\n" +
+                                    read(ErrorLog) + "\r\n\r\n");
+    }
+    EXPECT_TRUE(get("/Login").contains("<form name=\"logon\" method=\"POST\" action=\"logon\">"));
+    for (const char *other : {"/", "/Login/", "/Errors", "/CNN2", "/index.html", "/getfile"}) {
+        EXPECT_EQ(get(other), page("PublicStatus")) << other;
+    }
+}
+
+TEST_F(clsWebSiteTest, AWrongLogInOpensNothingAndChangesNothingOnAnyRoute)
+{
+    startSite();
+    writeReplay(u"a.rpf"_s, "x");
+    const QByteArray options = read(u"options.xml"_s);
+    for (const auto &[target, fields] : Posts) {
+        for (const QByteArray &request :
+             {postRequest(target, fields, "Secret"), postRequest(target, fields, ""),
+              QByteArray("POST ") + target + " H\r\nH: a\r\n\r\n" + "UserName=admin&PW=secret&" +
+                  fields}) {
+            EXPECT_TRUE(ask(request).contains("Sorry, your login information is incorrect"))
+                << target;
+        }
+    }
+    EXPECT_EQ(read(u"Replays/a.rpf"_s), "x");
+    EXPECT_EQ(read(u"options.xml"_s), options);
+    EXPECT_EQ(read(u"modsset.txt"_s), "");
+    EXPECT_FALSE(server().Connected());
+    EXPECT_EQ(root->Options()->AdminPassword(), u"secret"_s);
+    EXPECT_EQ(root->Options()->ReplayCount(), 50);
+    EXPECT_EQ(recordCount(), 0);
+}
+
+TEST_F(clsWebSiteTest, TheMenuOpensThePagesAsTheyWereRefreshedLast)
+{
+    startSite();
+    for (const auto &[choice, key] :
+         {std::pair{"Main", "AdminMain"}, std::pair{"System+Status", "AdminSystemOptions"},
+          std::pair{"+Replays+", "AdminReplays"}, std::pair{"Server+Control", "AdminServerControl"},
+          std::pair{"Server+Options", "AdminServerOptions"},
+          std::pair{"Status+Options", "AdminStatusOptions"}}) {
+        EXPECT_EQ(post("/AdminMenu", QByteArray("AdminMenu=") + choice), page(key)) << choice;
+    }
+    EXPECT_EQ(post("/logon", ""), page("AdminMain"));
+    writeReplay(u"new.rpf"_s, "");
+    EXPECT_FALSE(page("AdminReplays").contains("new.rpf"));
+    root->Options()->ReplayCount.Let(3);
+    EXPECT_TRUE(page("AdminReplays").contains("href=\"GETFILEsecret/new.rpf\""));
+}
+
+TEST_F(clsWebSiteTest, StoresFormsAndTellsWhatItRefuses)
+{
+    startSite();
+    clsOptions &options = *root->Options();
+    const auto told = [&](const QByteArray &target, const QByteArray &fields, const char *key) {
+        const QByteArray before = page(key, u"|"_s);
+        const QByteArray answer = post(target, fields);
+        const qsizetype bar = before.indexOf('|');
+        EXPECT_TRUE(answer.startsWith(before.left(bar))) << target.toStdString();
+        return answer.mid(bar, answer.size() + 1 - before.size());
+    };
+    EXPECT_EQ(told("/UpdateAdminServerControlConfig",
+                   "SubmitType=Update&Pollingfreq=65536&Timeout=65&StartupTimeout=9.5&"
+                   "CMDLine=-x+%22y%22&AutoRestartGRServer=on",
+                   "AdminServerControlUpdate"),
+              "Please enter a valid number for the Polling Frequency (0-65535)<br>"
+              "Please enter a valid number for the server time out (0-64)<br>");
+    EXPECT_EQ(options.ServerPollingFrequency(), 3000);
+    EXPECT_EQ(options.ServerStartupTimeout(), 10);
+    EXPECT_EQ(options.ServerCommandLineArgs(), u"-x \"y\""_s);
+    EXPECT_TRUE(options.AutoRestartGRServer());
+    EXPECT_FALSE(options.AutoStartGRServer());
+    EXPECT_TRUE(page("AdminServerControl").contains("value=\"10\""));
+
+    EXPECT_EQ(told("/UpdateAdminReplaysConfig", "archiveReplays=on&SkipBlankReplays=yes",
+                   "AdminReplaysUpdate"),
+              "Please enter a valid number for the replay count<br>");
+    EXPECT_TRUE(options.RecordReplays());
+    EXPECT_FALSE(options.SkipBlankReplays());
+    EXPECT_EQ(told("/UpdateAdminStatusOptionsConfig", "ServerGo=http%3A%2F%2Fx",
+                   "AdminStatusOptionsUpdate"),
+              "Configuration Updated");
+    EXPECT_EQ(options.ServerRunningGif(), u"http://x"_s);
+    EXPECT_EQ(options.ServerCrashGif(), QString());
+
+    EXPECT_EQ(told("/UpdateAdminServerControlConfig", "SubmitType=Start+Server",
+                   "AdminServerControlUpdate"),
+              "Process start/find successful");
+    EXPECT_TRUE(server().Connected());
+    EXPECT_TRUE(page("AdminServerControl").contains(server().ProcessStatusText().toLatin1()));
+    EXPECT_EQ(told("/UpdateAdminServerControlConfig", "SubmitType=Stop+Server",
+                   "AdminServerControlUpdate"),
+              "Process stop successful");
+
+    EXPECT_EQ(told("/UpdateAdminSystemOptionsConfig", "AdminUN=Admin&AdminPW=new&StartWebServer=on",
+                   "AdminSystemOptionsUpdate"),
+              "Configuration Updated");
+    EXPECT_FALSE(options.FindGRServer());
+    EXPECT_TRUE(page("AdminSystemOptions").contains("name=\"PW\" value=\"new\""));
+    EXPECT_TRUE(page("AdminMain").contains("name=\"PW\" value=\"secret\"")); // as refreshed last
+    EXPECT_EQ(recordCount(), 0);
+}
+
+TEST_F(clsWebSiteTest, ChangesTheGamesFilesOnlyWhileNoServerIsHeld)
+{
+    startSite();
+    const QByteArray elements = "<MPGameName/><MOTD>m</MOTD><RemoteServerPasswd/>";
+    write(u"options.xml"_s, read(u"options.xml"_s).replace("</game>", elements + "</game>"));
+    for (const char *mod : {"desert", "Urban"}) {
+        QDir(directory.path()).mkpath(u"Mods/"_s + QLatin1String(mod));
+        write(u"Mods/%1/ModsCont.txt"_s.arg(QLatin1String(mod)),
+              "x\r\nname = \"" + QByteArray(mod) + "!\"\r\n");
+    }
+    const QByteArray update = "ServerName=abcdefghijklmnopqrstuvwxy&Synch=x&JoinPort=65536&"
+                              "AnnouncePort=7&RecordGame=on&RAPassword=p";
+    const QByteArray activate = "modname=%5CMODS%5Curban&ActionButton=++Activate++";
+    const QByteArray answer = post("/UpdateAdminServerOptionsConfig", update);
+    const QByteArray number =
+        "Please enter a valid number for the game synch. time out (0-65535)<br>";
+    EXPECT_TRUE(answer.contains(
+        "Server name truncated to max 20 characters (abcdefghijklmnopqrst)<br>" + number + number));
+    const QByteArray options = read(u"options.xml"_s);
+    for (const char *text : {"<MPGameName>abcdefghijklmnopqrst<", "<MOTD/>", "<JoinPort>1<",
+                             "<RecordGame>TRUE<", "<BehindFirewall>FALSE<", "<AnnouncePort>7<"}) {
+        EXPECT_TRUE(options.contains(text)) << text;
+    }
+    EXPECT_TRUE(page("AdminServerOptions").contains("value=\"abcdefghijklmnopqrst\""));
+    EXPECT_TRUE(page("AdminServerOptions").contains("name=\"SubmitType\" value=\"Update\""));
+
+    const QByteArray edited = post("/EditMod", activate);
+    EXPECT_EQ(edited, page("AdminModList"));
+    post("/EditMod", "modname=%5Cmods%5Cdesert&ActionButton=++Activate++");
+    post("/EditMod", "modname=%5Cmods%5Cdesert&ActionButton=%5E");
+    EXPECT_TRUE(read(u"modsset.txt"_s).endsWith("\r\n\"\\mods\\desert\"\r\n\"\\mods\\urban\"\r\n"));
+    EXPECT_LT(page("AdminModList").indexOf("desert!"), page("AdminModList").indexOf("Urban!"));
+    const QByteArray list = read(u"modsset.txt"_s);
+
+    server().StartGRServer(false);
+    EXPECT_TRUE(post("/UpdateAdminServerOptionsConfig", "ServerName=y")
+                    .contains("You cannot update the server options while the server is running."));
+    EXPECT_TRUE(post("/EditMod", QByteArray(activate).replace("++Activate++", "Deactivate"))
+                    .startsWith("Please stop the GR server when attempting"));
+    EXPECT_EQ(read(u"options.xml"_s), options);
+    EXPECT_EQ(read(u"modsset.txt"_s), list);
+    EXPECT_TRUE(page("AdminServerOptions").contains("You cannot update server options while"));
+    EXPECT_FALSE(page("AdminServerOptions").contains("name=\"SubmitType\""));
+    server().StopGRServer();
+
+    QFile::remove(path(u"options.xml"_s));
+    EXPECT_TRUE(post("/UpdateAdminServerOptionsConfig", update)
+                    .contains("An Error has occured. Please check the log"));
+    EXPECT_EQ(lastRecord(), u"Website|Update_ServerOptionsConfig|Root Object|75"_s);
+}
+
+TEST_F(clsWebSiteTest, NoNameReachesAFileOutsideTheReplayFolder)
+{
+    startSite();
+    const auto files = [this] {
+        QStringList names;
+        for (QDirIterator all(directory.path(), QDir::Files | QDir::Hidden | QDir::System,
+                              QDirIterator::Subdirectories);
+             all.hasNext();) {
+            names.append(all.next());
+        }
+        return names.join(u'\n');
+    };
+    for (const QString &folder : {u"Replays/inner"_s, u"Replays2"_s}) {
+        QDir(directory.path()).mkpath(folder);
+    }
+    for (const char *name : {"a.rpf", "inner/a.rpf", "NUL.rpf", "a.rpf:s", "con"}) {
+        writeReplay(QString::fromLatin1(name), "kept");
+    }
+    write(u"a.rpf"_s, "kept");
+    write(u"Replays2/a.rpf"_s, "kept");
+    QFile::link(path(u"a.rpf"_s), path(u"Replays/out.rpf"_s));
+    QFile::link(path(u"Replays2"_s), path(u"Replays/folder.rpf"_s));
+    const QString before = files();
+    const QByteArray root = directory.path().toUtf8();
+    const QByteArray names[] = {
+        "",
+        "..",
+        ".",
+        "../a.rpf",
+        "..\\a.rpf",
+        "%2E%2E/a.rpf",
+        "..%2Fa.rpf",
+        "%252e%252e%252fa.rpf",
+        "../Replays2/a.rpf",
+        "./a.rpf",
+        "inner/a.rpf",
+        "inner\\a.rpf",
+        "/a.rpf",
+        root + "/a.rpf",
+        "C:a.rpf",
+        "C:\\a.rpf",
+        "\\\\host\\share\\a.rpf",
+        "*.rpf",
+        "?.rpf",
+        "a.rp<",
+        "\"a.rpf",
+        "a.rpf:s",
+        "NUL.rpf",
+        "con",
+        "COM1.rpf",
+        "out.rpf",
+        "folder.rpf",
+        "folder.rpf/a.rpf",
+        QByteArray("a.rpf\0", 6),
+        QByteArray("../a.rpf\0.rpf", 13),
+        "a.rpf\n",
+        "inner",
+        "missing.rpf",
+    };
+    for (const QByteArray &name : names) {
+        QTcpSocket client;
+        connectTo(client);
+        client.write("GET /GETFILEsecret/" + name + " HTTP/1.1\r\nHost: a\r\n\r\n");
+        settle();
+        const QByteArray answer = client.readAll();
+        EXPECT_FALSE(answer.contains("kept")) << name.toStdString();
+        for (const QByteArray &field : {name, name.toPercentEncoding()}) {
+            const QByteArray told = post("/DeleteReplays", "DELFILE" + field + "=on");
+            EXPECT_TRUE(told.contains(" Replays Files Deleted")) << name.toStdString();
+        }
+        EXPECT_EQ(files().remove(u'\n' + path(ErrorLog)), before) << name.toStdString();
+    }
+    EXPECT_TRUE(post("/DeleteReplays", "DELFILEa.rpf=on&DELFILEinner=on&DELFILEgone.rpf=on")
+                    .contains("2 Replays Files Deleted"));
+    EXPECT_FALSE(QFile::exists(path(u"Replays/a.rpf"_s)));
+    writeReplay(u"ä b.rpf"_s, "x");
+    EXPECT_TRUE(post("/DeleteReplays", "DELFILE%E4+b.rpf=on").contains("1 Replays Files"));
+    EXPECT_FALSE(QFile::exists(path(u"Replays/ä b.rpf"_s)));
+}
+
+TEST_F(clsWebSiteTest, ThePublicPageIsBuiltOncePerPeriodAndShowsWhatTheServerTold)
+{
+    startSite("<AutoStartGRServer>True</AutoStartGRServer>");
+
+    server().uctlServerStatus.setName(u"<b>ä</b>"_s);
+    fake.clock.advance(3000);
+    const QByteArray first = get("/");
+    EXPECT_TRUE(first.contains("<td class=\"title\"><b>\xE4</b></td>"));
+    EXPECT_TRUE(first.contains("Game Length:</td><td class=\"data\">00:00<"));
+    EXPECT_TRUE(first.contains("<b>Active Mods:  </b></td>"));
+    server().uctlServerStatus.setName(u"other"_s);
+    EXPECT_EQ(get("/"), first);
+    fake.clock.advance(3000);
+    EXPECT_TRUE(get("/").contains("<td class=\"title\">other</td>"));
+    server().uctlServerStatus.setStatus(ServerQueryStatus::Dead);
+    fake.clock.advance(3000);
+    const QByteArray notRunning =
+        "<td align=\"center\">This Ghost Recon server is not running</td>";
+    EXPECT_TRUE(get("/").contains(notRunning));
+    server().Disconnect();
+    root->WebSite()->Page(u"PublicStatus"_s)->setStale(true);
+    EXPECT_TRUE(get("/").contains(notRunning));
+}
+
+TEST_F(clsWebSiteTest, ASettingThatIsSetOnTheDesktopShowsOnItsPage)
+{
+    startSite();
+    clsOptions &options = *root->Options();
+    const struct
+    {
+        std::function<void()> change;
+        const char *page;
+    } rows[] = {
+        {[&] { options.AdminUserName.Let(u"A"_s); }, "AdminMain"},
+        {[&] { options.AdminPassword.Let(u"B"_s); }, "AdminReplaysUpdate"},
+        {[&] { options.AllowRemoteAccess.Let(false); }, "AdminSystemOptions"},
+        {[&] { options.FindGRServer.Let(false); }, "AdminSystemOptions"},
+        {[&] { options.RemoteAccessPort.Let(81); }, "AdminSystemOptions"},
+        {[&] { options.AutoRunOnStartup.Let(true); }, "AdminSystemOptions"},
+        {[&] { options.AutoStartGRServer.Let(true); }, "AdminServerControl"},
+        {[&] { options.AutoRestartGRServer.Let(false); }, "AdminServerControl"},
+        {[&] { options.AutoRestartOnProcessStop.Let(false); }, "AdminServerControl"},
+        {[&] { options.ServerPollingFrequency.Let(1); }, "AdminServerControl"},
+        {[&] { options.ServerStartupTimeout.Let(2); }, "AdminServerControl"},
+        {[&] { options.ServerTimeout.Let(3); }, "AdminServerControl"},
+        {[&] { options.ServerCommandLineArgs.Let(u"C"_s); }, "AdminServerControl"},
+        {[&] { options.ReplayCount.Let(4); }, "AdminReplays"},
+        {[&] { options.RecordReplays.Let(false); }, "AdminReplays"},
+        {[&] { options.ReplayFolder.Let(u"D"_s); }, "AdminReplays"},
+        {[&] { options.SkipBlankReplays.Let(false); }, "AdminReplays"},
+        {[&] { options.ServerRunningGif.Let(u"E"_s); }, "AdminStatusOptions"},
+        {[&] { options.ServerCrashGif.Let(u"F"_s); }, "AdminStatusOptions"},
+    };
+    for (const auto &row : rows) {
+        const QByteArray before = page(row.page);
+        row.change();
+        EXPECT_NE(page(row.page), before) << row.page << &row - rows;
+    }
+    const QByteArray before = page("AdminStatusOptions");
+    options.ServerCrashGif.Ex(u"G"_s);
+    EXPECT_EQ(page("AdminStatusOptions"), before);
+}

@@ -1,0 +1,176 @@
+#include "web/ConnectionSocket.h"
+#include "web/WebTest.h"
+
+#include <QTcpServer>
+
+#include <sys/socket.h>
+
+using ConnectionsTest = WebTest;
+
+TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
+{
+    startIdle();
+    frmGlobal &form = *root->GlobalForm();
+    clsOptions &options = *root->Options();
+    const auto runsWith = [&](const QString &user, const QString &password, int port) {
+        options.AdminUserName.Let(user);
+        options.AdminPassword.Let(password);
+        options.RemoteAccessPort.Let(port);
+        form.StartWebServer();
+        return form.WebServerRunning();
+    };
+    EXPECT_FALSE(runsWith({}, u"p"_s, Port));
+    EXPECT_FALSE(runsWith(u"a"_s, {}, Port));
+    EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, 0));
+    EXPECT_EQ(recordCount(), 0);
+
+    QTcpServer other;
+    ASSERT_TRUE(other.listen(QHostAddress::Any, Port));
+    EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, Port));
+    EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, 70000));
+    EXPECT_EQ(recordCount(), 2);
+    EXPECT_TRUE(lastRecord().startsWith(u"Global Controls|StartWebServer|None|"_s));
+    other.close();
+
+    EXPECT_TRUE(runsWith(u"a"_s, u"p"_s, Port));
+    QTcpSocket open;
+    connectTo(open);
+    settle();
+    form.StopWebServer();
+    EXPECT_FALSE(form.WebServerRunning());
+    open.write("GET /Login HTTP/1.1\r\nHost: a\r\n\r\n");
+    EXPECT_TRUE(ended(open));
+    EXPECT_TRUE(open.readAll().contains("logon"));
+    QTcpSocket late;
+    late.connectToHost(QHostAddress::LocalHost, Port);
+    EXPECT_FALSE(late.waitForConnected(1000));
+}
+
+TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeElementIsTaken)
+{
+    startSite();
+    std::vector<std::unique_ptr<QTcpSocket>> clients;
+    for (int client = 0; client < 103; ++client) {
+        clients.push_back(std::make_unique<QTcpSocket>());
+        connectTo(*clients.back());
+        settle();
+    }
+    const auto &pool = root->GlobalForm()->wsckConnections;
+    EXPECT_TRUE(pool.front()->isFree());
+    for (std::size_t element = 1; element < pool.size(); ++element) {
+        ASSERT_FALSE(pool.at(element)->isFree());
+    }
+    const QByteArray request = "GET /Login HTTP/1.1\r\nHost: a\r\n\r\n";
+    for (const std::size_t waiting : {100U, 101U}) {
+        clients.at(waiting)->write(request);
+        settle();
+        EXPECT_EQ(clients.at(waiting)->bytesAvailable(), 0);
+    }
+    clients.at(40)->abort(); // goes away without a word
+    EXPECT_TRUE(ended(*clients.at(100)));
+    EXPECT_TRUE(ended(*clients.at(101)));
+    settle();
+    EXPECT_FALSE(pool.at(41)->isFree()); // the last one, which has nothing to say yet
+    clients.at(2)->disconnectFromHost();
+    clients.at(3)->disconnectFromHost();
+    settle();
+    EXPECT_TRUE(pool.at(4)->isFree());
+    EXPECT_TRUE(pool.at(3)->isFree());
+    QTcpSocket next;
+    connectTo(next);
+    settle();
+    EXPECT_FALSE(pool.at(3)->isFree());
+    EXPECT_TRUE(pool.at(4)->isFree());
+}
+
+TEST_F(ConnectionsTest, AnUnansweredRequestLeavesItsConnectionOpenForTheNext)
+{
+    startSite();
+    for (const QByteArray &request :
+         {QByteArray("GET /Imagenot.gif HTTP/1.1\r\nHost: a\r\n\r\n"),
+          QByteArray("HEAD / HTTP/1.1\r\nHost: a\r\n\r\n"), postRequest("/GETFILEsecret/a.rpf", ""),
+          postRequest("/AdminMenu", "AdminMenu=Stats"), postRequest("/elsewhere", ""),
+          postRequest("/UpdateAdminServerControlConfig", "SubmitType=Other"),
+          postRequest("/UpdateAdminX", "")}) {
+        QTcpSocket client;
+        connectTo(client);
+        client.write(request);
+        client.flush();
+        settle();
+        client.write("GET /Login HTTP/1.1\r\nHost: a\r\n\r\n");
+        ASSERT_TRUE(ended(client)) << request.toStdString();
+        const QByteArray answer = client.readAll();
+        EXPECT_TRUE(answer.startsWith("<!DOCTYPE html>")) << request.toStdString();
+        EXPECT_EQ(answer.count("</html>"), 1) << request.toStdString();
+    }
+}
+
+TEST_F(ConnectionsTest, ASlowReaderGetsAllOfALargeFileAlsoWhenItHasClosedItsOwnHalf)
+{
+    startSite();
+    const QByteArray replay = QByteArray("0123456789abcdef").repeated(512 * 1024);
+    writeReplay(u"large.rpf"_s, replay);
+    QTcpSocket slow;
+    slow.setReadBufferSize(64 * 1024);
+    connectTo(slow);
+    slow.write("GET /GETFILEsecret/large.rpf HTTP/1.1\r\nHost: a\r\n\r\n");
+    slow.flush();
+    ::shutdown(static_cast<int>(slow.socketDescriptor()), SHUT_WR);
+    settle();
+    EXPECT_TRUE(get("/Login").contains("logon")); // the others do not wait
+    QByteArray answer;
+    const auto all = [&] {
+        answer += slow.readAll();
+        return slow.state() == QTcpSocket::UnconnectedState && slow.bytesAvailable() == 0;
+    };
+    EXPECT_TRUE(QTest::qWaitFor(all, 30000));
+    EXPECT_EQ(answer.size(), replay.size() + 49);
+    EXPECT_TRUE(answer.endsWith("cdef\r\n\r\n"));
+}
+
+TEST_F(ConnectionsTest, HostileRequestsNeitherStopTheSiteNorKeepAnything)
+{
+    startSite();
+    const QByteArray good = postRequest("/logon", "");
+    QRandomGenerator random(42);
+    const auto noise = [&](int size) {
+        QByteArray bytes(size, '\0');
+        for (char &byte : bytes) {
+            byte = static_cast<char>(random.bounded(256));
+        }
+        return bytes;
+    };
+    const QByteArray tail = " HTTP/1.1\r\nHost: a\r\n\r\n";
+    std::vector<QByteArray> requests; // those that are recorded, once each, since the log grows
+    for (qsizetype cut = 1; cut < good.size(); ++cut) {
+        requests.push_back(good.left(cut));
+    }
+    for (int size = 1; size < 400; ++size) {
+        requests.push_back(noise(size));
+        requests.push_back("POST /Login" + tail + noise(size));
+    }
+    std::vector<QByteArray> others;
+    for (const char *method : {"GET ", "POST ", "PUT ", "DELETE ", "OPTIONS ", "TRACE ", "get "}) {
+        others.push_back(method + QByteArray(20000, 'x') + tail);
+        others.push_back(method + QByteArray("/\0/..\0", 7) + tail + QByteArray(3000, '\0'));
+        others.push_back(method + QByteArray("/x HTTP/1.1\r\n") +
+                         QByteArray("A: b\r\n").repeated(2000) + "\r\n");
+    }
+    std::vector<std::unique_ptr<QTcpSocket>> clients;
+    for (std::size_t sent = 0; sent < 10000; ++sent) {
+        clients.push_back(std::make_unique<QTcpSocket>());
+        connectTo(*clients.back());
+        clients.back()->write(sent < requests.size() ? requests.at(sent)
+                                                     : others.at(sent % others.size()));
+        if (clients.size() == 200) {
+            settle();
+            clients.clear();
+        }
+    }
+    EXPECT_TRUE(ask(good).contains("MAIN"));
+    const auto &pool = root->GlobalForm()->wsckConnections;
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return std::all_of(pool.begin(), pool.end(), [](const auto &e) { return e->isFree(); });
+    }));
+    EXPECT_EQ(root->Options()->AdminPassword(), u"secret"_s);
+}
