@@ -20,11 +20,11 @@ const std::array soldiers = {QStringLiteral("Rifleman"), QStringLiteral("Support
 /// The growth of a match without an end: the goals are reached after this many seconds.
 constexpr double endlessPaceSeconds = 600;
 
-QStringList namesOf(int count)
+QStringList namesOf(int count, const QString &first)
 {
-    QStringList names = {QStringLiteral("Jäger"), QStringLiteral("Falcon"),
-                         QStringLiteral("[ZS]Otter"), QStringLiteral("Lynx & Co"),
-                         QStringLiteral("Grünspan")};
+    QStringList names = {first.isEmpty() ? QStringLiteral("Jäger") : first,
+                         QStringLiteral("Falcon"), QStringLiteral("[ZS]Otter"),
+                         QStringLiteral("Lynx & Co"), QStringLiteral("Grünspan")};
     while (names.size() < count) {
         names.append(QStringLiteral("Recruit %1").arg(names.size() + 1));
     }
@@ -52,8 +52,9 @@ PlayerScore scoreAt(PlayerScore goal, double progress)
 } // namespace
 
 MatchPlayer::MatchPlayer(const Settings &settings)
-    : m_names(namesOf(settings.players)), m_length(settings.matchLength.value_or(0)),
-      m_joining(settings.joining.value_or(0)), m_blank(settings.blankMatches)
+    : m_names(namesOf(settings.players, settings.playerName)),
+      m_length(settings.matchLength.value_or(0)), m_joining(settings.joining.value_or(0)),
+      m_blank(settings.blankMatches)
 {
     m_phase.setSingleShot(true);
     m_phase.setTimerType(Qt::PreciseTimer);

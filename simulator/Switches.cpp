@@ -75,6 +75,7 @@ const std::array switches = {
     Switch{"-page-halves", "MS", Time{&S::pageHalves, milliseconds},
            "the whole statistics page follows its first half after MS milliseconds"},
     Switch{"-players", "N", Number{&S::players, 0, 200}, "number of players, 0 to 200 (5)"},
+    Switch{"-player-name", "TEXT", Text{&S::playerName}, "name of the first player"},
     Switch{"-server-name", "TEXT", Text{&S::serverName},
            "name in the replies (MPGameName of options.xml)"},
     Switch{"-dedicated", "N", Number{&S::dedicated, 0, 1},

@@ -29,6 +29,7 @@ struct Settings
     int players = 5; ///< not counting the dedicated server's own entry
     int dedicated = 1;
     QString caption = QStringLiteral("Ghost Recon");
+    QString playerName; ///< of the first player; empty: an invented one
     QString serverName; ///< empty: the name in the game's options file
     QString logFile;
     ReplyShape badReply = ReplyShape::Whole;
