@@ -37,6 +37,12 @@ QString ticking(bool ticked)
     return ticked ? QStringLiteral(" checked=\"true\"") : QString();
 }
 
+/// A control and its label stay together where a row is broken.
+QString field(const QString &content)
+{
+    return QStringLiteral("<span class=\"field\">") + content + QStringLiteral("</span>");
+}
+
 QString hiddenField(const char *name, const QString &value)
 {
     return QStringLiteral("<input type=\"hidden\" name=\"%1\" value=\"%2\">")
@@ -81,9 +87,9 @@ QString row(const QString &content)
 
 QString checkBox(const char *name, bool ticked, const QString &label, const QString &attributes)
 {
-    return QStringLiteral("<input type=\"checkbox\" name=\"%1\" id=\"%1\"%2%3>"
-                          "<label for=\"%1\">%4</label>")
-        .arg(QLatin1String(name), ticking(ticked), attributes, label);
+    return field(QStringLiteral("<input type=\"checkbox\" name=\"%1\" id=\"%1\"%2%3>"
+                                "<label for=\"%1\">%4</label>")
+                     .arg(QLatin1String(name), ticking(ticked), attributes, label));
 }
 
 QString disabledCheckBox(bool ticked, const QString &label)
@@ -96,17 +102,17 @@ QString textField(const char *name, const QString &label, const QString &value, 
 {
     const QString limit =
         width.longest > 0 ? QStringLiteral(" maxlength=\"%1\"").arg(width.longest) : QString();
-    return QStringLiteral("<label for=\"%1\">%2</label> <input type=\"text\" name=\"%1\" "
-                          "id=\"%1\"%3 size=\"%4\" value=\"")
-               .arg(QLatin1String(name), label, limit, QString::number(width.size)) +
-           value + QStringLiteral("\">");
+    return field(QStringLiteral("<label for=\"%1\">%2</label> <input type=\"text\" name=\"%1\" "
+                                "id=\"%1\"%3 size=\"%4\" value=\"")
+                     .arg(QLatin1String(name), label, limit, QString::number(width.size)) +
+                 value + QStringLiteral("\">"));
 }
 
 QString disabledTextField(const QString &label, const QString &value, int size)
 {
-    return QStringLiteral("<label>%1 <input type=\"text\" size=\"%2\" value=\"%3\" "
-                          "disabled></label>")
-        .arg(label, QString::number(size), value);
+    return field(QStringLiteral("<label>%1 <input type=\"text\" size=\"%2\" value=\"%3\" "
+                                "disabled></label>")
+                     .arg(label, QString::number(size), value));
 }
 
 QString textArea(const char *areaId, const char *name, const QString &label, const QString &value,

@@ -15,8 +15,8 @@ QString entries()
     for (const QString &name : fnReplayFiles()) {
         result += QStringLiteral("<tr><td><input type=\"checkbox\" name=\"DELFILE") + name +
                   QStringLiteral("\" aria-label=\"Delete ") + name +
-                  QStringLiteral("\"></td><td><a href=\"GETFILE") + password + u'/' + name +
-                  QStringLiteral("\" target=\"_blank\">") + name +
+                  QStringLiteral("\"></td><td class=\"replay\"><a href=\"GETFILE") + password +
+                  u'/' + name + QStringLiteral("\" target=\"_blank\">") + name +
                   QStringLiteral("</a></td></tr>\n");
     }
     return result;
