@@ -1,6 +1,13 @@
 #include "platform/Files.h"
 
+#include "core/basTraps.h"
+#include "records/clsReplays.h"
+#include "records/clsTrackStats.h"
+#include "server/clsMods.h"
+#include "server/clsOptionsXML.h"
 #include "support/ToolTest.h"
+
+#include <csignal>
 
 using platform::Durability;
 
@@ -12,24 +19,97 @@ protected:
         platform::replaceFile(files, path(name), content, Durability::SurvivesPowerLoss);
     }
 
+    /// A new run of the tool, with a file as it is to be found.
+    void restartWith(const QString &name, const QByteArray &content)
+    {
+        if (content.isNull()) {
+            QFile::remove(path(name));
+        } else {
+            write(name, content);
+        }
+        files.failAt = 0;
+        newTool();
+        root->Start();
+        files.operations = 0;
+    }
+    qsizetype reportCount() const { return recordCount() + fake.boxes.boxes.size(); }
+    int leftovers() const
+    {
+        int count = 0;
+        for (QDirIterator found(directory.path(), {platform::replacementName(u"*"_s)}, QDir::Files,
+                                QDirIterator::Subdirectories);
+             found.hasNext(); found.next()) {
+            ++count;
+        }
+        return count;
+    }
+
     FailingFiles &files = fake.files;
     const QString file = u"settings.xml"_s;
 };
 
-TEST_F(replaceFile, AFailureOfAnySingleOperationLeavesTheOldOrTheNewFile)
+TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFile)
 {
-    replace(file, "old");
-    const int operations = files.operations;
-    ASSERT_GE(operations, 5);
-    for (int failAt = 1; failAt <= operations; ++failAt) {
-        files.failAt = 0;
-        replace(file, "old");
-        files.operations = 0;
-        files.failAt = failAt;
-        EXPECT_THROW(replace(file, "new content"), platform::Failure);
-        EXPECT_TRUE(read(file) == "old" || read(file) == "new content") << failAt;
-        EXPECT_EQ(QDir(directory.path()).entryList({u"settings*"_s}, QDir::Files).size(), 1)
-            << failAt;
+    const QString replay = u"Data/Save/replay/defaultreplay.rpf"_s;
+    QDir(directory.path()).mkpath(u"Data/Save/replay"_s);
+    write(replay, QByteArray(100000, 'r'));
+    write(u"missionstats.htm"_s, QByteArray(7, '\n') + "</TABLE>");
+    const auto saveSettings = [] { gRoot->Options()->Save(); };
+    const struct
+    {
+        QString name;
+        QByteArray before; ///< null for no file
+        std::function<void()> run;
+        qsizetype reports; ///< records and boxes that a failure leads to
+    } saves[] = {
+        {OptionsFile, "<options><AutoStartGRServer>False</AutoStartGRServer></options>",
+         saveSettings, 1},
+        {OptionsFile, "<unreadable", saveSettings, 1}, // which is copied aside first
+        {ErrorLog, "<Errors><Error/></Errors>",
+         [] { gRoot->Errors()->RecordError(u"M"_s, u"R"_s, {}, 1, u"failed"_s); }, 0},
+        {u"options.xml"_s, "<game><JoinPort>1</JoinPort></game>",
+         [] {
+             clsOptionsXML options;
+             options.Load();
+             options.JoinPort.Let(2346);
+             Trap({"M", "R", ""}, [&] { options.Save(); });
+         },
+         1},
+        {u"modsset.txt"_s, "// old", [] { clsMods().Save(); }, 1},
+        {u"ZEBEKSCache.dat"_s, "old", [] { clsTrackStats().RecordStatsFile(); }, 0},
+        {QFileInfo(path(replay)).lastModified().toString(u"'Replays/'yyyy_MM_dd_HH_mm_ss"_s) +
+             u"_M_replay.rpf"_s,
+         {},
+         [] { gRoot->Replays()->ArchiveReplay(u"M"_s); },
+         1},
+    };
+    for (const auto &[name, before, run, reports] : saves) {
+        restartWith(name, before);
+        run();
+        const int operations = files.operations;
+        const QByteArray after = read(name);
+        ASSERT_NE(after, before);
+        ASSERT_GE(operations, 4);
+        for (int step = 0; step < 2 * operations; ++step) {
+            SCOPED_TRACE(name.toStdString() + ", step " + std::to_string(step));
+            restartWith(name, before);
+            files.failAt = step / 2 + 1;
+            files.kills = step % 2 == 1;
+            const qsizetype reported = reportCount();
+            if (files.kills) {
+                EXPECT_EXIT(run(), testing::KilledBySignal(SIGKILL), "");
+            } else {
+                run();
+                EXPECT_EQ(reportCount() - reported, reports);
+                EXPECT_EQ(leftovers(), 0);
+            }
+            const QByteArray left = read(name);
+            EXPECT_TRUE(left == before || left == after) << left.constData();
+            restartWith(name, left);
+            run();
+            EXPECT_EQ(read(name), after);
+            EXPECT_EQ(leftovers(), 0);
+        }
     }
 }
 

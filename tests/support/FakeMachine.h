@@ -8,13 +8,15 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <csignal>
 #include <deque>
 #include <map>
 #include <set>
 #include <stdexcept>
 #include <utility>
 
-/// The real file operations, of which a test can let the n-th one fail, or all of them.
+/// The real file operations, of which a test can let the n-th one fail, or all of them. Creating a
+/// file counts as two: before it is there, and with half of its content.
 class FailingFiles final : public platform::Files
 {
 public:
@@ -26,6 +28,7 @@ public:
     }
     void create(const QString &path, const QByteArray &content, const QString &like) override
     {
+        run([] {}); // nothing of the file is there yet
         run([&] { m_files.create(path, content, like); },
             // A disk that fills up leaves half of the file.
             [&] { m_files.create(path, content.first(content.size() / 2), like); });
@@ -43,7 +46,8 @@ public:
         run([&] { m_files.flushFolder(path); });
     }
 
-    int failAt = 0; ///< number of the operation that fails, from 1; 0 is none
+    int failAt = 0;     ///< number of the operation that fails, from 1; 0 is none
+    bool kills = false; ///< it ends the process instead
     int operations = 0;
 
 private:
@@ -53,6 +57,9 @@ private:
         ++operations;
         if (failAt == Always || failAt == operations) {
             half();
+            if (kills) {
+                std::raise(SIGKILL);
+            }
             throw platform::Failure(28, QStringLiteral("No space left on device"));
         }
         operation();
