@@ -1,3 +1,5 @@
+#include "platform/SystemClock.h"
+#include "platform/Timer.h"
 #include "records/basParse.h"
 #include "records/clsReplays.h"
 #include "records/clsTrackStats.h"
@@ -5,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QElapsedTimer>
 
 namespace {
 
@@ -232,4 +235,36 @@ TEST_F(recordsTest, WhatHappensWhileTheFolderIsListedDoesNoHarm)
     EXPECT_EQ(fake.processEnd.ends, 1);
     EXPECT_EQ(archive(), before);
     EXPECT_EQ(recordCount(), 0);
+}
+
+TEST_F(recordsTest, TheHeartbeatGoesOnWhileAFolderOf20000ReplaysIsListed)
+{
+    root->Options()->ReplayCount.Let(20000);
+    for (int number = 0; number < 20000; ++number) {
+        write(u"Replays/%1.rpf"_s.arg(number), {});
+    }
+    writeReplay(u"2004-03-15T21:07:09"_s);
+    platform::SystemClock clock;
+    QElapsedTimer sinceBeat;
+    std::vector<qint64> gaps;
+    const auto noteGap = [&] { gaps.push_back(sinceBeat.restart()); };
+    platform::Timer heartbeat(clock, [&] {
+        noteGap();
+        root->Replays()->ArchiveReplay(u"M"_s); // the same match once more
+    });
+    heartbeat.setInterval(1);
+    sinceBeat.start();
+    root->Replays()->ArchiveReplay(u"M"_s);
+    noteGap();
+    const QStringList replays = archive();
+    EXPECT_EQ(replays.size(), 20000);
+    EXPECT_TRUE(replays.contains(u"2004_03_15_21_07_09_M_replay.rpf"_s));
+    EXPECT_GE(gaps.size(), 5U);
+    EXPECT_LE(std::ranges::max(gaps), 200) << "by so much the heartbeat of 500 ms may be late";
+
+    writeReplay(u"2004-03-15T21:08:09"_s);
+    heartbeat.setTick([this] { root->Quit(); });
+    root->Replays()->ArchiveReplay(u"M"_s);
+    EXPECT_EQ(fake.processEnd.ends, 1);
+    EXPECT_EQ(archive(), replays);
 }
