@@ -9,6 +9,8 @@
 #include <QDateTime>
 #include <QElapsedTimer>
 
+#include <ctime>
+
 namespace {
 
 const QByteArray Rows = "<TD>J\xE4ger</TD><TD>Red</TD><TD>Rifle</TD><TD>Alive</TD><TD>3</TD>"
@@ -267,4 +269,28 @@ TEST_F(recordsTest, TheHeartbeatGoesOnWhileAFolderOf20000ReplaysIsListed)
     root->Replays()->ArchiveReplay(u"M"_s);
     EXPECT_EQ(fake.processEnd.ends, 1);
     EXPECT_EQ(archive(), replays);
+}
+
+TEST_F(recordsTest, ANameHasTheLocalTimeThatHeldWhenTheReplayChanged)
+{
+    const auto setZone = [](const QByteArray &zone) {
+        zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
+        ::tzset();
+    };
+    const auto restore = qScopeGuard([&, before = qgetenv("TZ")] { setZone(before); });
+    setZone("CET-1CEST,M3.5.0,M10.5.0/3");
+    // Whenever the test runs, one half of the year is the other one.
+    const std::pair<const char *, const char *> cases[] = {
+        {"2004-01-15T12:00:00Z", "2004_01_15_13_00_00"},
+        {"2004-03-28T00:59:59Z", "2004_03_28_01_59_59"},
+        {"2004-03-28T01:00:00Z", "2004_03_28_03_00_00"},
+        {"2004-07-01T22:30:00Z", "2004_07_02_00_30_00"},
+        {"2004-10-31T00:30:00Z", "2004_10_31_02_30_00"},
+        {"2004-10-31T02:00:00Z", "2004_10_31_03_00_00"},
+    };
+    for (const auto &[changed, name] : cases) {
+        writeReplay(QString::fromLatin1(changed));
+        root->Replays()->ArchiveReplay({});
+        EXPECT_EQ(archive().last(), QLatin1String(name) + u"_replay.rpf"_s);
+    }
 }
