@@ -6,11 +6,14 @@
 
 #include <utility>
 
-CheckBoxSetting::CheckBoxSetting(QCheckBox *box, CheckBoxLabel *label, Value value)
-    : QObject(box), m_box(box), m_value(std::move(value))
+CheckBoxSetting::CheckBoxSetting(QCheckBox *box, CheckBoxLabel *label, SettingValue<bool> value)
+    : SettingControl(box), m_box(box), m_value(std::move(value))
 {
     label->setCheckBox(box);
-    connect(box, &QCheckBox::clicked, this, [this](bool checked) { m_value.write(checked); });
+    connect(box, &QCheckBox::clicked, this, [this](bool checked) {
+        m_value.write(checked);
+        fill(); // the system may have refused what it keeps itself
+    });
 }
 
 void CheckBoxSetting::fill()

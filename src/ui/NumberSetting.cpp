@@ -1,34 +1,36 @@
 #include "ui/NumberSetting.h"
 
 #include "core/basNumbers.h"
-#include "core/basUtilities.h"
 #include "ui/messages.h"
 
-#include <QCoreApplication>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScrollBar>
 
-NumberSetting::NumberSetting(QLineEdit *box, QScrollBar *scroll, QLabel *label,
-                             QString rangeMessage, Value value)
-    : QObject(box), m_box(box), m_scroll(scroll), m_rangeMessage(std::move(rangeMessage)),
+#include <utility>
+
+NumberSetting::NumberSetting(QLineEdit *box, QLabel *label, std::int32_t largest,
+                             QString rangeMessage, SettingValue<std::int32_t> value)
+    : SettingControl(box), m_box(box), m_largest(largest), m_rangeMessage(std::move(rangeMessage)),
       m_value(std::move(value))
 {
     label->setBuddy(box);
     box->setAccessibleName(label->text());
-    scroll->setAccessibleName(label->text());
-    fitScrollBar();
-    box->installEventFilter(this);
     connect(box, &QLineEdit::textChanged, this, &NumberSetting::textChanged);
-    connect(scroll, &QScrollBar::valueChanged, this, [this](int position) {
-        m_box->setText(fnScrollToTextSum(position, m_scroll->maximum()));
-    });
 }
 
 void NumberSetting::fill()
 {
-    m_box->setText(QString::number(m_value.read()));
+    show(fnToText(m_value.read()));
+}
+
+void NumberSetting::show(const QString &number)
+{
+    if (number == m_box->text()) {
+        return;
+    }
+    const qsizetype behindCursor = m_box->text().size() - m_box->cursorPosition();
+    m_box->setText(number);
+    m_box->setCursorPosition(static_cast<int>(number.size() - behindCursor));
 }
 
 void NumberSetting::textChanged(const QString &text)
@@ -38,12 +40,12 @@ void NumberSetting::textChanged(const QString &text)
         return;
     }
     const std::optional<std::int32_t> number = fnIfInteger(text);
-    if (!number || *number < 0 || *number > m_scroll->maximum()) {
+    if (!number || *number < 0 || *number > m_largest) {
         refuse(m_rangeMessage);
         return;
     }
     m_value.write(*number);
-    m_scroll->setValue(m_scroll->maximum() - m_value.read());
+    stored(m_value.read());
 }
 
 void NumberSetting::refuse(const QString &message)
@@ -56,29 +58,4 @@ void NumberSetting::refuse(const QString &message)
     m_complained = true;
     fill();
     m_complained = false;
-}
-
-/// Its two arrows stand beside the text box, as those of a spin box do.
-void NumberSetting::fitScrollBar()
-{
-    m_scroll->setFixedHeight(m_box->sizeHint().height());
-}
-
-bool NumberSetting::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
-        fitScrollBar();
-    }
-    if (watched == m_box && event->type() == QEvent::KeyPress) {
-        switch (static_cast<QKeyEvent *>(event)->key()) {
-        case Qt::Key_Up:
-        case Qt::Key_Down:
-        case Qt::Key_PageUp:
-        case Qt::Key_PageDown:
-            return QCoreApplication::sendEvent(m_scroll, event);
-        default:
-            break;
-        }
-    }
-    return QObject::eventFilter(watched, event);
 }

@@ -1,46 +1,39 @@
 #pragma once
 
-#include <QObject>
+#include "ui/SettingControl.h"
+
 #include <QString>
 
 #include <cstdint>
-#include <functional>
 
 class QLabel;
 class QLineEdit;
-class QScrollBar;
 
-/// Ties a text box with a number in it, and the vertical scroll bar beside it, to a setting. Every
-/// change of the text stores the number at once, or is refused with a message and taken back. The
-/// scroll bar runs from 0 to the largest number and is turned round, so that its upper arrow raises
-/// the number; the arrow and page keys in the text box move it.
-class NumberSetting : public QObject
+/// Ties a text box with a number in it to a setting. Every change of the text stores the number at
+/// once, or is refused with a message and taken back.
+class NumberSetting : public SettingControl
 {
 public:
-    struct Value
-    {
-        std::function<std::int32_t()> read;
-        std::function<void(std::int32_t)> write;
-    };
+    /// The numbers are those from 0 to `largest`; `rangeMessage` tells of them.
+    NumberSetting(QLineEdit *box, QLabel *label, std::int32_t largest, QString rangeMessage,
+                  SettingValue<std::int32_t> value);
 
-    /// The largest number is the scroll bar's maximum; `rangeMessage` tells of the range.
-    NumberSetting(QLineEdit *box, QScrollBar *scroll, QLabel *label, QString rangeMessage,
-                  Value value);
-
-    /// Shows the stored value. One that is out of range is complained about, as if it were typed.
-    void fill();
+    /// A stored value that is out of range is complained about, as if it were typed.
+    void fill() override;
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    /// Lets the text box show a number; the cursor stays before the same digits.
+    void show(const QString &number);
+    /// Called when a number has been stored.
+    virtual void stored(std::int32_t /*number*/) {}
 
 private:
     void textChanged(const QString &text);
     void refuse(const QString &message);
-    void fitScrollBar();
 
     QLineEdit *m_box;
-    QScrollBar *m_scroll;
+    std::int32_t m_largest;
     QString m_rangeMessage;
-    Value m_value;
+    SettingValue<std::int32_t> m_value;
     bool m_complained = false; ///< while the stored value is put back
 };

@@ -1,12 +1,8 @@
 #pragma once
 
-#include "ui/ctlPanel.h"
+#include "ui/SettingsPanel.h"
 
 #include <memory>
-#include <vector>
-
-class CheckBoxSetting;
-class NumberSetting;
 
 namespace Ui {
 class ctlServerControl;
@@ -14,7 +10,7 @@ class ctlServerControl;
 
 /// The panel on the Server Control tab: how the game server is started, watched and restarted, its
 /// live state, and buttons to start and stop it. Every edit is stored at once.
-class ctlServerControl : public ctlPanel
+class ctlServerControl : public SettingsPanel
 {
     Q_DISABLE_COPY_MOVE(ctlServerControl)
 
@@ -22,14 +18,11 @@ public:
     ctlServerControl();
     ~ctlServerControl() override;
 
-    void FillFields() override;
     void PushUpdate() override;
 
 private:
-    void tieCheckBoxes();
-    void tieNumbers();
+    void addCheckBoxes();
+    void addNumbers();
 
     std::unique_ptr<Ui::ctlServerControl> m_ui;
-    std::vector<CheckBoxSetting *> m_checkBoxes;
-    std::vector<NumberSetting *> m_numbers;
 };
