@@ -11,8 +11,11 @@
 #include "records/clsReplays.h"
 #include "records/clsTrackStats.h"
 #include "server/ctlGRServer.h"
+#include "ui/ctlReplayOptions.h"
 #include "ui/ctlServerControl.h"
 #include "ui/ctlServerOptions.h"
+#include "ui/ctlStatusOptions.h"
+#include "ui/ctlSystemOptions.h"
 #include "ui/frmMain.h"
 #include "web/clsWebSite.h"
 
@@ -143,8 +146,11 @@ void clsZebek::CreateWebSite()
 void clsZebek::LoadMainWindow()
 {
     m_mainWindow = std::make_unique<frmMain>();
+    m_mainWindow->HostPanel(frmMain::System, std::make_unique<ctlSystemOptions>());
     m_mainWindow->HostPanel(frmMain::ServerControl, std::make_unique<ctlServerControl>());
     m_mainWindow->HostPanel(frmMain::ServerOptions, std::make_unique<ctlServerOptions>());
+    m_mainWindow->HostPanel(frmMain::ReplayOptions, std::make_unique<ctlReplayOptions>());
+    m_mainWindow->HostPanel(frmMain::StatusReporting, std::make_unique<ctlStatusOptions>());
     m_mainWindow->Form_Load();
     m_mainWindow->FillFields();
 }

@@ -30,7 +30,8 @@ TEST_F(clsOptionsTest, WithoutAFileTheDefaultsHoldAndAreWrittenInOrder)
                   "</ReplaysPath><ServerRunningGif>"
                   "http://images.example/Vemb/Zebek/images/ServerGo.gif</ServerRunningGif>"
                   "<ServerCrashGif>http://images.example/Vemb/Zebek/images/ServerCrash.gif"
-                  "</ServerCrashGif><RemoteAccessPort>80</RemoteAccessPort><RemoteAccessIP/>"
+                  "</ServerCrashGif><RemoteAccessPort>80</RemoteAccessPort>"
+                  "<RemoteAccessIP>127.0.0.1</RemoteAccessIP>"
                   "<AllowRemoteAccess>False</AllowRemoteAccess><AdminUserName/><AdminPassword/>"
                   "</options>\n");
 }

@@ -87,10 +87,15 @@ protected:
     qsizetype recordCount() const { return read(ErrorLog).count("<Error "); }
 
     ctlGRServer &server() const { return *root->GlobalForm()->uctlGRServer; }
+    /// On the selected tab, else wherever it is: names recur on other tabs.
     template <typename Widget>
     Widget *child(const char *name) const
     {
-        return root->MainWindow()->findChild<Widget *>(QString::fromLatin1(name));
+        const QString wanted = QString::fromLatin1(name);
+        const QWidget &window = *root->MainWindow();
+        const auto *const tabs = window.findChild<QTabWidget *>(u"tabMain"_s);
+        auto *const here = tabs->currentWidget()->findChild<Widget *>(wanted);
+        return here != nullptr ? here : window.findChild<Widget *>(wanted);
     }
 
     const QString OptionsFile = u"ZebekSuiteOptions.xml"_s;

@@ -1,0 +1,54 @@
+#include "ui/ctlReplayOptions.h"
+
+#include "platform/FolderView.h"
+#include "ui/CheckBoxSetting.h"
+#include "ui/ScrolledNumberSetting.h"
+#include "ui/bound.h"
+#include "ui/messages.h"
+#include "ui_ctlReplayOptions.h"
+
+namespace {
+
+void openReplays()
+{
+    const QString &folder = gRoot->Options()->ReplayFolder();
+    if (!platform::showFolder(folder)) {
+        showMessage(
+            QStringLiteral("No program was found that shows the folder \"%1\"").arg(folder));
+    }
+}
+
+} // namespace
+
+ctlReplayOptions::ctlReplayOptions() : m_ui(std::make_unique<Ui::ctlReplayOptions>())
+{
+    m_ui->setupUi(this);
+    connect(m_ui->lblReplayDirectory, &QLabel::linkActivated, this, openReplays);
+    add(new CheckBoxSetting(m_ui->chkRecordReplays, m_ui->lblRecordReplays,
+                            bound(&clsOptions::RecordReplays)));
+    add(new CheckBoxSetting(m_ui->chkSkipBlankReplays, m_ui->lblSkipBlankReplays,
+                            bound(&clsOptions::SkipBlankReplays)));
+    addReplayCount();
+}
+
+ctlReplayOptions::~ctlReplayOptions() = default;
+
+void ctlReplayOptions::addReplayCount()
+{
+    auto *const count = new ScrolledNumberSetting(
+        m_ui->txtReplayCount, m_ui->vscrReplayCount, m_ui->lblReplayCount,
+        QStringLiteral("Please enter a value between 0 and 32767)"), // without its opening twin
+        bound(&clsOptions::ReplayCount));
+    add(count);
+    // Leading zeros do not stay.
+    connect(m_ui->txtReplayCount, &QLineEdit::textChanged, count, [count] { count->fill(); });
+}
+
+void ctlReplayOptions::FillFields()
+{
+    SettingsPanel::FillFields();
+    const QString &folder = gRoot->Options()->ReplayFolder();
+    m_ui->lblReplayDirectory->setText(
+        QStringLiteral("<a href=\"#folder\">%1</a>").arg(folder.toHtmlEscaped()));
+    m_ui->lblReplayDirectory->setAccessibleName(folder);
+}

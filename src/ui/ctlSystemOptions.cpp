@@ -1,0 +1,101 @@
+#include "ui/ctlSystemOptions.h"
+
+#include "core/basUtilities.h"
+#include "core/frmGlobal.h"
+#include "ui/CheckBoxSetting.h"
+#include "ui/NumberSetting.h"
+#include "ui/TextSetting.h"
+#include "ui/bound.h"
+#include "ui/messages.h"
+#include "ui_ctlSystemOptions.h"
+
+#include <limits>
+
+namespace {
+
+frmGlobal &webServer()
+{
+    return *gRoot->GlobalForm();
+}
+
+QString startCaption()
+{
+    return QStringLiteral("Start");
+}
+
+QString stopCaption()
+{
+    return QStringLiteral("Stop");
+}
+
+void storeAddress(const QString &text)
+{
+    if (fnIsValidIP(text)) {
+        gRoot->Options()->RemoteAccessIP.Let(text);
+    }
+}
+
+void storePort(std::int32_t port)
+{
+    if (webServer().WebServerRunning()) {
+        showMessage(QStringLiteral("Changes will not take effect until web server is restarted"));
+    }
+    gRoot->Options()->RemoteAccessPort.Let(port);
+}
+
+} // namespace
+
+ctlSystemOptions::ctlSystemOptions() : m_ui(std::make_unique<Ui::ctlSystemOptions>())
+{
+    m_ui->setupUi(this);
+    addCheckBoxes();
+    addFields();
+    connect(m_ui->cmdWebServer, &QPushButton::clicked, this, [this] { cmdWebServer_Click(); });
+}
+
+ctlSystemOptions::~ctlSystemOptions() = default;
+
+void ctlSystemOptions::addCheckBoxes()
+{
+    add(new CheckBoxSetting(m_ui->chkFindGRServer, m_ui->lblFindGRServer,
+                            bound(&clsOptions::FindGRServer)));
+    add(new CheckBoxSetting(m_ui->chkAutoRunonStartup, m_ui->lblAutoRunonStartup,
+                            bound(&clsOptions::AutoRunOnStartup)));
+    add(new CheckBoxSetting(m_ui->chkAllowRemoteAccess, m_ui->lblAllowRemoteAccess,
+                            bound(&clsOptions::AllowRemoteAccess)));
+}
+
+void ctlSystemOptions::addFields()
+{
+    add(new TextSetting(m_ui->txtIP, m_ui->lblIP,
+                        {[] { return webServer().DefaultLocalIP(); }, storeAddress}));
+    add(new NumberSetting(m_ui->txtPort, m_ui->lblPort, std::numeric_limits<quint16>::max(),
+                          QStringLiteral("Please enter a value between 0 and 65535)"),
+                          {bound(&clsOptions::RemoteAccessPort).read, storePort}));
+    add(new TextSetting(m_ui->txtUserName, m_ui->lblUserName, bound(&clsOptions::AdminUserName)));
+    add(new TextSetting(m_ui->txtPassword, m_ui->lblPassword, bound(&clsOptions::AdminPassword)));
+}
+
+void ctlSystemOptions::FillFields()
+{
+    SettingsPanel::FillFields();
+    PushUpdate();
+}
+
+void ctlSystemOptions::PushUpdate()
+{
+    const bool running = webServer().WebServerRunning();
+    m_ui->lblStatus->setText(running ? QStringLiteral("Web server is currently running")
+                                     : QStringLiteral("Web server is currently stopped"));
+    m_ui->cmdWebServer->setText(running ? stopCaption() : startCaption());
+}
+
+/// Does what the button says, even where the server's state has changed since it was lettered.
+void ctlSystemOptions::cmdWebServer_Click()
+{
+    if (m_ui->cmdWebServer->text() == startCaption()) {
+        webServer().StartWebServer();
+    } else {
+        webServer().StopWebServer();
+    }
+}

@@ -1,0 +1,150 @@
+#include "support/ToolTest.h"
+#include "web/clsWebSite.h"
+
+class optionPanelsTest : public ToolTest
+{
+protected:
+    using enum frmMain::Tab;
+    optionPanelsTest() { startIdle(); }
+
+    template <typename Type>
+    using Row = std::tuple<frmMain::Tab, QByteArray, Setting<Type> clsOptions::*>;
+
+    clsOptions &options() const { return *root->Options(); }
+    void show(frmMain::Tab tab) const { child<QTabWidget>("tabMain")->setCurrentIndex(tab); }
+    QByteArray page(frmMain::Tab tab) const
+    {
+        const auto key = tab == System          ? u"AdminSystemOptions"_s
+                         : tab == ReplayOptions ? u"AdminReplays"_s
+                                                : u"AdminStatusOptions"_s;
+        return root->WebSite()->Page(key)->HTML({});
+    }
+    /// Types in place of what the box holds; returns what it holds then.
+    QString type(const char *name, const QString &text) const
+    {
+        auto *const box = child<QLineEdit>(name);
+        box->selectAll();
+        text.isEmpty() ? QTest::keyClick(box, Qt::Key_Delete) : QTest::keyClicks(box, text);
+        return box->text();
+    }
+    /// Clicks the start and stop button and returns what the next heartbeat shows.
+    QString clickWebServer()
+    {
+        QTest::mouseClick(child<QPushButton>("cmdWebServer"), Qt::LeftButton);
+        fake.clock.advance(500);
+        return child<QLabel>("lblStatus")->text();
+    }
+    QStringList takeBoxes() { return std::exchange(fake.boxes.boxes, {}); }
+    const QString NoNumber = u"Zebek Suite|0|Enter a number please"_s;
+    const QString NoCount = u"Zebek Suite|0|Please enter a value between 0 and 32767)"_s;
+    const QString NoPort = u"Zebek Suite|0|Please enter a value between 0 and 65535)"_s;
+    const QString Later =
+        u"Zebek Suite|0|Changes will not take effect until web server is restarted"_s;
+};
+
+TEST_F(optionPanelsTest, CheckBoxesAndTheirLabelsWriteTheirSettingAndItsPage)
+{
+    const Row<bool> rows[] = {{System, "FindGRServer", &clsOptions::FindGRServer},
+                              {System, "AllowRemoteAccess", &clsOptions::AllowRemoteAccess},
+                              {ReplayOptions, "RecordReplays", &clsOptions::RecordReplays},
+                              {ReplayOptions, "SkipBlankReplays", &clsOptions::SkipBlankReplays}};
+    for (const auto &[tab, name, setting] : rows) {
+        SCOPED_TRACE(name.constData());
+        show(tab);
+        const bool before = (options().*setting)();
+        const QByteArray rendered = page(tab);
+        QTest::mouseClick(child<QLabel>(("lbl" + name).constData()), Qt::LeftButton, {}, {9, 9});
+        EXPECT_EQ((options().*setting)(), !before);
+        EXPECT_NE(page(tab), rendered);
+        QTest::keyClick(child<QCheckBox>(("chk" + name).constData()), Qt::Key_Space);
+        EXPECT_EQ((options().*setting)(), before);
+    }
+}
+
+TEST_F(optionPanelsTest, TheAutostartEntryChangesOnAClickOnlyAndIsShownAsItIs)
+{
+    auto *const autostart = child<QCheckBox>("chkAutoRunonStartup");
+    fake.autostart.entry = u"by another hand"_s;
+    show(System);
+    EXPECT_TRUE(autostart->isChecked());
+    EXPECT_EQ(fake.autostart.entry, u"by another hand"_s);
+    QTest::keyClick(autostart, Qt::Key_Space);
+    EXPECT_FALSE(fake.autostart.entry);
+    fake.autostart.changeFails = 5;
+    QTest::keyClick(autostart, Qt::Key_Space);
+    EXPECT_FALSE(autostart->isChecked());
+    EXPECT_EQ(takeBoxes().size(), 1);
+}
+
+TEST_F(optionPanelsTest, TextsAreStoredAndRenderedAndOnlyAWholeAddressIs)
+{
+    const Row<QString> rows[] = {
+        {System, "txtUserName", &clsOptions::AdminUserName},
+        {System, "txtPassword", &clsOptions::AdminPassword},
+        {StatusReporting, "txtServerRunningGif", &clsOptions::ServerRunningGif},
+        {StatusReporting, "txtServerCrashGif", &clsOptions::ServerCrashGif}};
+    for (const auto &[tab, name, setting] : rows) {
+        SCOPED_TRACE(name.constData());
+        show(tab);
+        const QString typed = type(name.constData(), QString::fromLatin1(name + '+'));
+        EXPECT_EQ((options().*setting)(), typed);
+        EXPECT_TRUE(page(tab).contains("=\"" + name + "+\""));
+    }
+    EXPECT_EQ(options().RemoteAccessIP(), u"127.0.0.1"_s) << "stored when the window is loaded";
+    EXPECT_EQ(type("txtIP", u"192.168.1.300"_s), u"192.168.1.300"_s);
+    EXPECT_EQ(options().RemoteAccessIP(), u"192.168.1.30"_s);
+    show(System);
+    EXPECT_EQ(options().RemoteAccessIP(), u"127.0.0.1"_s);
+}
+
+TEST_F(optionPanelsTest, AReplayCountIsShownAsItIsStoredAndTypedWhereTheCursorIs)
+{
+    show(ReplayOptions);
+    EXPECT_EQ(type("txtReplayCount", u"007"_s), u"7"_s);
+    EXPECT_EQ(child<QScrollBar>("vscrReplayCount")->value(), 32760);
+    auto *const box = child<QLineEdit>("txtReplayCount");
+    QTest::keyClick(box, Qt::Key_Home);
+    QTest::keyClicks(box, u"12x3"_s);
+    EXPECT_EQ(options().ReplayCount(), 1237);
+    box->setText(u"99999999999"_s);
+    EXPECT_EQ(type("txtReplayCount", {}), u"1237"_s);
+    EXPECT_EQ(takeBoxes(), (QStringList{NoNumber, NoCount, NoNumber}));
+}
+
+TEST_F(optionPanelsTest, TheLinkShowsTheReplayFolder)
+{
+    options().ReplayFolder.Let(path(u"A & B #1"_s));
+    show(ReplayOptions);
+    auto *const link = child<QLabel>("lblReplayDirectory");
+    QTest::mouseClick(link, Qt::LeftButton, {}, {9, 9});
+    EXPECT_EQ(takeBoxes().size(), 1) << "no file manager";
+    QTextBrowser manager; // takes an address
+    QDesktopServices::setUrlHandler(u"file"_s, &manager, "setSource");
+    QTest::keyClick(link, Qt::Key_Tab);
+    QTest::keyClick(link, Qt::Key_Return);
+    QDesktopServices::unsetUrlHandler(u"file"_s);
+    EXPECT_EQ(manager.source().toLocalFile(), path(u"A & B #1"_s));
+}
+
+TEST_F(optionPanelsTest, ThePortIsCheckedAndTheButtonStartsAndStopsTheWebServer)
+{
+    show(System);
+    EXPECT_EQ(type("txtPort", u"0"_s), u"0"_s);
+    EXPECT_EQ(type("txtPort", u"65535"_s), u"65535"_s);
+    EXPECT_EQ(type("txtPort", u"65536"_s), u"6553"_s);
+    EXPECT_EQ(type("txtPort", {}), u"6553"_s);
+    EXPECT_EQ(takeBoxes(), (QStringList{NoPort, NoNumber}));
+    type("txtUserName", u"me"_s);
+    type("txtPassword", u"secret"_s);
+    EXPECT_EQ(clickWebServer(), u"Web server is currently running"_s);
+    QTcpSocket visitor;
+    visitor.connectToHost(QHostAddress::LocalHost, 6553);
+    EXPECT_TRUE(visitor.waitForConnected());
+    type("txtPort", u"81"_s);
+    EXPECT_EQ(takeBoxes(), QStringList(2, Later));
+    EXPECT_EQ(options().RemoteAccessPort(), 81);
+    // Until the heartbeat letters the button anew, it does the same again.
+    QTest::mouseClick(child<QPushButton>("cmdWebServer"), Qt::LeftButton);
+    EXPECT_EQ(clickWebServer(), u"Web server is currently stopped"_s);
+    EXPECT_FALSE(root->GlobalForm()->wsckNewConnections.isListening());
+}
