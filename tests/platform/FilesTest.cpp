@@ -75,7 +75,13 @@ TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFi
              Trap({"M", "R", ""}, [&] { options.Save(); });
          },
          1},
-        {u"modsset.txt"_s, "// old", [] { clsMods().Save(); }, 1},
+        {u"modsset.txt"_s, "// old",
+         [] {
+             clsMods mods;
+             mods.Load();
+             mods.Save();
+         },
+         1},
         {u"ZEBEKSCache.dat"_s, "old", [] { clsTrackStats().RecordStatsFile(); }, 0},
         {QFileInfo(path(replay)).lastModified().toString(u"'Replays/'yyyy_MM_dd_HH_mm_ss"_s) +
              u"_M_replay.rpf"_s,
