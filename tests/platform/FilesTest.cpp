@@ -53,7 +53,7 @@ TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFi
     const QString replay = u"Data/Save/replay/defaultreplay.rpf"_s;
     QDir(directory.path()).mkpath(u"Data/Save/replay"_s);
     write(replay, QByteArray(100000, 'r'));
-    write(u"missionstats.htm"_s, QByteArray(7, '\n') + "</TABLE>");
+    write(u"missionstats.htm"_s, "\n\n\nMission Stats (Wed Jun 18 20:51:40 2003\n\n\n\n</TABLE>");
     const auto saveSettings = [] { gRoot->Options()->Save(); };
     const struct
     {

@@ -58,7 +58,7 @@ private:
         if (failAt == Always || failAt == operations) {
             half();
             if (kills) {
-                std::raise(SIGKILL);
+                static_cast<void>(std::raise(SIGKILL));
             }
             throw platform::Failure(28, QStringLiteral("No space left on device"));
         }
