@@ -344,3 +344,24 @@ TEST_F(clsWebSiteTest, ASettingThatIsSetOnTheDesktopShowsOnItsPage)
     options.ServerCrashGif.Ex(u"G"_s);
     EXPECT_EQ(page("AdminStatusOptions"), before);
 }
+
+TEST_F(clsWebSiteTest, TheDesktopAndTheWebShowTheSameState)
+{
+    startSite();
+    child<QTabWidget>("tabMain")->setCurrentIndex(frmMain::ServerControl);
+    post("/UpdateAdminServerControlConfig",
+         "SubmitType=Update&Pollingfreq=65535&Timeout=9&StartupTimeout=1");
+    EXPECT_EQ(child<QLineEdit>("txtServerTimeout")->text(), u"9"_s);
+    // The panel takes less than the web does: it complains, and the answer did not wait for that.
+    EXPECT_EQ(fake.boxes.boxes.size(), 1);
+    child<QLineEdit>("txtServerTimeout")->selectAll();
+    QTest::keyClicks(child<QLineEdit>("txtServerTimeout"), u"7"_s);
+    EXPECT_TRUE(post("/AdminMenu", "AdminMenu=Server+Control").contains("value=\"7\""));
+
+    QTest::mouseClick(child<QPushButton>("cmdStartGRServer"), Qt::LeftButton);
+    const QByteArray running = server().ProcessStatusText().toLatin1();
+    EXPECT_TRUE(post("/AdminMenu", "AdminMenu=Server+Control").contains(running));
+    post("/UpdateAdminServerControlConfig", "SubmitType=Stop+Server");
+    fake.clock.advance(500);
+    EXPECT_EQ(child<QLabel>("lblServerProcessStatus")->text(), u"No Process information"_s);
+}
