@@ -148,7 +148,7 @@ void measureDownload(const std::array<Server, 3> &servers, const QString &tool)
 
 bool measure(double seconds)
 {
-    GameDirectory game;
+    GameDirectory game(QStringLiteral("zebek")); // nginx takes no quotes in a path
     game.writeOptions("<AllowRemoteAccess>True</AllowRemoteAccess><AdminUserName>a</AdminUserName>"
                       "<AdminPassword>secret</AdminPassword><ServerStartupTimeout>1"
                       "</ServerStartupTimeout>",

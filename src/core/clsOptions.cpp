@@ -229,7 +229,7 @@ void clsOptions::Write(const XmlDocument &document)
 
 void clsOptions::CopyUnreadFileAside()
 {
-    if (!m_fileUnread) {
+    if (!m_fileUnread || !QFile::exists(m_path)) { // the operator may have put it away
         return;
     }
     const QString base = gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.unreadable");

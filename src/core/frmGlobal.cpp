@@ -10,6 +10,7 @@
 #include "server/ctlGRServer.h"
 #include "ui/frmMain.h"
 #include "web/ConnectionSocket.h"
+#include "web/Listener.h"
 #include "web/clsWebSite.h"
 
 #include <limits>
@@ -25,14 +26,10 @@ constexpr int SupervisionTicks = 6;
 frmGlobal::frmGlobal()
     : uctlGRServer(std::make_unique<ctlGRServer>()),
       tmrHeartbeat(gRoot->Machine().clock, [this] { tmrHeartbeat_Timer(); }),
-      tmrReplays(gRoot->Machine().clock)
+      tmrReplays(gRoot->Machine().clock), wsckNewConnections(std::make_unique<Listener>())
 {
     frmGlobal::LoadConnection(0);
-    constexpr int Backlog = 1024;
-    wsckNewConnections.setListenBacklogSize(Backlog);
-    // The one that waits for a free element; the others wait with the system.
-    wsckNewConnections.setMaxPendingConnections(1);
-    QObject::connect(&wsckNewConnections, &QTcpServer::newConnection,
+    QObject::connect(wsckNewConnections.get(), &QTcpServer::newConnection,
                      [this] { wsckNewConnections_ConnectionRequest(); });
 }
 
@@ -62,7 +59,7 @@ QString frmGlobal::DefaultLocalIP() const
 
 void frmGlobal::StopWebServer()
 {
-    wsckNewConnections.close();
+    wsckNewConnections->close();
     m_webServerRunning = false;
 }
 
@@ -74,7 +71,7 @@ void frmGlobal::StartWebServer()
             options.AdminPassword().isEmpty() || options.RemoteAccessPort() == 0) {
             return;
         }
-        wsckNewConnections.close();
+        wsckNewConnections->close();
         Listen(options.RemoteAccessPort());
         m_webServerRunning = true;
     });
@@ -86,23 +83,24 @@ void frmGlobal::Listen(std::int32_t port)
         throw platform::Failure(platform::Failure::Overflow,
                                 QStringLiteral("%1 is not a port").arg(port));
     }
-    if (!wsckNewConnections.listen(QHostAddress::Any, static_cast<quint16>(port))) {
-        throw platform::Failure(wsckNewConnections.serverError(),
+    if (!wsckNewConnections->listen(QHostAddress::Any, static_cast<quint16>(port))) {
+        throw platform::Failure(wsckNewConnections->serverError(),
                                 QStringLiteral("Port %1: %2")
-                                    .arg(QString::number(port), wsckNewConnections.errorString()));
+                                    .arg(QString::number(port), wsckNewConnections->errorString()));
     }
 }
 
 void frmGlobal::wsckNewConnections_ConnectionRequest()
 {
     const auto free = [](const auto &element) { return element && element->isFree(); };
-    while (wsckNewConnections.hasPendingConnections()) {
+    while (wsckNewConnections->hasPendingConnections()) {
         const auto element =
             std::find_if(std::next(wsckConnections.begin()), wsckConnections.end(), free);
         if (element == wsckConnections.end()) {
             return;
         }
-        (*element)->accept(std::unique_ptr<QTcpSocket>(wsckNewConnections.nextPendingConnection()));
+        (*element)->accept(
+            std::unique_ptr<QTcpSocket>(wsckNewConnections->nextPendingConnection()));
     }
 }
 
@@ -122,8 +120,8 @@ void frmGlobal::tmrHeartbeat_Timer()
         Trap(tick, [] { gRoot->WebSite()->Page(QStringLiteral("PublicStatus"))->setStale(true); });
         Trap(tick, [this] { SuperviseServer(); });
         // QTcpServer stops for good when the system has no more descriptors for a moment.
-        if (wsckNewConnections.isListening()) {
-            wsckNewConnections.resumeAccepting();
+        if (wsckNewConnections->isListening()) {
+            wsckNewConnections->resumeAccepting();
         }
     }
 }

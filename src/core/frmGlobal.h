@@ -2,12 +2,13 @@
 
 #include "platform/Timer.h"
 
-#include <QTcpServer>
+#include <QString>
 
 #include <array>
 #include <memory>
 
 class ConnectionSocket;
+class Listener;
 class ctlGRServer;
 
 /// The hidden form: owner of the periodic timers, the supervisor and the web server's sockets.
@@ -49,7 +50,7 @@ public:
     platform::Timer tmrHeartbeat;
     /// Ticks for the statistics tracker.
     platform::Timer tmrReplays;
-    QTcpServer wsckNewConnections;
+    const std::unique_ptr<Listener> wsckNewConnections;
     /// Element 0 is there from the beginning and takes no connection; 1 to 100 are from Form_Load
     /// on.
     std::array<std::unique_ptr<ConnectionSocket>, 101> wsckConnections;

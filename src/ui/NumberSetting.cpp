@@ -45,6 +45,9 @@ void NumberSetting::textChanged(const QString &text)
         return;
     }
     m_value.write(*number);
+    if (m_box->text() != text) {
+        fill(); // a message box was shown meanwhile, and the panel filled behind it
+    }
     stored(m_value.read());
 }
 

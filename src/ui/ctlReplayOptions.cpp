@@ -7,11 +7,13 @@
 #include "ui/messages.h"
 #include "ui_ctlReplayOptions.h"
 
+#include <QFileInfo>
+
 namespace {
 
 void openReplays()
 {
-    const QString &folder = gRoot->Options()->ReplayFolder();
+    const QString folder = QFileInfo(gRoot->Options()->ReplayFolder()).absoluteFilePath();
     if (!platform::showFolder(folder)) {
         showMessage(
             QStringLiteral("No program was found that shows the folder \"%1\"").arg(folder));

@@ -4,6 +4,14 @@
 
 #include <utility>
 
+namespace {
+
+/// As many bytes are taken at once at most; a longer request is cut. A form with hundreds of
+/// replays has a quarter of this.
+constexpr qint64 LargestRequest = 256LL * 1024;
+
+} // namespace
+
 ConnectionSocket::ConnectionSocket(Event dataArrival, Event closed)
     : m_dataArrival(std::move(dataArrival)), m_closed(std::move(closed))
 {
@@ -31,7 +39,11 @@ void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
     connect(m_socket.get(), &QTcpSocket::bytesWritten, this, &ConnectionSocket::written);
     connect(m_socket.get(), &QTcpSocket::errorOccurred, this, &ConnectionSocket::close);
     connect(m_socket.get(), &QTcpSocket::disconnected, this, &ConnectionSocket::close);
-    // What happened to it while it waited for a free element.
+    m_socket->setReadBufferSize(LargestRequest);
+    if (m_socket->bytesAvailable() > 0) {
+        m_socket->waitForReadyRead(0); // it has waited for a free element: the rest is there
+    }
+    // What happened to it while it waited.
     QMetaObject::invokeMethod(this, &ConnectionSocket::arrived, Qt::QueuedConnection);
 }
 
@@ -42,8 +54,9 @@ void ConnectionSocket::arrived()
     }
     if (m_socket->bytesAvailable() > 0) {
         m_dataArrival();
-    } else if (m_socket->state() != QAbstractSocket::ConnectedState) {
-        close();
+    }
+    if (m_socket && m_socket->state() != QAbstractSocket::ConnectedState) {
+        close(); // no signal tells of what had ended before
     }
 }
 

@@ -85,11 +85,16 @@ QString DeleteReplays(const clsWebServerRequest &request)
 {
     const QString prefix = QStringLiteral("DELFILE");
     int count = 0;
-    for (const QString &field : request.FieldNames()) {
-        if (field.startsWith(prefix) &&
-            RemoveReplay(field.mid(prefix.size()).replace(u'+', u' '))) {
-            ++count;
+    const bool done = Trap(routine("DeleteReplays"), [&] {
+        for (const QString &field : request.FieldNames()) {
+            if (field.startsWith(prefix) &&
+                RemoveReplay(field.mid(prefix.size()).replace(u'+', u' '))) {
+                ++count;
+            }
         }
-    }
-    return QStringLiteral("%1 Replays Files Deleted").arg(count);
+        return true;
+    });
+    return done ? QStringLiteral("%1 Replays Files Deleted").arg(count)
+                : QStringLiteral("An Error has occured. Please check the log. (%1 files deleted)")
+                      .arg(count);
 }

@@ -11,6 +11,9 @@ constexpr Routine routine(const char *name)
     return {"clsWebServerRequest", name, "None"};
 }
 
+/// The error log is no place for whatever anybody sends.
+constexpr qsizetype LongestNameTold = 64;
+
 const QLatin1String LineEnd("\r\n");
 const QLatin1String HeadersEnd("\r\n\r\n");
 
@@ -97,8 +100,9 @@ void clsWebServerRequest::add(const QString &name, const QString &value)
 {
     const QString key = name.toCaseFolded();
     if (m_values.contains(key)) {
-        throw platform::Failure(platform::Failure::DuplicateKey,
-                                QStringLiteral("The field \"%1\" is posted twice").arg(name));
+        throw platform::Failure(
+            platform::Failure::DuplicateKey,
+            QStringLiteral("The field \"%1\" is posted twice").arg(name.left(LongestNameTold)));
     }
     m_values.insert(key, value);
     m_names.append(name);

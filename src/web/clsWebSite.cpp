@@ -37,6 +37,7 @@ constexpr Routine routine(const char *name)
 }
 
 constexpr qsizetype RouteLength = 8;
+constexpr qsizetype LongestNameTold = 256;
 constexpr int LogInPage = 1000;
 constexpr int LogInFailurePage = 1001;
 const QString NewsSite = QStringLiteral("https://www.cnn.com/");
@@ -64,9 +65,10 @@ void SendStraightPage(ConnectionSocket &socket, int resource)
          [&] { socket.send(platform::toCodePage(page::text(resource))); });
 }
 
-void SendRedirect(const QString &url, ConnectionSocket &socket)
+void SendRedirect(QString url, ConnectionSocket &socket)
 {
     Trap(routine("SendRedirect"), [&] {
+        url.remove(u'\r').remove(u'\n'); // they would make header lines of it
         socket.send("HTTP/1.1  307 Temporary Redirect" + LineEnd +
                     "Location: " + platform::toCodePage(url) + LineEnd + LineEnd);
     });
@@ -133,19 +135,22 @@ const struct UpdateForm
     const char *submitType; ///< the button that was pressed; null where it does not matter
     QString (*update)(const clsWebServerRequest &);
     const char *page;
-    bool fillsPanels; ///< the desktop's panels show what was changed
+    bool fillsPanels;  ///< the desktop's panels show what was changed
+    bool changesLogIn; ///< which every page holds
 } UpdateForms[] = {
-    {"/UpdateAdminReplaysConfig", nullptr, Update_ReplayConfig, "AdminReplays", true},
+    {"/UpdateAdminReplaysConfig", nullptr, Update_ReplayConfig, "AdminReplays", true, false},
     {"/UpdateAdminServerControlConfig", "Update", Update_ServerControlConfig, "AdminServerControl",
-     true},
-    {"/UpdateAdminServerControlConfig", "Start Server", startServer, "AdminServerControl", false},
-    {"/UpdateAdminServerControlConfig", "Stop Server", stopServer, "AdminServerControl", false},
+     true, false},
+    {"/UpdateAdminServerControlConfig", "Start Server", startServer, "AdminServerControl", false,
+     false},
+    {"/UpdateAdminServerControlConfig", "Stop Server", stopServer, "AdminServerControl", false,
+     false},
     {"/UpdateAdminServerOptionsConfig", nullptr, Update_ServerOptionsConfig, "AdminServerOptions",
-     true},
+     true, false},
     {"/UpdateAdminSystemOptionsConfig", nullptr, Update_SystemOptionsConfig, "AdminSystemOptions",
-     true},
+     true, true},
     {"/UpdateAdminStatusOptionsConfig", nullptr, Update_StatusOptionsConfig, "AdminStatusOptions",
-     true},
+     true, false},
 };
 
 const UpdateForm *formOf(const clsWebServerRequest &request)
@@ -284,7 +289,7 @@ void clsWebSite::sendReplay(const clsWebServerRequest &request, ConnectionSocket
         rest.mid(password.size() + 1).replace(QLatin1String("%20"), QLatin1String(" "));
     const std::optional<QString> path = fnReplayPath(name);
     if (!path) {
-        throw noSuchFile(name);
+        throw noSuchFile(name.left(LongestNameTold));
     }
     SendHeaderWithFile("text/plain", socket, *path);
 }
@@ -344,10 +349,9 @@ void clsWebSite::update(const clsWebServerRequest &request, ConnectionSocket &so
     if (form == nullptr) {
         return;
     }
-    const QString key = QString::fromLatin1(form->page);
     const QString message = form->update(request);
-    sendPage(socket, key + QStringLiteral("Update"), message);
-    Page(key)->Refresh();
+    sendPage(socket, QLatin1String(form->page) + QStringLiteral("Update"), message);
+    RefreshPages(form->changesLogIn ? EveryPage : form->page);
     if (form->fillsPanels) {
         gRoot->Desktop()->FillFields();
     }

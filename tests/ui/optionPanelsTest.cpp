@@ -1,4 +1,5 @@
 #include "support/ToolTest.h"
+#include "web/Listener.h"
 #include "web/clsWebSite.h"
 
 class optionPanelsTest : public ToolTest
@@ -146,5 +147,5 @@ TEST_F(optionPanelsTest, ThePortIsCheckedAndTheButtonStartsAndStopsTheWebServer)
     // Until the heartbeat letters the button anew, it does the same again.
     QTest::mouseClick(child<QPushButton>("cmdWebServer"), Qt::LeftButton);
     EXPECT_EQ(clickWebServer(), u"Web server is currently stopped"_s);
-    EXPECT_FALSE(root->GlobalForm()->wsckNewConnections.isListening());
+    EXPECT_FALSE(root->GlobalForm()->wsckNewConnections->isListening());
 }

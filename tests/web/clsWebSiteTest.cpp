@@ -147,7 +147,7 @@ TEST_F(clsWebSiteTest, StoresFormsAndTellsWhatItRefuses)
               "Configuration Updated");
     EXPECT_FALSE(options.FindGRServer());
     EXPECT_TRUE(page("AdminSystemOptions").contains("name=\"PW\" value=\"new\""));
-    EXPECT_TRUE(page("AdminMain").contains("name=\"PW\" value=\"secret\"")); // as refreshed last
+    EXPECT_TRUE(page("AdminMain").contains("name=\"PW\" value=\"new\""));
     EXPECT_EQ(recordCount(), 0);
 }
 

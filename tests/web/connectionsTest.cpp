@@ -83,6 +83,32 @@ TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeEleme
     EXPECT_TRUE(pool.at(4)->isFree());
 }
 
+TEST_F(ConnectionsTest, AWaitingConnectionIsNotReadAndIsAnsweredThoughItsPeerHasFinished)
+{
+    startSite();
+    std::vector<std::unique_ptr<QTcpSocket>> clients;
+    for (int client = 0; client < 102; ++client) {
+        clients.push_back(std::make_unique<QTcpSocket>());
+        connectTo(*clients.back());
+        settle();
+    }
+    QTcpSocket &waiting = *clients.at(100);
+    const QByteArray request = "GET /Login HTTP/1.1\r\nHost: a\r\n\r\n";
+    waiting.write(request + QByteArray(3000, 'x'));
+    waiting.flush();
+    ::shutdown(static_cast<int>(waiting.socketDescriptor()), SHUT_WR);
+    QTcpSocket &flooding = *clients.at(101);
+    flooding.write("GET /" + QByteArray(64 * 1024 * 1024, 'x'));
+    settle();
+    EXPECT_GT(flooding.bytesToWrite(), 32 * 1024 * 1024);
+    flooding.abort();
+    clients.at(50)->abort();
+    EXPECT_TRUE(ended(waiting));
+    EXPECT_EQ(waiting.readAll().count("</html>"), 1);
+    const auto &pool = root->GlobalForm()->wsckConnections;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return pool.at(51)->isFree(); }));
+}
+
 TEST_F(ConnectionsTest, AnUnansweredRequestLeavesItsConnectionOpenForTheNext)
 {
     startSite();

@@ -8,7 +8,7 @@ class clsWebPage_AdminServerOptions final : public iWebPage
 {
 public:
     QByteArray HTML(const QString &message) override;
-    /// Reads the game's files. Where its settings cannot be read, the page stays as it was.
+    /// Reads the game's files. A setting that cannot be read shows as empty.
     void Refresh() override;
 
 private:
