@@ -1,5 +1,5 @@
 // The whole site as an operator uses it, in Chromium: as the tool serves it, and behind Apache.
-// ZEBEK_SCREENSHOTS names a directory for a picture of every page.
+// ZEBEK_SCREENSHOTS names a directory for a picture after every step.
 import assert from 'node:assert/strict';
 import { existsSync, readFileSync } from 'node:fs';
 import https from 'node:https';
@@ -8,21 +8,14 @@ import { credentials, exchange, Game, openBrowser, startApache, until } from './
 
 const menu = { Main: 'MAIN', 'System Status': 'System Options', 'Server Control': 'Server Control',
     'Server Options': 'Server Options', Replays: 'REPLAYS', 'Status Options': 'Status Options' };
-const updated = 'Configuration Updated';
-const number = 'Please enter a valid number for the';
 const forms = [
-    ['System Status', { ScanForProcesses: false, StartWebServer: true }, updated],
-    ['Status Options', { ServerGo: 'http://images.example/go?a=1&b=2', ServerCrash: 'http://images.example/ö.gif' }, updated],
+    ['System Status', { ScanForProcesses: false, StartWebServer: true }],
+    ['Status Options', { ServerGo: 'http://images.example/go?a=1&b=2', ServerCrash: 'http://images.example/ö.gif' }],
     ['Server Control', { AutoStartGRServer: true, AutoRestartGRServer: false, AutoRestartOnProcessStop: false,
-        UserCMDLINE: '-players 3 -joining 0', Pollingfreq: '300', Timeout: '7', StartupTimeout: '1' }, updated],
-    ['Server Control', { Pollingfreq: '70000', Timeout: '65' },
-        `${number} Polling Frequency (0-65535)\n${number} server time out (0-64)`, { Pollingfreq: '300', Timeout: '7' }],
-    ['Replays', { archiveReplays: false, SkipBlankReplays: false, ReplayCount: '12' }, updated],
-    ['Replays', { ReplayCount: 'many' }, `${number} replay count`, { ReplayCount: '12' }],
+        UserCMDLINE: '-players 3 -joining 0', Pollingfreq: '300', Timeout: '7', StartupTimeout: '1' }],
+    ['Replays', { archiveReplays: false, SkipBlankReplays: false, ReplayCount: '12' }],
     ['Server Options', { ServerName: 'Jägers Nest', UserMOTD: 'Grüße,\nmehr & + <i>', AllowRemoteAccess: true,
-        RAPassword: 'pw+1', RecordGame: false, BehindFireWall: true, Synch: '90', JoinPort: '1', AnnouncePort: '65535' },
-        updated],
-    ['Server Options', { Synch: 'x' }, `${number} game synch. time out (0-65535)`, { Synch: '90' }],
+        RAPassword: 'pw+1', RecordGame: false, BehindFireWall: true, Synch: '90', JoinPort: '1', AnnouncePort: '65535' }],
 ];
 const script = "<script>document.title='ran'</script>";
 const image = "<img/src=''onerror=document.title='ran'>";
@@ -32,7 +25,6 @@ for (const way of ['bare', 'apache']) {
         const [toolPort, port] = way === 'bare' ? [80, 80] : [8080, 8443];
         const site = way === 'bare' ? 'http://zebek.test' : `https://zebek.test:${port}`;
         const game = new Game(context, toolPort);
-        // Recorded as an error, and answered none the less.
         await until(() => exchange(toolPort, 'GET /\r\n'), 'the tool answers');
         if (way === 'apache') {
             startApache(context, game, port, toolPort);
@@ -45,10 +37,11 @@ for (const way of ['bare', 'apache']) {
         browser.setDefaultTimeout(10_000);
         const page = await browser.newPage();
 
-        const shoot = async (name, of = page) => {
+        const shoot = async (name) => {
             if (!process.env.ZEBEK_SCREENSHOTS) return;
-            await of.screenshot({ path: `${process.env.ZEBEK_SCREENSHOTS}/${way}-${name}.png`, fullPage: true });
+            await page.screenshot({ path: `${process.env.ZEBEK_SCREENSHOTS}/${way}-${name}.png`, fullPage: true });
         };
+        const step = (name, body) => context.test(name, async () => (await body(), shoot(name)));
         const shootPhone = async (name) => {
             const desktop = page.viewportSize();
             await page.setViewportSize({ width: 375, height: 740 });
@@ -67,23 +60,20 @@ for (const way of ['bare', 'apache']) {
             await press('Submit');
         };
 
-        await context.test('shows a server that does not run', async () => {
+        await step('shows a server that does not run', async () => {
             await page.goto(site);
             await see('This Ghost Recon server is not running');
             assert.equal(await page.title(), 'Ghost Recon Dedicated Server Info');
-            await shoot('public-stopped');
         });
-        await context.test('lets the administrator in, and nobody else', async () => {
+        await step('lets the administrator in, and nobody else', async () => {
             await logIn('guess');
             await see('Sorry, your login information is incorrect');
-            await shoot('login-wrong');
             await page.goto(`${site}/Login`);
-            await shoot('login');
             await shootPhone('login');
             await logIn(credentials.PW);
             await see('Welcome to your GR Dedicated server web interface.');
         });
-        await context.test('opens every page of the menu', async () => {
+        await step('opens every page of the menu', async () => {
             for (const [entry, title] of Object.entries(menu)) {
                 await press(entry);
                 assert.equal(await page.locator('td.PanelTitle').first().innerText(), title);
@@ -93,8 +83,8 @@ for (const way of ['bare', 'apache']) {
             }
             assert.ok(await page.getByRole('button', { name: 'Stats' }).isDisabled());
         });
-        for (const [entry, values, message, kept = values] of forms) {
-            await context.test(`${entry}: ${message}`, async () => {
+        for (const [entry, values] of forms) {
+            await step(`updates ${entry}`, async () => {
                 await press(entry);
                 for (const [name, value] of Object.entries(values)) {
                     const label = page.locator(`label[for=${name}]`);
@@ -103,14 +93,13 @@ for (const way of ['bare', 'apache']) {
                     else await field(name).setChecked(value);
                 }
                 await press('Update');
-                await told(message);
-                await shoot(`${entry}-updated`);
+                await told('Configuration Updated');
                 await press(entry);
-                for (const [name, value] of Object.entries(kept))
+                for (const [name, value] of Object.entries(values))
                     assert.equal(typeof value === 'string' ? await field(name).inputValue() : await field(name).isChecked(), value, name);
             });
         }
-        await context.test('copies the message of the day when its area is left', async () => {
+        await step('copies the message of the day when its area is left', async () => {
             await press('Server Options');
             await field('UserMOTD').fill('Welcome');
             await field('ServerName').focus();
@@ -127,7 +116,7 @@ for (const way of ['bare', 'apache']) {
             await see('Mods List', mods);
             return mods;
         };
-        await context.test('changes the mods in a window of their own', async () => {
+        await step('changes the mods in a window of their own', async () => {
             const mods = await openMods();
             for (const [folder, button, active] of [
                 ['nightwatch', 'Activate', ['coastline', 'nightwatch']],
@@ -138,39 +127,26 @@ for (const way of ['bare', 'apache']) {
                 await Promise.all([mods.waitForEvent('load'), press(button, form)]);
                 assert.deepEqual(game.read('modsset.txt').match(/(?<=mods\\)\w+/g), active);
             }
-            await shoot('mods', mods);
             const reloaded = page.waitForEvent('load');
             await Promise.all([mods.waitForEvent('close'), press('Close Window', mods)]);
             await reloaded;
             assert.ok(await page.getByLabel('Night Watch').isChecked());
             assert.ok(!await page.getByLabel('Küste').isChecked());
         });
-        await context.test('starts and stops the game server', async () => {
-            const mods = await openMods();
+        await step('starts and stops the game server', async () => {
             await press('Server Control');
             await press('Start Server');
             await told('Process start/find successful');
-            await shoot('Server Control-told');
-            const list = game.read('modsset.txt');
-            await Promise.all([mods.waitForEvent('load'), press('Activate', mods)]);
-            await shoot('mods-refused', mods);
-            await mods.close();
-            assert.equal(game.read('modsset.txt'), list);
-            await press('Server Options');
-            await see('You cannot update server options while the game server is running.');
-            await shoot('Server Options-running');
             await until(async () => (await page.goto(site), page.getByText('Players (3/16)').isVisible()), 'the server answers');
             await see('Welcome');
             assert.deepEqual(await page.locator('table.Players td').allInnerTexts(), ['Players (3/16)', 'Jäger', 'Falcon', '[ZS]Otter']);
-            await shoot('public');
             await shootPhone('public');
             await logIn(credentials.PW);
             await press('Server Control');
-            await shoot('Server Control-running');
             await press('Stop Server');
             await told('Process stop successful');
         });
-        await context.test('lists, sends and deletes replays', async () => {
+        await step('lists, sends and deletes replays', async () => {
             const bytes = Buffer.from(Array.from({ length: 5000 }, (_, index) => index * index));
             const names = ['plain.rpf', 'Match 2 of 3.rpf', 'Küste & Hafen 1.rpf'];
             const many = Array.from({ length: way === 'apache' ? 600 : 5 }, (_, index) => `${'long '.repeat(8)}${index}.rpf`);
@@ -178,7 +154,7 @@ for (const way of ['bare', 'apache']) {
             await press('Replays');
             await press('Update');
             await press('Replays');
-            if (way === 'bare') { await shoot('Replays-listed'); await shootPhone('Replays-listed'); }
+            if (way === 'bare') await shootPhone('Replays-listed');
             for (const name of names.slice(0, 2)) {
                 const [download] = await Promise.all([page.waitForEvent('download'),
                     page.getByRole('link', { name, exact: true }).click()]);
@@ -194,19 +170,11 @@ for (const way of ['bare', 'apache']) {
             }
             assert.ok(existsSync(game.path('Replays', names[0])));
         });
-        await context.test('shows the error log', async () => {
-            for (const path of ['Error', 'ErrorText']) {
-                await page.goto(`${site}/${path}`);
-                await see('The request has no');
-                await shoot(path);
-            }
-        });
-        await context.test('has no page that its own policy complains of', () => {
-            // Apache has no answer for the refused change of the mods.
-            assert.deepEqual(complaints.splice(0).filter((text) => !text.includes('/EditMod Failed to load')), []);
+        await step('has no page that its own policy complains of', () => {
+            assert.deepEqual(complaints.splice(0), []);
         });
 
-        await context.test('runs no script that a name holds', async () => {
+        await step('runs no script that a name holds', async () => {
             game.addMod('Evil', script);
             await logIn(credentials.PW);
             await press('Server Control');
@@ -230,7 +198,7 @@ for (const way of ['bare', 'apache']) {
             await told('Process stop successful');
         });
         if (way === 'apache') {
-            await context.test('keeps the administration from others', async () => {
+            await step('keeps the administration from others', async () => {
                 const answer = (method, path, localAddress) => new Promise((done, failed) => https.request(`https://127.0.0.1:${port}${path}`,
                     { method, localAddress, rejectUnauthorized: false }, (response) => done(response.resume().statusCode)).on('error', failed).end());
                 for (const [method, path, ours, others] of [['GET', '/', 200, 200], ['GET', '/Login', 200, 403], ['GET', '/%4cogin', 200, 403],
