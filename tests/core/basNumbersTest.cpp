@@ -4,9 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-int failureOf(const char *text)
+static int failureOf(const char *text)
 {
     try {
         fnToInteger(QString::fromLatin1(text));
@@ -15,8 +13,6 @@ int failureOf(const char *text)
     }
     return 0;
 }
-
-} // namespace
 
 TEST(basNumbers, IntegersAreRoundedHalfToEvenWithinTheirRange)
 {

@@ -104,19 +104,3 @@ TEST_F(clsOptionsTest, AMalformedFileIsReplacedAtTheNextSaveOnlyAndKeptBeside)
         EXPECT_FALSE(QFile::permissions(path(name)) & QFile::ReadOther) << "it may hold a password";
     }
 }
-
-TEST_F(clsOptionsTest, WithoutTheXmlLibraryNothingIsReadOrSaved)
-{
-    startWith("<ReplayCount>9</ReplayCount>");
-    const QByteArray before = read(OptionsFile);
-    clsOptions options(false);
-    options.Save();
-    EXPECT_EQ(fake.boxes.boxes,
-              QStringList{FailureBox.arg(16) +
-                          u"0 : Unable to initialize MSXML. The options file cannot be loaded, "
-                          "defaults will be used, no preferences will be saved"_s});
-    EXPECT_EQ(options.ReplayCount(), 100);
-    EXPECT_EQ(options.AdminUserName(), u"Admin"_s);
-    EXPECT_FALSE(options.FindGRServer());
-    EXPECT_EQ(read(OptionsFile), before);
-}

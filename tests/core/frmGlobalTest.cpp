@@ -8,20 +8,6 @@ struct FailingPanel final : ctlPanel
     void PushUpdate() override { throw platform::Failure(9, u"a panel that fails"_s); }
 };
 
-struct FormWithFailingSocket final : frmGlobal
-{
-    void LoadConnection(std::size_t index) override
-    {
-        attempts += index == 42 ? 1 : 0;
-        if (index == 42) {
-            throw platform::Failure(24, u"Too many open files"_s);
-        }
-        frmGlobal::LoadConnection(index);
-    }
-
-    int attempts = 0;
-};
-
 TEST_F(frmGlobalTest, LooksAfterTheServerOnMultiplesOfSixOnly)
 {
     startIdle();
@@ -66,16 +52,4 @@ TEST_F(frmGlobalTest, AFailureInATickIsRecordedAndHindersNeitherTheOtherDutyNorT
     ASSERT_TRUE(server().Connected());
     EXPECT_NE(server().Process()->PID(), first);
     EXPECT_FALSE(server().ProcessLocated());
-}
-
-TEST_F(frmGlobalTest, ASocketThatCannotBeLoadedIsTriedAgainAndThenTheRestIsMissing)
-{
-    FormWithFailingSocket form;
-    fake.boxes.answers = {platform::RetryButton, platform::CancelButton};
-    form.Form_Load();
-    EXPECT_EQ(form.attempts, 2);
-    EXPECT_TRUE(fake.boxes.boxes.at(0).contains(u" in Load of Global Controls (None):"_s));
-    EXPECT_NE(form.wsckConnections.at(41), nullptr);
-    EXPECT_EQ(form.wsckConnections.at(42), nullptr);
-    EXPECT_EQ(form.wsckConnections.at(43), nullptr);
 }

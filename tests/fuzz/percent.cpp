@@ -5,10 +5,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-namespace {
-
 /// The decoding as repeated replacement, which the decoder promises to equal.
-bool decodeLiterally(QString &text)
+static bool decodeLiterally(QString &text)
 {
     for (qsizetype percent = text.indexOf(u'%'); percent >= 0; percent = text.indexOf(u'%')) {
         const QString code = text.mid(percent + 1, 2);
@@ -27,8 +25,6 @@ bool decodeLiterally(QString &text)
     }
     return true;
 }
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

@@ -29,14 +29,6 @@ protected:
     DesktopMessageBoxes boxes;
 };
 
-TEST_F(DesktopMessageBoxesTest, ReturnTheCodeOfTheButton)
-{
-    answers = {QMessageBox::Retry, QMessageBox::Cancel, QMessageBox::Ok};
-    EXPECT_EQ(boxes.show(u"a"_s, {}, RetryCancel + StopIcon), RetryButton);
-    EXPECT_EQ(boxes.show(u"a"_s, {}, RetryCancel), CancelButton);
-    EXPECT_EQ(boxes.show(u"a"_s, {}, StopIcon), OkButton);
-}
-
 TEST_F(DesktopMessageBoxesTest, ComeOneAtATimeAndNeverTwice)
 {
     answers = {QMessageBox::Cancel, QMessageBox::Retry};

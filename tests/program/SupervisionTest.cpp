@@ -94,14 +94,6 @@ TEST_F(SupervisionTest, AHungServerIsTerminatedAndReplaced)
     waitForSupervisedServer();
 }
 
-TEST_F(SupervisionTest, AMuteServerIsAskedToCloseAndEndsByItself)
-{
-    start(QuickDeath, "-mute-after 6");
-    millisecondsUntilReplaced(waitForSupervisedServer());
-    EXPECT_EQ(game.events("close-request"), 1);
-    EXPECT_EQ(game.events("ending"), 1);
-}
-
 TEST_F(SupervisionTest, AStubbornServerIsTerminatedFiveSecondsAfterTheRequest)
 {
     start(QuickDeath, "-mute-after 6 -ignore-close");
@@ -141,19 +133,6 @@ TEST_F(SupervisionTest, AServerStartedByHandIsAdoptedAndOthersAreNot)
     // 4 s until it is found, 1 s of grace, and the first poll.
     EXPECT_LE(millisecondsUntil([&] { return game.events("query") > 0; }), 4000 + 1000 + 500 + 500);
     EXPECT_EQ(game.server(), adopted);
-}
-
-TEST_F(SupervisionTest, AGameThatCannotBeStartedIsRecordedOnceAndTheToolRunsOn)
-{
-    QFile::setPermissions(game.path(u"GhostRecon.exe"_s), QFile::ReadOwner | QFile::WriteOwner);
-    start(QuickPolling);
-    ASSERT_TRUE(waitUntil([&] { return !game.errorLog().isEmpty(); }, StartMilliseconds));
-    EXPECT_FALSE(waitUntil([&] { return game.errorLog().count("<Error ") != 1; }, 4000));
-    for (const char *part : {"Module=\"Process Class\"", "Routine=\"Create\"", "ErrorNo=\"13\"",
-                             "GhostRecon.exe: Permission denied"}) {
-        EXPECT_TRUE(game.errorLog().contains(part)) << game.errorLog().constData();
-    }
-    EXPECT_EQ(game.tool().state(), QProcess::Running);
 }
 
 TEST_F(SupervisionTest, AStartedServerInheritsNothingButRunsInItsDirectory)

@@ -4,8 +4,6 @@
 
 #include <random>
 
-namespace {
-
 class clsModsTest : public ToolTest
 {
 protected:
@@ -39,8 +37,6 @@ protected:
         return forward;
     }
 };
-
-} // namespace
 
 TEST_F(clsModsTest, FindsModsAndReadsAndWritesTheActiveOnes)
 {

@@ -2,8 +2,6 @@
 
 #include "support/ToolTest.h"
 
-namespace {
-
 const QByteArray GameFile =
     "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n<!-- ports -->\r\n<Options a=\"1\">\r\n"
     "  <AnnouncePort>2347</AnnouncePort>\r\n  <JoinPort kind=\"udp\">2346</JoinPort>\r\n"
@@ -24,8 +22,6 @@ protected:
     }
     const QString fileName = u"OPTIONS.XML"_s;
 };
-
-} // namespace
 
 TEST_F(clsOptionsXMLTest, ReadsAndWritesTheFirstElementOfANameAndNothingElse)
 {

@@ -58,25 +58,6 @@ TEST_F(clsProcessTest, AProcessThatCannotBeHeldIsNone)
     EXPECT_EQ(process.PID(), 0);
 }
 
-TEST_F(clsProcessTest, OnThe9xFamilyTheProcessListGivesThePath)
-{
-    system.version = -1;
-    const FakeSystem::Id id = system.addServer(u"not asked for"_s);
-    clsProcess process;
-    EXPECT_FALSE(process.GetFromHwnd(topmost())) << "there is no list";
-    system.list = {{id + 1, u"another"_s}, {id, Game}};
-    ASSERT_TRUE(process.GetFromHwnd(topmost()));
-    EXPECT_EQ(process.Path(), Game);
-    EXPECT_TRUE(process.StillActive());
-
-    system.processes.at(id).opens = false;
-    EXPECT_TRUE(process.GetFromHwnd(topmost()));
-    EXPECT_EQ(process.PID(), id);
-    EXPECT_FALSE(process.StillActive()) << "a process without a handle";
-    system.list = {{id, QString()}};
-    EXPECT_FALSE(process.GetFromHwnd(topmost()));
-}
-
 TEST_F(clsProcessTest, StoppingAsksTheTopmostWindowAndThenTerminates)
 {
     clsProcess process;

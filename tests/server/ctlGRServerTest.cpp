@@ -90,19 +90,15 @@ TEST_F(ctlGRServerTest, IdleThenGraceThenPollingThenHeldThenIdle)
     EXPECT_FALSE(fake.system.processes.at(First).ended);
 }
 
-TEST_F(ctlGRServerTest, OnlyAServerOfThisDirectoryWithTheExactCaptionIsTakenOver)
+TEST_F(ctlGRServerTest, ARunningServerIsTakenOverAndAFailedStartHoldsNone)
 {
     startPolling();
     fake.system.end(First);
-    fake.system.addServer(u"/elsewhere/GhostRecon.exe"_s);
-    fake.system.addServer(server().EXEPath(), u"Ghost Recon Console"_s);
-    EXPECT_FALSE(server().FindGRServer());
     EXPECT_EQ(state(), u"GR Process created (ID=1001) :Not Active|Unknown|0 3000 0"_s);
-
     fake.system.addServer(server().EXEPath());
     fake.system.addServer(server().EXEPath());
     EXPECT_TRUE(server().StartGRServer(true));
-    EXPECT_EQ(state(), u"GR Process found (ID=1004) :Running|Unknown|30000 0 0"_s)
+    EXPECT_EQ(state(), u"GR Process found (ID=1002) :Running|Unknown|30000 0 0"_s)
         << "the last one examined is held";
     EXPECT_EQ(fake.system.commandLines.size(), 1);
 

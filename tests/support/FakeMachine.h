@@ -193,8 +193,8 @@ public:
         const Process process = behind(handle);
         return process.gone ? std::nullopt : std::optional(process.path);
     }
-    std::optional<std::vector<platform::ProcessEntry>> snapshot() override { return list; }
-    std::int32_t systemVersion() override { return version; }
+    std::optional<std::vector<platform::ProcessEntry>> snapshot() override { return {}; }
+    std::int32_t systemVersion() override { return 0; }
 
     std::vector<Window> topLevel() override
     {
@@ -226,8 +226,6 @@ public:
     bool startFails = false;
     bool listingFails = false;
     bool vanishing = false; ///< windows vanish between the listing and the next question
-    std::optional<std::vector<platform::ProcessEntry>> list;
-    std::int32_t version = 0;
 
 private:
     Process behind(Handle handle) const

@@ -30,7 +30,6 @@ public:
         }
         m_elapsed = end;
     }
-    qint64 elapsed() const { return m_elapsed; }
 
 private:
     static constexpr std::pair<qint64, qint64> Never{std::numeric_limits<qint64>::max(), 0};

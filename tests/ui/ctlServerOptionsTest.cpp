@@ -1,15 +1,5 @@
 #include "support/ToolTest.h"
 
-#include <QAbstractButton>
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QTabWidget>
-#include <QtTest/QTest>
-
-namespace {
-
 class ctlServerOptionsTest : public ToolTest
 {
 protected:
@@ -83,14 +73,7 @@ protected:
         }
         return text;
     }
-    void runServer()
-    {
-        fake.system.addServer(server().EXEPath());
-        server().StartGRServer(true);
-    }
 };
-
-} // namespace
 
 TEST_F(ctlServerOptionsTest, EveryEditMakesThePanelDirtyAndCancelTakesItBack)
 {
@@ -134,19 +117,6 @@ TEST_F(ctlServerOptionsTest, EveryEditMakesThePanelDirtyAndCancelTakesItBack)
     EXPECT_EQ(enabled(), u".D.."_s);
 }
 
-TEST_F(ctlServerOptionsTest, UnsavedEditsSurviveAChangeOfTabs)
-{
-    write(u"options.xml"_s, options("Base", 2346));
-    select(frmMain::Main);
-    select(frmMain::ServerOptions);
-    EXPECT_EQ(box("txtName").text(), u"Base"_s);
-    QTest::keyClick(&box("txtName"), '2');
-    write(u"options.xml"_s, options("Fort", 2346));
-    select(frmMain::Main);
-    select(frmMain::ServerOptions);
-    EXPECT_EQ(box("txtName").text(), u"Base2"_s);
-}
-
 TEST_F(ctlServerOptionsTest, ANumberThatASettingCannotHaveIsSilentlyTakenBack)
 {
     QLineEdit &port = box("txtJoinPort");
@@ -158,8 +128,7 @@ TEST_F(ctlServerOptionsTest, ANumberThatASettingCannotHaveIsSilentlyTakenBack)
     QTest::keyClick(&port, Qt::Key_Delete);
     EXPECT_EQ(port.text(), u"2346"_s);
     EXPECT_EQ(enabled(), u".D.."_s);
-    for (const auto refused : {"65536"_L1, "65535.2"_L1, "-0.4"_L1, "-1"_L1, "nan"_L1, "inf"_L1,
-                               "1e5"_L1, "1e999"_L1, "0x10"_L1}) {
+    for (const auto refused : {"65536"_L1, "65535.2"_L1, "-0.4"_L1, "nan"_L1, "1e999"_L1}) {
         port.setText(refused);
         EXPECT_EQ(port.text(), u"2346"_s);
     }
@@ -234,7 +203,7 @@ TEST_F(ctlServerOptionsTest, SaveWritesWhatIsShownAndKeepsWhatIsNot)
 TEST_F(ctlServerOptionsTest, NothingIsSavedWhileTheServerRunsAndTheWarningFollowsTheHeartbeat)
 {
     const auto *const warning = child<QLabel>("lblSaveWarning");
-    runServer();
+    server().StartGRServer(true);
     EXPECT_FALSE(warning->isVisible());
     fake.clock.advance(500);
     EXPECT_TRUE(warning->isVisible());
@@ -265,7 +234,7 @@ TEST_F(ctlServerOptionsTest, TheSeparatorCannotBeChecked)
     EXPECT_EQ(enabled(), u"...."_s);
 }
 
-TEST_F(ctlServerOptionsTest, AModIsActivatedAtTheEndAndStaysSelected)
+TEST_F(ctlServerOptionsTest, AModIsActivatedAtTheEndStaysSelectedAndIsMovedByTheArrows)
 {
     clickRow(3, Text);
     EXPECT_EQ(rows(), u"ba-C"_s);
@@ -273,14 +242,6 @@ TEST_F(ctlServerOptionsTest, AModIsActivatedAtTheEndAndStaysSelected)
     QTest::keyClick(&mods(), Qt::Key_Space);
     EXPECT_EQ(rows(), u"baC-"_s);
     EXPECT_EQ(enabled(), u"I.SC"_s);
-    clickRow(0, CheckMark);
-    EXPECT_EQ(rows(), u"ac-B"_s);
-    EXPECT_EQ(enabled(), u"..SC"_s);
-}
-
-TEST_F(ctlServerOptionsTest, TheArrowsMoveTheSelectedActiveMod)
-{
-    clickRow(3, CheckMark);
     click("cmdIncrease");
     EXPECT_EQ(rows(), u"bCa-"_s);
     EXPECT_EQ(enabled(), u"IDSC"_s);
@@ -298,6 +259,9 @@ TEST_F(ctlServerOptionsTest, TheArrowsMoveTheSelectedActiveMod)
     EXPECT_EQ(root->MainWindow()->focusWidget(), up);
     QTest::keyClick(&mods(), Qt::Key_Up);
     EXPECT_EQ(enabled(), u"IDSC"_s);
+    clickRow(0, CheckMark);
+    EXPECT_EQ(rows(), u"ac-B"_s);
+    EXPECT_EQ(enabled(), u"..SC"_s);
 }
 
 TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
@@ -310,6 +274,8 @@ TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
     QFile::rename(path(u"options.xml"_s), path(u"away"_s));
     click("cmdSave");
     EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|75"_s);
+    select(frmMain::Main);
+    select(frmMain::ServerOptions); // which reads the file only where nothing would be lost
     EXPECT_EQ(box("txtName").text(), u"Campx"_s);
     EXPECT_EQ(enabled(), u".DSC"_s);
 

@@ -1,6 +1,5 @@
 #include "support/ToolTest.h"
 #include "web/Listener.h"
-#include "web/clsWebSite.h"
 
 class optionPanelsTest : public ToolTest
 {
@@ -13,13 +12,6 @@ protected:
 
     clsOptions &options() const { return *root->Options(); }
     void show(frmMain::Tab tab) const { child<QTabWidget>("tabMain")->setCurrentIndex(tab); }
-    QByteArray page(frmMain::Tab tab) const
-    {
-        const auto key = tab == System          ? u"AdminSystemOptions"_s
-                         : tab == ReplayOptions ? u"AdminReplays"_s
-                                                : u"AdminStatusOptions"_s;
-        return root->WebSite()->Page(key)->HTML({});
-    }
     /// Types in place of what the box holds; returns what it holds then.
     QString type(const char *name, const QString &text) const
     {
@@ -37,28 +29,33 @@ protected:
     }
     QStringList takeBoxes() { return std::exchange(fake.boxes.boxes, {}); }
     const QString NoNumber = u"Zebek Suite|0|Enter a number please"_s;
-    const QString NoCount = u"Zebek Suite|0|Please enter a value between 0 and 32767)"_s;
     const QString NoPort = u"Zebek Suite|0|Please enter a value between 0 and 65535)"_s;
     const QString Later =
         u"Zebek Suite|0|Changes will not take effect until web server is restarted"_s;
 };
 
-TEST_F(optionPanelsTest, CheckBoxesAndTheirLabelsWriteTheirSettingAndItsPage)
+TEST_F(optionPanelsTest, CheckBoxesAndTheirLabelsWriteOnAClickAndShowWhatIsStored)
 {
-    const Row<bool> rows[] = {{System, "FindGRServer", &clsOptions::FindGRServer},
-                              {System, "AllowRemoteAccess", &clsOptions::AllowRemoteAccess},
-                              {ReplayOptions, "RecordReplays", &clsOptions::RecordReplays},
-                              {ReplayOptions, "SkipBlankReplays", &clsOptions::SkipBlankReplays}};
+    const Row<bool> rows[] = {
+        {System, "FindGRServer", &clsOptions::FindGRServer},
+        {System, "AllowRemoteAccess", &clsOptions::AllowRemoteAccess},
+        {ReplayOptions, "RecordReplays", &clsOptions::RecordReplays},
+        {ReplayOptions, "SkipBlankReplays", &clsOptions::SkipBlankReplays},
+        {ServerControl, "AutoStartGRServer", &clsOptions::AutoStartGRServer},
+        {ServerControl, "AutoRestartGRServer", &clsOptions::AutoRestartGRServer},
+        {ServerControl, "AutoRestartOnProcessStop", &clsOptions::AutoRestartOnProcessStop}};
     for (const auto &[tab, name, setting] : rows) {
         SCOPED_TRACE(name.constData());
         show(tab);
         const bool before = (options().*setting)();
-        const QByteArray rendered = page(tab);
         QTest::mouseClick(child<QLabel>(("lbl" + name).constData()), Qt::LeftButton, {}, {9, 9});
         EXPECT_EQ((options().*setting)(), !before);
-        EXPECT_NE(page(tab), rendered);
-        QTest::keyClick(child<QCheckBox>(("chk" + name).constData()), Qt::Key_Space);
+        auto *const box = child<QCheckBox>(("chk" + name).constData());
+        QTest::keyClick(box, Qt::Key_Space);
         EXPECT_EQ((options().*setting)(), before);
+        (options().*setting).Let(!before);
+        root->MainWindow()->FillFields();
+        EXPECT_EQ(box->isChecked(), !before);
     }
 }
 
@@ -77,19 +74,20 @@ TEST_F(optionPanelsTest, TheAutostartEntryChangesOnAClickOnlyAndIsShownAsItIs)
     EXPECT_EQ(takeBoxes().size(), 1);
 }
 
-TEST_F(optionPanelsTest, TextsAreStoredAndRenderedAndOnlyAWholeAddressIs)
+TEST_F(optionPanelsTest, TextsAreStoredAndOnlyAWholeAddressIs)
 {
     const Row<QString> rows[] = {
         {System, "txtUserName", &clsOptions::AdminUserName},
         {System, "txtPassword", &clsOptions::AdminPassword},
+        {ServerControl, "txtServerCommandLineArgs", &clsOptions::ServerCommandLineArgs},
         {StatusReporting, "txtServerRunningGif", &clsOptions::ServerRunningGif},
         {StatusReporting, "txtServerCrashGif", &clsOptions::ServerCrashGif}};
     for (const auto &[tab, name, setting] : rows) {
         SCOPED_TRACE(name.constData());
         show(tab);
-        const QString typed = type(name.constData(), QString::fromLatin1(name + '+'));
-        EXPECT_EQ((options().*setting)(), typed);
-        EXPECT_TRUE(page(tab).contains("=\"" + name + "+\""));
+        const auto text = QString::fromLatin1(name + '+');
+        EXPECT_EQ(type(name.constData(), text), text);
+        EXPECT_EQ((options().*setting)(), text);
     }
     EXPECT_EQ(options().RemoteAccessIP(), u"127.0.0.1"_s) << "stored when the window is loaded";
     EXPECT_EQ(type("txtIP", u"192.168.1.300"_s), u"192.168.1.300"_s);
@@ -103,13 +101,10 @@ TEST_F(optionPanelsTest, AReplayCountIsShownAsItIsStoredAndTypedWhereTheCursorIs
     show(ReplayOptions);
     EXPECT_EQ(type("txtReplayCount", u"007"_s), u"7"_s);
     EXPECT_EQ(child<QScrollBar>("vscrReplayCount")->value(), 32760);
-    auto *const box = child<QLineEdit>("txtReplayCount");
-    QTest::keyClick(box, Qt::Key_Home);
-    QTest::keyClicks(box, u"12x3"_s);
+    QTest::keyClick(child<QLineEdit>("txtReplayCount"), Qt::Key_Home);
+    QTest::keyClicks(child<QLineEdit>("txtReplayCount"), u"12x3"_s);
     EXPECT_EQ(options().ReplayCount(), 1237);
-    box->setText(u"99999999999"_s);
-    EXPECT_EQ(type("txtReplayCount", {}), u"1237"_s);
-    EXPECT_EQ(takeBoxes(), (QStringList{NoNumber, NoCount, NoNumber}));
+    EXPECT_EQ(takeBoxes(), QStringList{NoNumber});
 }
 
 TEST_F(optionPanelsTest, TheLinkShowsTheReplayFolder)

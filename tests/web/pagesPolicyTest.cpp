@@ -5,10 +5,8 @@
 #include <map>
 #include <set>
 
-namespace {
-
 /// What the expression's first group matches.
-QStringList matches(const QString &page, const char *expression)
+static QStringList matches(const QString &page, const char *expression)
 {
     const QRegularExpression pattern(QString::fromLatin1(expression),
                                      QRegularExpression::DotMatchesEverythingOption);
@@ -19,14 +17,12 @@ QStringList matches(const QString &page, const char *expression)
     return found;
 }
 
-QString hashOf(const QString &text)
+static QString hashOf(const QString &text)
 {
     const QByteArray hash =
         QCryptographicHash::hash(text.toLatin1(), QCryptographicHash::Sha256).toBase64();
     return QStringLiteral("'sha256-%1'").arg(QString::fromLatin1(hash));
 }
-
-} // namespace
 
 using pagesPolicyTest = ToolTest;
 
