@@ -5,8 +5,10 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <netinet/in.h>
 #include <sys/epoll.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -204,6 +206,7 @@ pid_t startBareServer(quint16 port, const QByteArray &answer)
             "the bare server cannot listen");
     const pid_t process = fork();
     if (process == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
         serve(listener, answer);
     }
     close(listener);

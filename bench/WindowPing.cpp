@@ -61,7 +61,7 @@ void WindowPing::watch()
         xcb_connect(nullptr, nullptr), &xcb_disconnect);
     xcb_connection_t *const connection = display.get();
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection, root, XCB_CW_EVENT_MASK, &events);
 
     xcb_client_message_event_t ping{};

@@ -34,13 +34,6 @@ double processorMilliseconds(qint64 process)
            static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
-qint64 childOf(qint64 process)
-{
-    const QByteArray children =
-        contentOf(QStringLiteral("/proc/%1/task/%1/children").arg(process)).simplified();
-    return children.split(' ').front().toLongLong();
-}
-
 bool answers(quint16 port)
 {
     QTcpSocket socket;
@@ -89,7 +82,7 @@ void writeFile(const QString &path, const QByteArray &content)
 void startNginx(QProcess &nginx, const QString &directory)
 {
     const QString configuration = directory + QStringLiteral("/nginx.conf");
-    writeFile(configuration, QStringLiteral("daemon off; worker_processes 1; user root;\n"
+    writeFile(configuration, QStringLiteral("daemon off; master_process off;\n"
                                             "pid %1/nginx.pid; error_log /dev/null;\n"
                                             "events { worker_connections 1024; }\n"
                                             "http { access_log off; keepalive_timeout 0;\n"
@@ -166,7 +159,7 @@ bool measure(double seconds)
     startNginx(nginx, game.path());
     const pid_t bare = startBareServer(BarePort, page);
     std::array<Server, 3> servers{{{"the tool", ToolPort, get, game.tool().processId(), {}, {}},
-                                   {"nginx", NginxPort, get, childOf(nginx.processId()), {}, {}},
+                                   {"nginx", NginxPort, get, nginx.processId(), {}, {}},
                                    {"bare loop", BarePort, get, bare, {}, {}}}};
     {
         WindowPing ping(QStringLiteral("Zebek Suite"));

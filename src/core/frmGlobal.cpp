@@ -6,6 +6,7 @@
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
 #include "platform/Failure.h"
+#include "platform/LostPeer.h"
 #include "platform/Machine.h"
 #include "server/ctlGRServer.h"
 #include "ui/frmMain.h"
@@ -88,6 +89,7 @@ void frmGlobal::Listen(std::int32_t port)
                                 QStringLiteral("Port %1: %2")
                                     .arg(QString::number(port), wsckNewConnections->errorString()));
     }
+    platform::noticeLostPeer(wsckNewConnections->socketDescriptor());
 }
 
 void frmGlobal::wsckNewConnections_ConnectionRequest()

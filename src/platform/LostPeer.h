@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// Lets the system notice when the other end of a TCP connection is gone without a word: an
-/// idle connection then fails after about two minutes.
-void noticeLostPeer(qintptr socket);
+/// Lets the system notice when the other end of a connection is gone without a word, for those that
+/// a listening socket accepts from now on: an idle one then fails after about two minutes.
+void noticeLostPeer(qintptr listener);
 
 } // namespace platform

@@ -1,7 +1,5 @@
 #include "web/ConnectionSocket.h"
 
-#include "platform/LostPeer.h"
-
 #include <utility>
 
 namespace {
@@ -31,7 +29,6 @@ void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
     connection->setParent(nullptr);
     m_socket.reset(connection.release());
     m_answered = false;
-    platform::noticeLostPeer(m_socket->socketDescriptor());
     // Queued, since a handler may show a message box: its event loop must not delete the socket
     // while the socket's own code is still on the stack.
     connect(m_socket.get(), &QTcpSocket::readyRead, this, &ConnectionSocket::arrived,

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-void noticeLostPeer(qintptr socket)
+void noticeLostPeer(qintptr listener)
 {
     constexpr int Seconds = 1;
     constexpr struct
@@ -22,7 +22,7 @@ void noticeLostPeer(qintptr socket)
     };
     for (const auto &setting : settings) {
         // A connection that fails later, after the system's own much longer time, does no harm.
-        static_cast<void>(setsockopt(static_cast<int>(socket), setting.level, setting.option,
+        static_cast<void>(setsockopt(static_cast<int>(listener), setting.level, setting.option,
                                      &setting.value, sizeof setting.value));
     }
 }
