@@ -217,7 +217,7 @@ PeakMemory::PeakMemory(QString process)
     : m_watcher([this, process = std::move(process)] {
           while (!m_ends) {
               m_peak = std::max<double>(m_peak, privateKiB(process));
-              std::this_thread::sleep_for(std::chrono::milliseconds(1));
+              std::this_thread::sleep_for(std::chrono::milliseconds(20)); // it holds the process up
           }
       })
 {

@@ -62,17 +62,19 @@ QByteArray ConnectionSocket::takeData()
     return m_socket ? m_socket->readAll() : QByteArray();
 }
 
-void ConnectionSocket::send(const QByteArray &answer)
+void ConnectionSocket::send(const QByteArrayList &answer)
 {
     if (!m_socket || std::exchange(m_answered, true)) {
         return;
     }
-    if (answer.isEmpty()) {
+    stopReading();
+    for (const QByteArray &part : answer) {
+        m_socket->write(part);
+    }
+    if (m_socket->bytesToWrite() == 0) {
         close(); // no byte, no signal that it has been written
         return;
     }
-    stopReading();
-    m_socket->write(answer);
     m_socket->flush(); // what the handler does after the answer does not hold it up
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArray>
+#include <QByteArrayList>
 #include <QObject>
 #include <QPointer>
 #include <QTcpSocket>
@@ -27,9 +27,9 @@ public:
 
     /// Everything that has arrived so far.
     QByteArray takeData();
-    /// Sends the answer and then closes. Nothing more is read from now on. Only the first answer
-    /// on a connection counts.
-    void send(const QByteArray &answer);
+    /// Sends the answer, one part after the other and none of them copied, and then closes. Nothing
+    /// more is read from now on. Only the first answer on a connection counts.
+    void send(const QByteArrayList &answer);
     void close();
 
 private:

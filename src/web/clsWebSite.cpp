@@ -56,21 +56,21 @@ bool fnCheckCredentials(const QString &user, const QString &password)
 
 void SendStraightText(ConnectionSocket &socket, const QByteArray &text)
 {
-    Trap(routine("SendStraightText"), [&] { socket.send(text); });
+    Trap(routine("SendStraightText"), [&] { socket.send({text}); });
 }
 
 void SendStraightPage(ConnectionSocket &socket, int resource)
 {
     Trap(routine("SendStraightPage"),
-         [&] { socket.send(platform::toCodePage(page::text(resource))); });
+         [&] { socket.send({platform::toCodePage(page::text(resource))}); });
 }
 
 void SendRedirect(QString url, ConnectionSocket &socket)
 {
     Trap(routine("SendRedirect"), [&] {
         url.remove(u'\r').remove(u'\n'); // they would make header lines of it
-        socket.send("HTTP/1.1  307 Temporary Redirect" + LineEnd +
-                    "Location: " + platform::toCodePage(url) + LineEnd + LineEnd);
+        socket.send({"HTTP/1.1  307 Temporary Redirect" + LineEnd +
+                     "Location: " + platform::toCodePage(url) + LineEnd + LineEnd});
     });
 }
 
@@ -85,8 +85,9 @@ void SendHeaderWithFile(const char *contentType, ConnectionSocket &socket, const
 {
     Trap(routine("SendHeaderWithFile"), [&] {
         if (const std::optional<QByteArray> content = SendFile(path)) {
-            socket.send("HTTP/1.1 200 OK" + LineEnd + "Content-Type: " + contentType + LineEnd +
-                        LineEnd + *content + LineEnd + LineEnd);
+            socket.send(
+                {"HTTP/1.1 200 OK" + LineEnd + "Content-Type: " + contentType + LineEnd + LineEnd,
+                 *content, LineEnd + LineEnd});
         }
     });
 }
