@@ -40,8 +40,7 @@ constexpr std::pair<const char *, void (clsMods::*)(const QString &)> ModActions
 
 bool serverIsHeld()
 {
-    return gRoot->GlobalForm()->uctlGRServer->ProcessStatusText() !=
-           QLatin1String("No Process information");
+    return gRoot->GlobalForm()->uctlGRServer->Connected();
 }
 
 } // namespace

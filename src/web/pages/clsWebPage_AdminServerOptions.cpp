@@ -90,8 +90,7 @@ QString endOfForm()
 {
     const QString tablesEnd = QStringLiteral("</table></td></tr></table>\n<p class=\"submit\">");
     const QString formEnd = QStringLiteral("</p>\n</form>\n");
-    if (gRoot->GlobalForm()->uctlGRServer->ProcessStatusText() ==
-        QLatin1String("No Process information")) {
+    if (!gRoot->GlobalForm()->uctlGRServer->Connected()) {
         return page::row(QStringLiteral(
                    "<input type=\"button\" value=\"Change Active Mods\" onclick=\"fnOpenMods()\">"
                    "<br><small>(Opens another window, please ensure you disable your popup "
