@@ -90,6 +90,20 @@ void clsOptionsXML::Load()
     m_document = platform::XmlDocument::load(m_path);
 }
 
+void clsOptionsXML::LoadOrFail()
+{
+    Load();
+    if (!IsLoaded()) {
+        throw Unreadable();
+    }
+}
+
+platform::Failure clsOptionsXML::Unreadable()
+{
+    return {platform::Failure::PathAccess,
+            QStringLiteral("The game's file \"options.xml\" is missing or cannot be read")};
+}
+
 void clsOptionsXML::Save()
 {
     if (m_document) {

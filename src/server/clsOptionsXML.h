@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Failure.h"
 #include "platform/XmlDocument.h"
 
 #include <QString>
@@ -59,6 +60,9 @@ public:
     bool IsLoaded() const { return m_document.has_value(); }
     /// Reads the file; IsLoaded() tells whether it could be parsed.
     void Load();
+    /// The same, but throws Unreadable() where the file is missing or cannot be parsed.
+    void LoadOrFail();
+    static platform::Failure Unreadable();
     /// Replaces the file; nothing where none is loaded. Throws platform::Failure.
     void Save();
     /// Empties the first `IPAddress` element whose whole text is the address.

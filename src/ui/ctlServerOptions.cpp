@@ -97,12 +97,6 @@ void setText(QLineEdit &box, const QString &text)
     box.setText(text);
 }
 
-platform::Failure optionsFailure()
-{
-    return {platform::Failure::PathAccess,
-            QStringLiteral("The game's file \"options.xml\" is missing or cannot be read")};
-}
-
 } // namespace
 
 ctlServerOptions::ctlServerOptions() : m_ui(std::make_unique<Ui::ctlServerOptions>())
@@ -177,7 +171,8 @@ void ctlServerOptions::tieMods()
 void ctlServerOptions::FillFields()
 {
     Trap(routine("FillFields"), [this] {
-        loadOptions();
+        // Without the file there is nothing to show, and edits had better stay on screen.
+        m_options.LoadOrFail();
         showOptions();
         m_filled = true;
         m_mods.Load();
@@ -185,15 +180,6 @@ void ctlServerOptions::FillFields()
         m_dirty = false;
         UpdateControls();
     });
-}
-
-/// Without the file there is nothing to show or to change, and edits had better stay on screen.
-void ctlServerOptions::loadOptions()
-{
-    m_options.Load();
-    if (!m_options.IsLoaded()) {
-        throw optionsFailure();
-    }
 }
 
 void ctlServerOptions::showOptions()
@@ -323,9 +309,9 @@ void ctlServerOptions::cmdSave_Click()
 /// The file may have changed since it was shown: what is not shown here keeps the new values.
 void ctlServerOptions::saveOptions()
 {
-    loadOptions();
+    m_options.LoadOrFail();
     if (!m_filled) { // the empty controls would empty the file's settings
-        throw optionsFailure();
+        throw clsOptionsXML::Unreadable();
     }
     for (const auto &row : m_texts) {
         (m_options.*row.setting).Let(row.control->text());

@@ -61,7 +61,6 @@ private:
     const QListWidgetItem *selectedActiveRow() const;
 
     void cmdSave_Click();
-    void loadOptions();
     void showOptions();
     void saveOptions();
     void saveMods();

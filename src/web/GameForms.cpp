@@ -2,7 +2,6 @@
 #include "core/basMain.h"
 #include "core/clsZebek.h"
 #include "core/frmGlobal.h"
-#include "platform/Failure.h"
 #include "server/clsMods.h"
 #include "server/clsOptionsXML.h"
 #include "server/ctlGRServer.h"
@@ -53,12 +52,7 @@ QString Update_ServerOptionsConfig(const clsWebServerRequest &request)
                                   "running. Please shutdown the game server first<br>");
         }
         clsOptionsXML options;
-        options.Load();
-        if (!options.IsLoaded()) {
-            throw platform::Failure(
-                platform::Failure::PathAccess,
-                QStringLiteral("The game's file \"options.xml\" is missing or cannot be read"));
-        }
+        options.LoadOrFail();
         QString message = storeForm(request, options, GameFields,
                                     [](auto &setting, const auto &value) { setting.Let(value); });
         options.Save();
