@@ -39,8 +39,9 @@ void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
     m_socket->setReadBufferSize(LargestRequest);
     if (m_socket->bytesAvailable() > 0) {
         m_socket->waitForReadyRead(0); // it has waited for a free element: the rest is there
+    } else if (m_socket->state() == QAbstractSocket::ConnectedState) {
+        return; // nothing has happened to it yet
     }
-    // What happened to it while it waited.
     QMetaObject::invokeMethod(this, &ConnectionSocket::arrived, Qt::QueuedConnection);
 }
 
