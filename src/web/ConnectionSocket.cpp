@@ -29,19 +29,25 @@ void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
     connection->setParent(nullptr);
     m_socket.reset(connection.release());
     m_answered = false;
-    // Queued, since a handler may show a message box: its event loop must not delete the socket
-    // while the socket's own code is still on the stack.
-    connect(m_socket.get(), &QTcpSocket::readyRead, this, &ConnectionSocket::arrived,
-            Qt::QueuedConnection);
-    connect(m_socket.get(), &QTcpSocket::bytesWritten, this, &ConnectionSocket::written);
-    connect(m_socket.get(), &QTcpSocket::errorOccurred, this, &ConnectionSocket::close);
-    connect(m_socket.get(), &QTcpSocket::disconnected, this, &ConnectionSocket::close);
     m_socket->setReadBufferSize(LargestRequest);
     if (m_socket->bytesAvailable() > 0) {
         m_socket->waitForReadyRead(0); // it has waited for a free element: the rest is there
-    } else if (m_socket->state() == QAbstractSocket::ConnectedState) {
-        return; // nothing has happened to it yet
     }
+    connect(m_socket.get(), &QTcpSocket::readyRead, this, &ConnectionSocket::received);
+    connect(m_socket.get(), &QTcpSocket::bytesWritten, this, &ConnectionSocket::written);
+    connect(m_socket.get(), &QTcpSocket::errorOccurred, this, &ConnectionSocket::close);
+    connect(m_socket.get(), &QTcpSocket::disconnected, this, &ConnectionSocket::close);
+    if (m_socket->bytesAvailable() > 0 || m_socket->state() != QAbstractSocket::ConnectedState) {
+        received(); // no signal will tell of what has happened before
+    }
+}
+
+/// Nothing more is read before this is handled: the end of the connection, which would drop the
+/// answer, could overtake it. It is handled from the event loop, since a handler may show a message
+/// box: the box's own loop must not delete the socket while the socket's code is on the stack.
+void ConnectionSocket::received()
+{
+    m_socket->setReadBufferSize(m_socket->bytesAvailable());
     QMetaObject::invokeMethod(this, &ConnectionSocket::arrived, Qt::QueuedConnection);
 }
 
@@ -55,6 +61,8 @@ void ConnectionSocket::arrived()
     }
     if (m_socket && m_socket->state() != QAbstractSocket::ConnectedState) {
         close(); // no signal tells of what had ended before
+    } else if (m_socket && !m_answered) {
+        m_socket->setReadBufferSize(LargestRequest);
     }
 }
 

@@ -39,6 +39,7 @@ private:
         void operator()(QTcpSocket *socket) const { socket->deleteLater(); }
     };
 
+    void received();
     void arrived();
     void written();
     void stopReading();
