@@ -1,6 +1,7 @@
 #include "platform/XmlDocument.h"
 
 #include "platform/Failure.h"
+#include "platform/XmlCodePage.h"
 
 #include <QFile>
 
@@ -171,6 +172,7 @@ std::optional<XmlDocument> XmlDocument::parse(const QByteArray &bytes)
     if (bytes.size() > std::numeric_limits<int>::max()) {
         return std::nullopt;
     }
+    registerXmlCodePage();
     const std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxt *)> parser(
         orThrow(xmlNewParserCtxt()), xmlFreeParserCtxt);
     parser->sax->entityDecl = refuseEntity;

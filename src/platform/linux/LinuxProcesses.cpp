@@ -1,6 +1,6 @@
 #include "platform/linux/LinuxProcesses.h"
 
-#include "platform/linux/CommandLine.h"
+#include "platform/CommandLine.h"
 #include "platform/linux/SystemFailure.h"
 #include "platform/linux/Wine.h"
 

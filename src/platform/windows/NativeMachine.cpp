@@ -1,0 +1,26 @@
+#include "platform/DesktopMessageBoxes.h"
+#include "platform/Machine.h"
+#include "platform/SystemClock.h"
+#include "platform/windows/WindowsAutostart.h"
+#include "platform/windows/WindowsFiles.h"
+#include "platform/windows/WindowsProcessEnd.h"
+#include "platform/windows/WindowsProcesses.h"
+#include "platform/windows/WindowsWindows.h"
+
+namespace platform {
+
+const Machine &nativeMachine()
+{
+    static WindowsAutostart autostart;
+    static SystemClock clock;
+    static WindowsFiles files;
+    static DesktopMessageBoxes messageBoxes;
+    static WindowsProcessEnd processEnd;
+    static WindowsProcesses processes;
+    static WindowsWindows windows;
+    static const Machine machine{autostart,  clock,     files,  messageBoxes,
+                                 processEnd, processes, windows};
+    return machine;
+}
+
+} // namespace platform

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/Files.h"
+
+namespace platform {
+
+class WindowsFiles final : public Files
+{
+public:
+    void remove(const QString &path) override;
+    void create(const QString &path, const QByteArray &content, const QString &like) override;
+    void flush(const QString &path) override;
+    void rename(const QString &from, const QString &to) override;
+    void flushFolder(const QString &path) override;
+};
+
+} // namespace platform

@@ -1,0 +1,114 @@
+#include "platform/windows/WindowsProcesses.h"
+
+#include "platform/CommandLine.h"
+#include "platform/windows/Ansi.h"
+#include "platform/windows/SystemFailure.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <array>
+#include <psapi.h>
+#include <tlhelp32.h>
+#include <windows.h>
+
+namespace platform {
+
+namespace {
+
+HANDLE handleOf(ProcessHandle process)
+{
+    return reinterpret_cast<HANDLE>(process);
+}
+
+} // namespace
+
+ProcessId WindowsProcesses::start(const QString &commandLine)
+{
+    const QString program = splitCommandLine(commandLine).first();
+    const QByteArray directory =
+        toAnsi(QDir::toNativeSeparators(QFileInfo(program).absolutePath()));
+    QByteArray text = toAnsi(commandLine); // the system may write into it
+
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.wShowWindow = SW_SHOWNORMAL;
+    PROCESS_INFORMATION process{};
+    if (CreateProcessA(nullptr, text.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                       directory.constData(), &startup, &process) == 0) {
+        throw lastFailure(program);
+    }
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return static_cast<ProcessId>(process.dwProcessId);
+}
+
+ProcessHandle WindowsProcesses::open(ProcessId id)
+{
+    constexpr DWORD FullAccess = 0x1F0FFF; // what every version of the system knows as all
+    return reinterpret_cast<ProcessHandle>(OpenProcess(FullAccess, FALSE, static_cast<DWORD>(id)));
+}
+
+void WindowsProcesses::close(ProcessHandle process)
+{
+    CloseHandle(handleOf(process));
+}
+
+std::optional<std::uint32_t> WindowsProcesses::exitCode(ProcessHandle process)
+{
+    DWORD code = 0;
+    return GetExitCodeProcess(handleOf(process), &code) != 0 ? std::optional<std::uint32_t>(code)
+                                                             : std::nullopt;
+}
+
+bool WindowsProcesses::wait(ProcessHandle process, int milliseconds)
+{
+    return WaitForSingleObject(handleOf(process), static_cast<DWORD>(milliseconds)) ==
+           WAIT_OBJECT_0;
+}
+
+bool WindowsProcesses::terminate(ProcessHandle process)
+{
+    return TerminateProcess(handleOf(process), 0) != 0;
+}
+
+std::optional<QString> WindowsProcesses::executablePath(ProcessHandle process)
+{
+    HMODULE executable = nullptr; // the first of a process's modules
+    DWORD needed = 0;
+    if (EnumProcessModules(handleOf(process), &executable, sizeof executable, &needed) == 0) {
+        return std::nullopt;
+    }
+    std::array<char, 1024> path{};
+    const DWORD length = GetModuleFileNameExA(handleOf(process), executable, path.data(),
+                                              static_cast<DWORD>(path.size()));
+    return length > 0 ? std::optional(fromAnsi(path.data(), static_cast<qsizetype>(length)))
+                      : std::nullopt;
+}
+
+std::optional<std::vector<ProcessEntry>> WindowsProcesses::snapshot()
+{
+    const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    if (processes == INVALID_HANDLE_VALUE) {
+        return std::nullopt;
+    }
+    std::vector<ProcessEntry> result;
+    PROCESSENTRY32 entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32First(processes, &entry); more != 0;
+         more = Process32Next(processes, &entry)) {
+        result.push_back({static_cast<ProcessId>(entry.th32ProcessID),
+                          fromAnsi(entry.szExeFile,
+                                   static_cast<qsizetype>(qstrnlen(entry.szExeFile, MAX_PATH)))});
+    }
+    CloseHandle(processes);
+    return result;
+}
+
+std::int32_t WindowsProcesses::systemVersion()
+{
+    return static_cast<std::int32_t>(GetVersion());
+}
+
+} // namespace platform
