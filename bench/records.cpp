@@ -54,7 +54,7 @@ public:
     bool waits = true;
 
 private:
-    platform::LinuxFiles m_files;
+    platform::Files &m_files = platform::nativeMachine().files;
 };
 
 template <typename Work>

@@ -6,7 +6,10 @@ set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
+# Without this the compiler assumes which registers an inline function leaves alone, though the linker
+# may take another file's copy of it, which was compiled with other options and uses more.
+set(CMAKE_CXX_FLAGS_INIT "-fno-ipa-ra")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s")
 
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES ZEBEK_WINDOWS_LIBRARIES)
 set(CMAKE_FIND_ROOT_PATH ${ZEBEK_WINDOWS_LIBRARIES} /usr/x86_64-w64-mingw32)

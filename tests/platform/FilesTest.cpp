@@ -7,8 +7,6 @@
 #include "server/clsOptionsXML.h"
 #include "support/ToolTest.h"
 
-#include <csignal>
-
 using platform::Durability;
 
 class replaceFile : public ToolTest
@@ -103,7 +101,7 @@ TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFi
             files.kills = step % 2 == 1;
             const qsizetype reported = reportCount();
             if (files.kills) {
-                EXPECT_EXIT(run(), testing::KilledBySignal(SIGKILL), "");
+                EXPECT_EXIT(run(), testing::ExitedWithCode(FailingFiles::Killed), "");
             } else {
                 run();
                 EXPECT_EQ(reportCount() - reported, reports);

@@ -1,5 +1,6 @@
 #include "program/GameDirectory.h"
 
+#include "platform/linux/Wine.h"
 #include "support/gameFiles.h"
 
 #include <csignal>
@@ -7,6 +8,25 @@
 
 const QString Tool = u"ZebekSuite.exe"_s;
 const QString Server = u"GhostRecon.exe"_s;
+
+static QString programOf(const QString &name)
+{
+    const char *const variable = name == Tool ? "ZEBEK_TEST_TOOL" : "ZEBEK_TEST_SERVER";
+    return qEnvironmentVariable(variable, QCoreApplication::applicationDirPath() + u'/' + name);
+}
+
+bool isNative(Program program)
+{
+    return !platform::isWindowsProgram(programOf(program == Program::Tool ? Tool : Server));
+}
+
+/// The process's program with its arguments as they are to be started.
+static void setCommand(QProcess &process, const QString &program, const QStringList &arguments)
+{
+    const bool windows = platform::isWindowsProgram(program);
+    process.setProgram(windows ? u"wine"_s : program);
+    process.setArguments(windows ? QStringList(program) + arguments : arguments);
+}
 
 bool waitUntil(const std::function<bool()> &condition, int milliseconds)
 {
@@ -21,11 +41,20 @@ void signalProcess(Pid process, int signal)
     }
 }
 
+/// Characters that some program or other mistakes, as far as Windows allows them.
+static QString awkwardName()
+{
+    const bool native = isNative(Program::Tool) && isNative(Program::Server);
+    return native ? u"łukasz 50% \"Игра\" <&>"_s : u"łukasz 50% 'Игра' &"_s;
+}
+
+GameDirectory::GameDirectory() : GameDirectory(awkwardName()) {}
+
 GameDirectory::GameDirectory(const QString &name)
     : m_directory(u"%1/%2-XXXXXX"_s.arg(QDir::tempPath(), name))
 {
     for (const QString &program : {Tool, Server}) {
-        QFile::copy(QCoreApplication::applicationDirPath() + u'/' + program, path(program));
+        QFile::copy(programOf(program), path(program));
     }
     writeGameFiles(path({}));
     m_tool.setProcessChannelMode(QProcess::ForwardedChannels);
@@ -55,10 +84,19 @@ void GameDirectory::writeOptions(const QByteArray &elements, const QByteArray &s
 
 void GameDirectory::startTool()
 {
-    m_tool.setProgram(path(Tool));
+    setCommand(m_tool, path(Tool), {});
     m_tool.setWorkingDirectory(u"/"_s);
     m_tool.start();
     m_tool.waitForStarted();
+}
+
+int GameDirectory::runToolAgain() const
+{
+    QProcess second;
+    setCommand(second, path(Tool), {});
+    second.start();
+    second.waitForFinished();
+    return second.exitCode();
 }
 
 void GameDirectory::killTool()
@@ -70,9 +108,8 @@ void GameDirectory::killTool()
 Pid GameDirectory::startServerByHand(const QString &switches)
 {
     QProcess process;
-    process.setProgram(path(Server));
-    process.setArguments(
-        u"-autoserve -log events.log %1"_s.arg(switches).split(u' ', Qt::SkipEmptyParts));
+    setCommand(process, path(Server),
+               u"-autoserve -log events.log %1"_s.arg(switches).split(u' ', Qt::SkipEmptyParts));
     process.setWorkingDirectory(path());
     Pid result = 0;
     process.startDetached(&result);
@@ -83,8 +120,12 @@ std::vector<Pid> GameDirectory::servers() const
 {
     std::vector<Pid> result;
     for (const QString &entry : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
-        if (QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(entry)) == path(Server)) {
-            result.push_back(entry.toLongLong());
+        const Pid process = entry.toLongLong();
+        const QString program = QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(entry));
+        if (program == path(Server) ||
+            (program.contains(u"/wine"_s) &&
+             platform::programMappedBy(static_cast<pid_t>(process)) == path(Server))) {
+            result.push_back(process);
         }
     }
     return result;

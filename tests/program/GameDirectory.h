@@ -10,14 +10,21 @@ using namespace Qt::Literals::StringLiterals;
 /// A process id of the system under test.
 using Pid = qint64;
 
+enum class Program { Tool, Server };
+/// Whether the tested program is one of this system, not one for Windows.
+bool isNative(Program program);
+
 /// A game directory with the tool and the simulated game server in it. Everything that it started
 /// ends with it. Unless it matters, its name is one of those that some program or other mistakes.
+/// The programs are those of the environment's ZEBEK_TEST_TOOL and ZEBEK_TEST_SERVER, or those
+/// beside the test; one for Windows runs under Wine.
 class GameDirectory
 {
     Q_DISABLE_COPY(GameDirectory)
 
 public:
-    explicit GameDirectory(const QString &name = u"łukasz 50% \"Игра\" <&>"_s);
+    GameDirectory();
+    explicit GameDirectory(const QString &name);
     ~GameDirectory();
 
     QString path(const QString &name = {}) const { return m_directory.filePath(name); }
@@ -28,6 +35,8 @@ public:
 
     /// Starts the tool, not waiting for its window.
     void startTool();
+    /// Starts the tool once more, waits for the end of that one and returns its exit code.
+    int runToolAgain() const;
     void killTool();
     QProcess &tool() { return m_tool; }
     /// Starts a server as an operator would by hand, with the given switches.

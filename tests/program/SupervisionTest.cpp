@@ -1,3 +1,4 @@
+#include "platform/XmlDocument.h"
 #include "platform/linux/LinuxWindows.h"
 #include "program/GameDirectory.h"
 
@@ -56,6 +57,12 @@ protected:
         };
         EXPECT_TRUE(waitUntil(appears, StartMilliseconds)) << caption.toStdString();
         return found;
+    }
+    QString replayFolder() const
+    {
+        const auto element = platform::XmlDocument::parse(options())->findFirst("ReplaysPath");
+        // Wine shows the root folder as this drive.
+        return element->text().replace(u"Z:"_s, QString()).replace(u'\\', u'/');
     }
     QByteArray options() const { return game.read(u"ZebekSuiteOptions.xml"_s); }
     pid_t toolId() { return static_cast<pid_t>(game.tool().processId()); }
@@ -137,6 +144,9 @@ TEST_F(SupervisionTest, AServerStartedByHandIsAdoptedAndOthersAreNot)
 
 TEST_F(SupervisionTest, AStartedServerInheritsNothingButRunsInItsDirectory)
 {
+    if (!isNative(Program::Server)) {
+        GTEST_SKIP() << "Wine does it";
+    }
     start(QuickPolling, R"(-server-name "a  b\"c" "")");
     const auto server = static_cast<pid_t>(waitForSupervisedServer());
     EXPECT_EQ(QFile::symLinkTarget(u"/proc/%1/cwd"_s.arg(server)), game.path());
@@ -166,11 +176,12 @@ TEST_F(SupervisionTest, AStartedServerInheritsNothingButRunsInItsDirectory)
 TEST_F(SupervisionTest, EveryWayToEndTheToolSavesItsOptionsAndLeavesTheServerRunning)
 {
     Pid server = 0;
-    const std::function<void()> ways[] = {
-        [&] { signalProcess(toolId(), SIGTERM); },
-        [&] { signalProcess(toolId(), SIGINT); },
-        [&] { windows.postClose(waitForWindow(u"Zebek Suite"_s)); },
-    };
+    std::vector<std::function<void()>> ways{
+        [&] { windows.postClose(waitForWindow(u"Zebek Suite"_s)); }};
+    if (isNative(Program::Tool)) {
+        ways.insert(ways.end(), {[&] { signalProcess(toolId(), SIGTERM); },
+                                 [&] { signalProcess(toolId(), SIGINT); }});
+    }
     for (const auto &end : ways) {
         start(QuickPolling + "<stray/>");
         const Pid supervised = waitForSupervisedServer();
@@ -181,14 +192,16 @@ TEST_F(SupervisionTest, EveryWayToEndTheToolSavesItsOptionsAndLeavesTheServerRun
         EXPECT_EQ(game.tool().exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(game.tool().exitCode(), 0);
         EXPECT_FALSE(options().contains("stray"));
-        QByteArray replays = game.path(u"Replays"_s).toHtmlEscaped().toUtf8();
-        EXPECT_TRUE(options().contains(replays.replace("&quot;", "\""))); // needs no escape in text
+        EXPECT_EQ(replayFolder(), game.path(u"Replays"_s));
         EXPECT_EQ(game.server(), server);
     }
 }
 
 TEST_F(SupervisionTest, WhenTheDisplayGoesAwayTheOptionsAreSaved)
 {
+    if (!isNative(Program::Tool)) {
+        GTEST_SKIP() << "Wine ends a program whose display has gone";
+    }
     QProcess display;
     display.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s});
     ASSERT_TRUE(display.waitForReadyRead(StartMilliseconds));
@@ -217,7 +230,7 @@ TEST_F(SupervisionTest, ASecondStartBringsTheFirstToTheFrontAndEnds)
             [&] { return windows.caption(windows.topLevel().front(), 100) == caption; }, 5000);
     };
     ASSERT_TRUE(comesToTheTop(u"Above"_s));
-    EXPECT_EQ(QProcess::execute(game.path(u"ZebekSuite.exe"_s)), 0);
+    EXPECT_EQ(game.runToolAgain(), 0);
     EXPECT_TRUE(comesToTheTop(u"Zebek Suite"_s));
     EXPECT_EQ(game.server(), server);
 

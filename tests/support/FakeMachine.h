@@ -2,13 +2,12 @@
 
 #include "platform/Failure.h"
 #include "platform/Machine.h"
-#include "platform/linux/LinuxFiles.h"
 #include "support/TurnedClock.h"
 
 #include <QStringList>
 
 #include <algorithm>
-#include <csignal>
+#include <cstdlib>
 #include <deque>
 #include <map>
 #include <set>
@@ -21,6 +20,7 @@ class FailingFiles final : public platform::Files
 {
 public:
     static constexpr int Always = -1;
+    static constexpr int Killed = 99; ///< the exit code of a process that an operation ended
 
     void remove(const QString &path) override
     {
@@ -58,14 +58,14 @@ private:
         if (failAt == Always || failAt == operations) {
             half();
             if (kills) {
-                static_cast<void>(std::raise(SIGKILL));
+                std::_Exit(Killed);
             }
             throw platform::Failure(28, QStringLiteral("No space left on device"));
         }
         operation();
     }
 
-    platform::LinuxFiles m_files;
+    platform::Files &m_files = platform::nativeMachine().files;
 };
 
 /// Notes every box as "title|style|text" and answers with the buttons that the test has laid ready,

@@ -1,6 +1,8 @@
 #include "support/ToolTest.h"
 #include "web/Listener.h"
 
+#include <QTcpSocket>
+
 class optionPanelsTest : public ToolTest
 {
 protected:

@@ -1,23 +1,10 @@
+#include "support/system.h"
 #include "web/ConnectionSocket.h"
 #include "web/WebTest.h"
 
 #include <QTcpServer>
 
-#include <malloc.h>
-#include <sys/socket.h>
-
 using ConnectionsTest = WebTest;
-
-namespace {
-
-/// What has been allocated and not been freed; a sanitizer keeps no count.
-qsizetype heapInUse()
-{
-    const struct mallinfo2 heap = mallinfo2();
-    return static_cast<qsizetype>(heap.uordblks + heap.hblkhd);
-}
-
-} // namespace
 
 TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
 {
@@ -108,7 +95,7 @@ TEST_F(ConnectionsTest, AWaitingConnectionIsNotReadAndIsAnsweredThoughItsPeerHas
     const QByteArray request = "GET /Login HTTP/1.1\r\nHost: a\r\n\r\n";
     waiting.write(request + QByteArray(3000, 'x'));
     waiting.flush();
-    ::shutdown(static_cast<int>(waiting.socketDescriptor()), SHUT_WR);
+    finishSending(waiting.socketDescriptor());
     QTcpSocket &flooding = *clients.at(101);
     flooding.write("GET /" + QByteArray(64 * 1024 * 1024, 'x'));
     settle();
@@ -153,7 +140,7 @@ TEST_F(ConnectionsTest, ASlowReaderGetsAllOfALargeFileAlsoWhenItHasClosedItsOwnH
     connectTo(slow);
     slow.write("GET /GETFILEsecret/large.rpf HTTP/1.1\r\nHost: a\r\n\r\n");
     slow.flush();
-    ::shutdown(static_cast<int>(slow.socketDescriptor()), SHUT_WR);
+    finishSending(slow.socketDescriptor());
     settle();
     EXPECT_TRUE(get("/Login").contains("logon")); // the others do not wait
     QByteArray answer;

@@ -1,7 +1,8 @@
 #include "platform/LostPeer.h"
 
-#include <mstcpip.h>
 #include <winsock2.h>
+
+#include <mstcpip.h>
 
 namespace platform {
 

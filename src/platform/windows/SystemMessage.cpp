@@ -2,8 +2,9 @@
 
 #include "platform/windows/Ansi.h"
 
-#include <array>
 #include <windows.h>
+
+#include <array>
 
 namespace platform {
 

@@ -4,10 +4,11 @@
 
 #include <QDir>
 
+#include <windows.h>
+
 #include <algorithm>
 #include <limits>
 #include <string>
-#include <windows.h>
 
 namespace platform {
 

@@ -7,10 +7,11 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <windows.h>
+
 #include <array>
 #include <psapi.h>
 #include <tlhelp32.h>
-#include <windows.h>
 
 namespace platform {
 

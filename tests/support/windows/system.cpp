@@ -1,0 +1,13 @@
+#include "support/system.h"
+
+#include <winsock2.h>
+
+void finishSending(qintptr socket)
+{
+    shutdown(static_cast<SOCKET>(socket), SD_SEND);
+}
+
+qsizetype heapInUse()
+{
+    return 0;
+}
