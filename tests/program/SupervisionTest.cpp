@@ -60,9 +60,10 @@ protected:
     }
     QString replayFolder() const
     {
-        const auto element = platform::XmlDocument::parse(options())->findFirst("ReplaysPath");
+        auto document = platform::XmlDocument::parse(options());
+        const auto element = document ? document->findFirst("ReplaysPath") : std::nullopt;
         // Wine shows the root folder as this drive.
-        return element->text().replace(u"Z:"_s, QString()).replace(u'\\', u'/');
+        return element.value().text().replace(u"Z:"_s, QString()).replace(u'\\', u'/');
     }
     QByteArray options() const { return game.read(u"ZebekSuiteOptions.xml"_s); }
     pid_t toolId() { return static_cast<pid_t>(game.tool().processId()); }
