@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstring>
 #include <libxml/encoding.h>
+#include <mutex>
 
 namespace platform {
 
@@ -52,35 +53,34 @@ int fromUtf8(unsigned char *out, int *outLength, const unsigned char *in, int *i
     }
     int written = 0;
     int taken = 0;
-    int result = 0;
-    while (taken < *inLength && written < *outLength) {
+    bool known = true;
+    while (known && taken < *inLength && written < *outLength) {
         const int length = utf8Length(in[taken]);
         if (taken + length > *inLength) {
             break; // the rest comes with the next call
         }
         const QByteArray byte =
             toCodePage(QString::fromUtf8(reinterpret_cast<const char *>(in + taken), length));
-        if (byte == "?" && in[taken] != '?') {
-            result = NotInCodePage;
-            break;
+        known = byte != "?" || in[taken] == '?';
+        if (known) {
+            out[written++] = static_cast<unsigned char>(byte.front());
+            taken += length;
         }
-        out[written++] = static_cast<unsigned char>(byte.front());
-        taken += length;
     }
     *outLength = written;
     *inLength = taken;
-    return result == 0 ? written : result;
+    return known ? written : NotInCodePage;
 }
 
 } // namespace
 
 void registerXmlCodePage()
 {
-    static const bool registered = [] {
+    static std::once_flag registered;
+    std::call_once(registered, [] {
         xmlNewCharEncodingHandler("WINDOWS-1252", toUtf8, fromUtf8);
-        return xmlAddEncodingAlias("WINDOWS-1252", "CP1252") == 0;
-    }();
-    static_cast<void>(registered);
+        xmlAddEncodingAlias("WINDOWS-1252", "CP1252");
+    });
 }
 
 } // namespace platform

@@ -4,6 +4,7 @@
 #include "support/gameFiles.h"
 
 #include <csignal>
+#include <stdexcept>
 #include <sys/types.h>
 
 const QString Tool = u"ZebekSuite.exe"_s;
@@ -31,6 +32,21 @@ static void setCommand(QProcess &process, const QString &program, const QStringL
 bool waitUntil(const std::function<bool()> &condition, int milliseconds)
 {
     return QTest::qWaitFor(condition, milliseconds);
+}
+
+platform::WindowHandle waitForWindow(platform::LinuxWindows &windows, const QString &caption)
+{
+    platform::WindowHandle found = 0;
+    const auto appears = [&] {
+        for (const platform::WindowHandle window : windows.topLevel()) {
+            found = windows.caption(window, 100) == caption ? window : found;
+        }
+        return found != 0;
+    };
+    if (!waitUntil(appears, StartMilliseconds)) {
+        throw std::runtime_error("no window " + caption.toStdString());
+    }
+    return found;
 }
 
 void signalProcess(Pid process, int signal)
@@ -66,6 +82,12 @@ GameDirectory::~GameDirectory()
     for (const Pid server : servers()) {
         signalProcess(server, SIGKILL);
     }
+}
+
+QString GameDirectory::pathOfTool(const QString &name) const
+{
+    // Wine shows the root folder as this drive.
+    return isNative(Program::Tool) ? path(name) : u"Z:"_s + path(name).replace(u'/', u'\\');
 }
 
 QByteArray GameDirectory::read(const QString &name) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/LinuxWindows.h"
+
 #include <QtTest/QtTest>
 
 #include <functional>
@@ -28,6 +30,8 @@ public:
     ~GameDirectory();
 
     QString path(const QString &name = {}) const { return m_directory.filePath(name); }
+    /// The same as the tool knows it.
+    QString pathOfTool(const QString &name) const;
     QByteArray read(const QString &name) const;
     QByteArray errorLog() const { return read(u"ZEBEK_Error.xml"_s); }
     /// Writes the tool's options; the server's switches make it log to "events.log".
@@ -56,5 +60,10 @@ private:
 };
 
 void signalProcess(Pid process, int signal);
+/// Long enough for a busy machine to start a program with a window.
+constexpr int StartMilliseconds = 15000;
+
+/// The window of that caption, once it is there; throws when it does not come.
+platform::WindowHandle waitForWindow(platform::LinuxWindows &windows, const QString &caption);
 /// Runs the event loop until the condition holds; false when it does not within the time.
 bool waitUntil(const std::function<bool()> &condition, int milliseconds);

@@ -1,4 +1,3 @@
-#include "platform/linux/LinuxWindows.h"
 #include "program/GameDirectory.h"
 
 #include <QTcpSocket>
@@ -11,22 +10,14 @@ static QByteArray ask(const QByteArray &request)
     socket.connectToHost(u"127.0.0.1"_s, 80);
     socket.waitForConnected();
     socket.write(request);
-    EXPECT_TRUE(waitUntil([&] { return socket.state() == QTcpSocket::UnconnectedState; }, 15000));
+    EXPECT_TRUE(waitUntil([&] { return socket.state() == QTcpSocket::UnconnectedState; },
+                          StartMilliseconds));
     return socket.readAll();
 }
 
 static QByteArray post(const QByteArray &target, const QByteArray &fields)
 {
     return ask("POST " + target + " HTTP/1.1\r\nHost: a\r\n\r\nUserName=a&PW=secret&" + fields);
-}
-
-static void closeWindow(platform::LinuxWindows &windows, const QString &caption)
-{
-    for (const platform::WindowHandle window : windows.topLevel()) {
-        if (windows.caption(window, 100) == caption) {
-            windows.postClose(window);
-        }
-    }
 }
 
 /// In a browser's place: the status page, and the administration from the stop of the server on.
@@ -39,13 +30,14 @@ TEST(WebSite, ShowsTheServerAndChangesTheFilesOfTheToolAndTheGame)
                       "</ServerStartupTimeout>",
                       "-server-name Public");
     game.startTool();
-    ASSERT_TRUE(waitUntil([&] { return game.events("query") > 1; }, 30000));
-    EXPECT_TRUE(waitUntil(
-        [] { return ask("GET / HTTP/1.1\r\nHost: a\r\n\r\n").contains(">Public</td>"); }, 15000));
+    ASSERT_TRUE(waitUntil([&] { return game.events("query") > 1; }, StartMilliseconds));
+    EXPECT_TRUE(
+        waitUntil([] { return ask("GET / HTTP/1.1\r\nHost: a\r\n\r\n").contains(">Public</td>"); },
+                  StartMilliseconds));
 
     EXPECT_TRUE(post("/UpdateAdminServerControlConfig", "SubmitType=Stop+Server")
                     .contains("Process stop successful"));
-    EXPECT_TRUE(waitUntil([&] { return game.server() == 0; }, 15000));
+    EXPECT_TRUE(waitUntil([&] { return game.server() == 0; }, StartMilliseconds));
     EXPECT_TRUE(
         post("/UpdateAdminServerOptionsConfig", "Synch=7&JoinPort=8&AnnouncePort=9&RecordGame=on")
             .contains("Configuration Updated"));
@@ -59,8 +51,8 @@ TEST(WebSite, ShowsTheServerAndChangesTheFilesOfTheToolAndTheGame)
     EXPECT_TRUE(post("/UpdateAdminReplaysConfig", "ReplayCount=7").contains("Configuration"));
 
     platform::LinuxWindows windows;
-    closeWindow(windows, u"Zebek Suite"_s);
-    ASSERT_TRUE(game.tool().waitForFinished(15000));
+    windows.postClose(waitForWindow(windows, u"Zebek Suite"_s));
+    ASSERT_TRUE(game.tool().waitForFinished(StartMilliseconds));
     EXPECT_EQ(game.tool().exitCode(), 0);
     EXPECT_TRUE(game.read(u"ZebekSuiteOptions.xml"_s).contains("<ReplayCount>7</ReplayCount>"));
     EXPECT_EQ(game.errorLog(), QByteArray());

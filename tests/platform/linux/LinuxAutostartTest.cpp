@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxAutostart.h"
 
+#include "platform/SystemMessage.h"
 #include "support/ToolTest.h"
 
 using LinuxAutostartTest = ToolTest;
@@ -8,6 +9,7 @@ TEST_F(LinuxAutostartTest, ItIsADesktopEntry)
 {
     platform::LinuxAutostart autostart(fake.files, path(u"autostart"_s));
     EXPECT_EQ(autostart.query(), 2U);
+    EXPECT_EQ(platform::systemMessage(2), u"No such file or directory"_s);
     EXPECT_EQ(autostart.remove(), 2U);
     EXPECT_EQ(autostart.write(u"/games/Ghost \"R\" $x 50%\\ü/ZebekSuite.exe"_s), 0U);
     EXPECT_EQ(autostart.query(), 0U);
