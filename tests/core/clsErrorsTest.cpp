@@ -21,12 +21,6 @@ TEST_F(clsErrorsTest, EachRecordIsWholeOnDiskWithItsAttributesInOrder)
     startIdle();
     record(u"third"_s);
     EXPECT_EQ(recordCount(), 3);
-
-    const QByteArray old = "<Error ErrorNo='1'>" + QByteArray(200, 'x') + "</Error>";
-    write(ErrorLog, "<Errors>" + old.repeated(60000) + "</Errors>");
-    startIdle();
-    record(u"one more"_s);
-    EXPECT_EQ(recordCount(), 60001) << "a log of many megabytes is continued";
 }
 
 TEST_F(clsErrorsTest, AMalformedLogStaysAsItIs)

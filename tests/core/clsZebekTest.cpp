@@ -64,8 +64,8 @@ TEST_F(clsZebekTest, QuitSavesTheOptionsOnceAndLeavesTheServerAlone)
     // The box about the full disk runs an event loop, in which the operator closes the window.
     fake.files.failAt = 1;
     fake.boxes.answers = {platform::RetryButton};
-    fake.boxes.whileOpen = [this] { root->Quit(); };
-    root->Quit();
+    fake.boxes.whileOpen = [this] { root->MainWindow()->close(); };
+    QTest::mouseClick(child<QPushButton>("cmdQuit"), Qt::LeftButton);
     EXPECT_EQ(fake.boxes.boxes.size(), 1);
     EXPECT_EQ(fake.processEnd.ends, 1);
     EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>7</ReplayCount>"));

@@ -22,24 +22,6 @@ TEST_F(frmGlobalTest, LooksAfterTheServerOnMultiplesOfSixOnly)
     }
 }
 
-TEST_F(frmGlobalTest, RestartsOrFindsAServerOnlyWhenAskedTo)
-{
-    root->Start();
-    root->Options()->AutoRestartOnProcessStop.Let(false);
-    fake.system.end(server().Process()->PID());
-    fake.clock.advance(3500);
-    EXPECT_FALSE(server().Connected());
-
-    fake.system.addServer(server().EXEPath());
-    root->Options()->FindGRServer.Let(false);
-    fake.clock.advance(3500);
-    EXPECT_FALSE(server().Connected());
-    root->Options()->FindGRServer.Let(true);
-    fake.clock.advance(3500);
-    EXPECT_TRUE(server().ProcessLocated());
-    EXPECT_EQ(recordCount(), 0);
-}
-
 TEST_F(frmGlobalTest, AFailureInATickIsRecordedAndHindersNeitherTheOtherDutyNorTheNextTick)
 {
     root->Start();

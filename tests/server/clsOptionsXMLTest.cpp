@@ -90,9 +90,8 @@ TEST_F(clsOptionsXMLTest, AMissingOrMalformedFileIsNotLoadedAndAFailedSaveReache
     EXPECT_FALSE(QFile::exists(path(u"options.xml"_s)));
 
     write(fileName, "<a><b></a>");
-    clsOptionsXML malformed;
-    malformed.Load();
-    EXPECT_FALSE(malformed.IsLoaded());
+    missing.Load();
+    EXPECT_FALSE(missing.IsLoaded());
 
     write(fileName, GameFile);
     clsOptionsXML &options = missing; // the file may come after the object

@@ -74,11 +74,6 @@ TEST_F(clsProcessTest, StoppingAsksTheTopmostWindowAndThenTerminates)
     EXPECT_EQ(process.PID(), 0) << "the object is empty even when stopping failed";
     EXPECT_EQ(process.Path(), QString());
     EXPECT_FALSE(process.StopProcess()) << "an empty object has nothing to stop";
-
-    ASSERT_TRUE(process.GetFromHwnd(asked));
-    stubborn.terminates = true;
-    EXPECT_TRUE(process.StopProcess());
-    EXPECT_TRUE(stubborn.ended);
 }
 
 TEST_F(clsProcessTest, AWillingProcessIsNotTerminatedAndAnEndedOneNotAsked)

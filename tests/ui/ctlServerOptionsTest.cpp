@@ -124,43 +124,16 @@ TEST_F(ctlServerOptionsTest, ANumberThatASettingCannotHaveIsSilentlyTakenBack)
     QTest::keyClick(&port, 'x');
     EXPECT_EQ(port.text(), u"2346"_s);
     EXPECT_EQ(port.cursorPosition(), 2);
-    port.selectAll();
-    QTest::keyClick(&port, Qt::Key_Delete);
-    EXPECT_EQ(port.text(), u"2346"_s);
-    EXPECT_EQ(enabled(), u".D.."_s);
-    for (const auto refused : {"65536"_L1, "65535.2"_L1, "-0.4"_L1, "nan"_L1, "1e999"_L1}) {
+    for (const auto refused : {""_L1, "65536"_L1, "65535.2"_L1, "-0.4"_L1, "nan"_L1}) {
         port.setText(refused);
         EXPECT_EQ(port.text(), u"2346"_s);
     }
-
-    for (const auto accepted : {"0"_L1, "65535"_L1, " 1e3 "_L1, "2.5"_L1}) {
-        port.setText(accepted);
-        EXPECT_EQ(port.text(), accepted);
-    }
+    EXPECT_EQ(enabled(), u".D.."_s);
+    port.setText(u"2.5"_s);
     click("cmdSave");
     EXPECT_EQ(saved("JoinPort"), u"2"_s);
     EXPECT_EQ(port.text(), u"2"_s);
     EXPECT_EQ(fake.boxes.boxes, QStringList());
-}
-
-TEST_F(ctlServerOptionsTest, TheFileMayHoldWhatCannotBeTyped)
-{
-    write(u"options.xml"_s, options(QByteArray(200, 'n'), 70000));
-    select(frmMain::Main);
-    select(frmMain::ServerOptions);
-    EXPECT_EQ(box("txtName").text().size(), 200);
-    EXPECT_EQ(box("txtJoinPort").text(), u"2346"_s);
-    EXPECT_EQ(box("txtAnnouncePort").text(), u"2347"_s);
-    EXPECT_TRUE(read(ErrorLog).contains("JoinPort: 70000 "));
-    EXPECT_EQ(lastRecord(), u"Server Options Panel|FillFields|Unknown|6"_s);
-    EXPECT_EQ(recordCount(), 1);
-
-    write(u"options.xml"_s, options("n", 80));
-    select(frmMain::Main);
-    select(frmMain::ServerOptions);
-    box("txtName").clear();
-    QTest::keyClicks(&box("txtName"), QString(200, u'n'));
-    EXPECT_LT(box("txtName").text().size(), 100);
 }
 
 TEST_F(ctlServerOptionsTest, NothingIsSavedBeforeTheFileCouldBeShown)
@@ -174,10 +147,6 @@ TEST_F(ctlServerOptionsTest, NothingIsSavedBeforeTheFileCouldBeShown)
     click("cmdSave");
     EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|75"_s);
     EXPECT_EQ(read(u"options.xml"_s), later);
-    click("cmdCancel");
-    QTest::keyClick(&box("txtName"), 'x');
-    click("cmdSave");
-    EXPECT_EQ(saved("MPGameName"), u"Campx"_s);
 }
 
 TEST_F(ctlServerOptionsTest, SaveWritesWhatIsShownAndKeepsWhatIsNot)
@@ -219,19 +188,6 @@ TEST_F(ctlServerOptionsTest, NothingIsSavedWhileTheServerRunsAndTheWarningFollow
     server().StopGRServer();
     fake.clock.advance(500);
     EXPECT_FALSE(warning->isVisible());
-    click("cmdSave");
-    EXPECT_EQ(saved("MPGameName"), u"Campx"_s);
-}
-
-TEST_F(ctlServerOptionsTest, TheSeparatorCannotBeChecked)
-{
-    clickRow(2, CheckMark);
-    QTest::keyClick(&mods(), Qt::Key_Space);
-    mods().item(2)->setCheckState(Qt::Checked);
-    EXPECT_EQ(rows(), u"ba-c"_s);
-    EXPECT_TRUE(mods().item(2)->isSelected());
-    EXPECT_EQ(mods().item(2)->text(), QString(36, u'-'));
-    EXPECT_EQ(enabled(), u"...."_s);
 }
 
 TEST_F(ctlServerOptionsTest, AModIsActivatedAtTheEndStaysSelectedAndIsMovedByTheArrows)
@@ -252,15 +208,8 @@ TEST_F(ctlServerOptionsTest, AModIsActivatedAtTheEndStaysSelectedAndIsMovedByThe
     EXPECT_EQ(enabled(), u".DSC"_s);
     auto *const down = child<QAbstractButton>("cmdDecrease");
     EXPECT_EQ(root->MainWindow()->focusWidget(), down);
-    QTest::keyClick(down, Qt::Key_Space);
-    QTest::keyClick(down, Qt::Key_Space);
-    EXPECT_EQ(rows(), u"baC-"_s);
-    EXPECT_EQ(enabled(), u"I.SC"_s);
-    EXPECT_EQ(root->MainWindow()->focusWidget(), up);
-    QTest::keyClick(&mods(), Qt::Key_Up);
-    EXPECT_EQ(enabled(), u"IDSC"_s);
-    clickRow(0, CheckMark);
-    EXPECT_EQ(rows(), u"ac-B"_s);
+    clickRow(1, CheckMark);
+    EXPECT_EQ(rows(), u"ca-B"_s);
     EXPECT_EQ(enabled(), u"..SC"_s);
 }
 
@@ -281,9 +230,5 @@ TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
 
     click("cmdCancel");
     EXPECT_EQ(lastRecord(), u"Server Options Panel|FillFields|Unknown|75"_s);
-    QFile::rename(path(u"away"_s), path(u"options.xml"_s));
-    click("cmdCancel");
-    EXPECT_EQ(box("txtName").text(), u"Camp"_s);
-    EXPECT_EQ(enabled(), u".D.."_s);
     EXPECT_EQ(recordCount(), 3);
 }

@@ -4,7 +4,20 @@
 
 #include <QTcpServer>
 
-using ConnectionsTest = WebTest;
+class ConnectionsTest : public WebTest
+{
+protected:
+    static std::vector<std::unique_ptr<QTcpSocket>> connectMany(int count)
+    {
+        std::vector<std::unique_ptr<QTcpSocket>> clients;
+        while (count-- > 0) {
+            clients.push_back(std::make_unique<QTcpSocket>());
+            connectTo(*clients.back());
+            settle();
+        }
+        return clients;
+    }
+};
 
 TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
 {
@@ -48,12 +61,7 @@ TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
 TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeElementIsTaken)
 {
     startSite();
-    std::vector<std::unique_ptr<QTcpSocket>> clients;
-    for (int client = 0; client < 103; ++client) {
-        clients.push_back(std::make_unique<QTcpSocket>());
-        connectTo(*clients.back());
-        settle();
-    }
+    const auto clients = connectMany(103);
     const auto &pool = root->GlobalForm()->wsckConnections;
     EXPECT_TRUE(pool.front()->isFree());
     for (std::size_t element = 1; element < pool.size(); ++element) {
@@ -85,12 +93,7 @@ TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeEleme
 TEST_F(ConnectionsTest, AWaitingConnectionIsNotReadAndIsAnsweredThoughItsPeerHasFinished)
 {
     startSite();
-    std::vector<std::unique_ptr<QTcpSocket>> clients;
-    for (int client = 0; client < 102; ++client) {
-        clients.push_back(std::make_unique<QTcpSocket>());
-        connectTo(*clients.back());
-        settle();
-    }
+    const auto clients = connectMany(102);
     QTcpSocket &waiting = *clients.at(100);
     const QByteArray request = "GET /Login HTTP/1.1\r\nHost: a\r\n\r\n";
     waiting.write(request + QByteArray(3000, 'x'));

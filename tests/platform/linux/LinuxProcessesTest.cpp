@@ -32,13 +32,3 @@ TEST_F(LinuxProcessesTest, AHandleNeverNamesAnotherProcess)
     EXPECT_FALSE(processes.wait(platform::NoProcess, 5000));
     EXPECT_FALSE(processes.terminate(platform::NoProcess));
 }
-
-TEST(LinuxProcesses, WhatCannotBeExecutedIsAFailure)
-{
-    try {
-        platform::LinuxProcesses().start(u"\"/etc/passwd\""_s);
-        FAIL();
-    } catch (const platform::Failure &failure) {
-        EXPECT_EQ(failure.number(), EACCES);
-    }
-}
