@@ -134,10 +134,9 @@ void RunOnStartupSetting::Ex(bool value) const
     SetRunOnStartup(value);
 }
 
-clsOptions::clsOptions(bool xmlAvailable)
+clsOptions::clsOptions()
     : ReplayFolder("AdminReplays", defaultReplayFolder()),
-      m_path(gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.xml")),
-      m_xmlAvailable(xmlAvailable)
+      m_path(gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.xml"))
 {
     if (m_xmlAvailable) {
         Load();

@@ -31,7 +31,7 @@ public:
     /// Loads the file. A value that cannot be converted is shown with Retry and Cancel; Cancel
     /// leaves the settings not yet read at the values below. Without an XML library all stay so,
     /// and nothing will be saved.
-    explicit clsOptions(bool xmlAvailable = platform::XmlDocument::libraryAvailable());
+    clsOptions();
 
     /// Writes the file whole. A file that could not be read, or not to its end, when the settings
     /// were loaded is first copied under another name. A failure is shown with Retry and Cancel.
@@ -84,7 +84,7 @@ private:
     /// What the file said; it is only carried over.
     Setting<bool> m_autoRunInFile{NoPage};
     QString m_path;
-    bool m_xmlAvailable;
+    const bool m_xmlAvailable = platform::XmlDocument::libraryAvailable();
     /// The file holds what was not loaded and would be lost by saving.
     bool m_fileUnread = false;
 };

@@ -29,7 +29,7 @@ frmGlobal::frmGlobal()
       tmrHeartbeat(gRoot->Machine().clock, [this] { tmrHeartbeat_Timer(); }),
       tmrReplays(gRoot->Machine().clock), wsckNewConnections(std::make_unique<Listener>())
 {
-    frmGlobal::LoadConnection(0);
+    LoadConnection(0);
     QObject::connect(wsckNewConnections.get(), &QTcpServer::newConnection,
                      [this] { wsckNewConnections_ConnectionRequest(); });
 }

@@ -55,11 +55,9 @@ public:
     /// on.
     std::array<std::unique_ptr<ConnectionSocket>, 101> wsckConnections;
 
-protected:
-    /// Makes one element of the pool. Throws when the system has no more of what it takes.
-    virtual void LoadConnection(std::size_t index);
-
 private:
+    /// Makes one element of the pool. Throws when the system has no more of what it takes.
+    void LoadConnection(std::size_t index);
     void Listen(std::int32_t port);
     void SuperviseServer();
 

@@ -1,8 +1,8 @@
 #include "platform/DesktopMessageBoxes.h"
 #include "platform/Machine.h"
 #include "platform/SystemClock.h"
+#include "platform/SystemFiles.h"
 #include "platform/linux/LinuxAutostart.h"
-#include "platform/linux/LinuxFiles.h"
 #include "platform/linux/LinuxProcessEnd.h"
 #include "platform/linux/LinuxProcesses.h"
 #include "platform/linux/LinuxWindows.h"
@@ -12,7 +12,7 @@ namespace platform {
 const Machine &nativeMachine()
 {
     static SystemClock clock;
-    static LinuxFiles files;
+    static SystemFiles files;
     static LinuxAutostart autostart(files);
     static DesktopMessageBoxes messageBoxes;
     static LinuxProcessEnd processEnd;

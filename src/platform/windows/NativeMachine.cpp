@@ -1,8 +1,8 @@
 #include "platform/DesktopMessageBoxes.h"
 #include "platform/Machine.h"
 #include "platform/SystemClock.h"
+#include "platform/SystemFiles.h"
 #include "platform/windows/WindowsAutostart.h"
-#include "platform/windows/WindowsFiles.h"
 #include "platform/windows/WindowsProcessEnd.h"
 #include "platform/windows/WindowsProcesses.h"
 #include "platform/windows/WindowsWindows.h"
@@ -13,7 +13,7 @@ const Machine &nativeMachine()
 {
     static WindowsAutostart autostart;
     static SystemClock clock;
-    static WindowsFiles files;
+    static SystemFiles files;
     static DesktopMessageBoxes messageBoxes;
     static WindowsProcessEnd processEnd;
     static WindowsProcesses processes;

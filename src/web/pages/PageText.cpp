@@ -6,6 +6,7 @@
 #include "platform/CodePage.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 /// The texts are in a static library, which nobody else makes register them.
 static void registerTexts()
@@ -49,23 +50,28 @@ QString hiddenField(const char *name, const QString &value)
         .arg(QLatin1String(name), value);
 }
 
+/// The text of that name with what its placeholders stand for.
+QString resource(const QString &name)
+{
+    static const QRegularExpression placeholder(QStringLiteral("\\{(menu|include):([^}]*)\\}\\n?"));
+    QFile file(QStringLiteral(":/pages/%1.html").arg(name));
+    file.open(QIODevice::ReadOnly);
+    QString text = platform::fromCodePage(file.readAll());
+    for (auto found = placeholder.match(text); found.hasMatch(); found = placeholder.match(text)) {
+        const QString argument = found.captured(2);
+        text.replace(found.capturedStart(), found.capturedLength(),
+                     found.captured(1) == u"menu" ? menu(argument) : resource(argument));
+    }
+    return text;
+}
+
 } // namespace
 
 QString text(int number)
 {
     static const bool registered = (registerTexts(), true);
     Q_UNUSED(registered)
-    QFile file(QStringLiteral(":/pages/%1.html").arg(number));
-    file.open(QIODevice::ReadOnly);
-    QString text = platform::fromCodePage(file.readAll());
-    const QString opening = QStringLiteral("{menu:");
-    const qsizetype start = text.indexOf(opening);
-    if (start >= 0) {
-        const qsizetype name = start + opening.size();
-        const qsizetype end = text.indexOf(u'}', name);
-        text.replace(start, end + 1 - start, menu(text.mid(name, end - name)));
-    }
-    return text;
+    return resource(QString::number(number));
 }
 
 QString credentialFields()

@@ -25,7 +25,8 @@ inline constexpr std::array<MenuEntry, 7> Menu{{
 }};
 
 /// One of the numbered texts in the folder "resources". "{menu:Main}" in it stands for the menu's
-/// buttons, Main being the page that is shown, the end of its form and the opening of the content.
+/// buttons, Main being the page that is shown, the end of its form and the opening of the content;
+/// a line "{include:name}" stands for the text of that name.
 QString text(int number);
 
 /// The hidden fields with the administrator's name and password that begin every form.

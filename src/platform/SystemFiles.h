@@ -4,7 +4,7 @@
 
 namespace platform {
 
-class LinuxFiles final : public Files
+class SystemFiles final : public Files
 {
 public:
     void remove(const QString &path) override;

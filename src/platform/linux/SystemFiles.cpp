@@ -1,4 +1,4 @@
-#include "platform/linux/LinuxFiles.h"
+#include "platform/SystemFiles.h"
 
 #include "platform/linux/SystemFailure.h"
 
@@ -83,14 +83,14 @@ std::optional<mode_t> permissionsOf(const QString &path)
 
 } // namespace
 
-void LinuxFiles::remove(const QString &path)
+void SystemFiles::remove(const QString &path)
 {
     if (::unlink(QFile::encodeName(path).constData()) != 0 && errno != ENOENT) {
         fail(path);
     }
 }
 
-void LinuxFiles::create(const QString &path, const QByteArray &content, const QString &like)
+void SystemFiles::create(const QString &path, const QByteArray &content, const QString &like)
 {
     const std::optional<mode_t> mode = permissionsOf(like);
     const Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL, mode.value_or(UsualPermissions));
@@ -100,19 +100,19 @@ void LinuxFiles::create(const QString &path, const QByteArray &content, const QS
     file.write(content);
 }
 
-void LinuxFiles::flush(const QString &path)
+void SystemFiles::flush(const QString &path)
 {
     Descriptor(path, O_RDONLY).flush();
 }
 
-void LinuxFiles::rename(const QString &from, const QString &to)
+void SystemFiles::rename(const QString &from, const QString &to)
 {
     if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
         fail(to);
     }
 }
 
-void LinuxFiles::flushFolder(const QString &path)
+void SystemFiles::flushFolder(const QString &path)
 {
     Descriptor(path, O_RDONLY | O_DIRECTORY).flush();
 }

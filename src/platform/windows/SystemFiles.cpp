@@ -1,4 +1,4 @@
-#include "platform/windows/WindowsFiles.h"
+#include "platform/SystemFiles.h"
 
 #include "platform/windows/SystemFailure.h"
 
@@ -64,7 +64,7 @@ private:
 
 } // namespace
 
-void WindowsFiles::remove(const QString &path)
+void SystemFiles::remove(const QString &path)
 {
     if (DeleteFileW(wide(path).c_str()) == 0 && GetLastError() != ERROR_FILE_NOT_FOUND) {
         throw lastFailure(path);
@@ -72,17 +72,17 @@ void WindowsFiles::remove(const QString &path)
 }
 
 /// The permissions are those that the folder gives its files, as they are for `like`.
-void WindowsFiles::create(const QString &path, const QByteArray &content, const QString & /*like*/)
+void SystemFiles::create(const QString &path, const QByteArray &content, const QString & /*like*/)
 {
     OpenFile(path, CREATE_NEW).write(content);
 }
 
-void WindowsFiles::flush(const QString &path)
+void SystemFiles::flush(const QString &path)
 {
     OpenFile(path, OPEN_EXISTING).flush();
 }
 
-void WindowsFiles::rename(const QString &from, const QString &to)
+void SystemFiles::rename(const QString &from, const QString &to)
 {
     if (MoveFileExW(wide(from).c_str(), wide(to).c_str(),
                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
@@ -91,6 +91,6 @@ void WindowsFiles::rename(const QString &from, const QString &to)
 }
 
 /// Nothing is left to do: the renaming itself waits until it is on the disk.
-void WindowsFiles::flushFolder(const QString & /*path*/) {}
+void SystemFiles::flushFolder(const QString & /*path*/) {}
 
 } // namespace platform
