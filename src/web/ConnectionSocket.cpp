@@ -30,21 +30,21 @@ void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
     m_socket.reset(connection.release());
     m_answered = false;
     m_socket->setReadBufferSize(LargestRequest);
-    if (m_socket->bytesAvailable() > 0) {
-        m_socket->waitForReadyRead(0); // it has waited for a free element: the rest is there
-    }
     connect(m_socket.get(), &QTcpSocket::readyRead, this, &ConnectionSocket::received);
     connect(m_socket.get(), &QTcpSocket::bytesWritten, this, &ConnectionSocket::written);
     connect(m_socket.get(), &QTcpSocket::errorOccurred, this, &ConnectionSocket::close);
     connect(m_socket.get(), &QTcpSocket::disconnected, this, &ConnectionSocket::close);
-    if (m_socket->bytesAvailable() > 0 || m_socket->state() != QAbstractSocket::ConnectedState) {
+    if (m_socket->state() != QAbstractSocket::ConnectedState) {
         received(); // no signal will tell of what has happened before
     }
 }
 
-/// Nothing more is read before this is handled: the end of the connection, which would drop the
-/// answer, could overtake it. It is handled from the event loop, since a handler may show a message
-/// box: the box's own loop must not delete the socket while the socket's code is on the stack.
+/// Nothing more is read before this is handled and, if it is answered, ever: a peer that has said
+/// all it has to say may close its half of the connection, and reading that end would make
+/// QTcpSocket drop the answer. So its buffer is full from here on, which it must be told within its
+/// signal to stop reading at once. The data is handled from the event loop, since a handler may
+/// show a message box: the box's own loop must not delete the socket while the socket's code is on
+/// the stack.
 void ConnectionSocket::received()
 {
     m_socket->setReadBufferSize(m_socket->bytesAvailable());
@@ -62,13 +62,14 @@ void ConnectionSocket::arrived()
     if (m_socket && m_socket->state() != QAbstractSocket::ConnectedState) {
         close(); // no signal tells of what had ended before
     } else if (m_socket && !m_answered) {
+        m_socket->readAll();
         m_socket->setReadBufferSize(LargestRequest);
     }
 }
 
-QByteArray ConnectionSocket::takeData()
+QByteArray ConnectionSocket::data() const
 {
-    return m_socket ? m_socket->readAll() : QByteArray();
+    return m_socket ? m_socket->peek(m_socket->bytesAvailable()) : QByteArray();
 }
 
 void ConnectionSocket::send(const QByteArrayList &answer)
@@ -76,7 +77,6 @@ void ConnectionSocket::send(const QByteArrayList &answer)
     if (!m_socket || std::exchange(m_answered, true)) {
         return;
     }
-    stopReading();
     for (const QByteArray &part : answer) {
         m_socket->write(part);
     }
@@ -85,14 +85,6 @@ void ConnectionSocket::send(const QByteArrayList &answer)
         return;
     }
     m_socket->flush(); // what the handler does after the answer does not hold it up
-}
-
-/// A peer that has said all it has to say may close its half of the connection. Reading that end
-/// would make QTcpSocket drop the answer, so its buffer is kept full until the answer is sent.
-void ConnectionSocket::stopReading()
-{
-    m_socket->ungetChar('\0');
-    m_socket->setReadBufferSize(1);
 }
 
 void ConnectionSocket::written()

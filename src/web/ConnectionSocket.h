@@ -25,8 +25,8 @@ public:
     /// Takes a connection over, ending the one before.
     void accept(std::unique_ptr<QTcpSocket> connection);
 
-    /// Everything that has arrived so far.
-    QByteArray takeData();
+    /// Everything that has arrived since the last `dataArrival`.
+    QByteArray data() const;
     /// Sends the answer, one part after the other and none of them copied, and then closes. Nothing
     /// more is read from now on. Only the first answer on a connection counts.
     void send(const QByteArrayList &answer);
@@ -42,7 +42,6 @@ private:
     void received();
     void arrived();
     void written();
-    void stopReading();
     void dropUnread();
 
     Event m_dataArrival;

@@ -227,7 +227,7 @@ void clsWebSite::ParseRequest(ConnectionSocket &socket)
 {
     Trap(routine("ParseRequest"), [&] {
         clsWebServerRequest request;
-        request.ParseRequest(platform::fromCodePage(socket.takeData()));
+        request.ParseRequest(platform::fromCodePage(socket.data()));
         if (request.Method() == clsWebServerRequest::Get) {
             answerGet(request, socket);
         } else if (request.Method() == clsWebServerRequest::Post) {
