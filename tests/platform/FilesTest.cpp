@@ -42,6 +42,13 @@ protected:
         return count;
     }
 
+    /// To fail and to be killed. On Windows a death test runs from the beginning, with a folder of
+    /// its own, and so proves nothing about this one.
+#ifdef Q_OS_WIN
+    static constexpr int Ways = 1;
+#else
+    static constexpr int Ways = 2;
+#endif
     FailingFiles &files = fake.files;
     const QString file = u"settings.xml"_s;
 };
@@ -94,11 +101,11 @@ TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFi
         const QByteArray after = read(name);
         ASSERT_NE(after, before);
         ASSERT_GE(operations, 4);
-        for (int step = 0; step < 2 * operations; ++step) {
+        for (int step = 0; step < Ways * operations; ++step) {
             SCOPED_TRACE(name.toStdString() + ", step " + std::to_string(step));
             restartWith(name, before);
-            files.failAt = step / 2 + 1;
-            files.kills = step % 2 == 1;
+            files.failAt = step / Ways + 1;
+            files.kills = step % Ways == 1;
             const qsizetype reported = reportCount();
             if (files.kills) {
                 EXPECT_EXIT(run(), testing::ExitedWithCode(FailingFiles::Killed), "");

@@ -147,7 +147,7 @@ TEST_F(recordsTest, WithoutAReplayNothingHappensAndACopyThatCannotBeMadeIsRecord
 
     writeReplay(u"2004-03-15T21:07:09"_s);
     root->Replays()->ArchiveReplay(u"a/b"_s);
-    EXPECT_EQ(lastRecord(), u"clsReplays|ArchiveReplay|Root Object|2"_s);
+    EXPECT_TRUE(lastRecord().startsWith(u"clsReplays|ArchiveReplay|Root Object|"_s));
     root->Options()->ReplayFolder.Let(path(u"nowhere"_s));
     root->Replays()->ArchiveReplay(u"M"_s);
     EXPECT_EQ(lastRecord(), u"clsReplays|MaintainReplayDirectory|Root Object|75"_s);
@@ -155,6 +155,7 @@ TEST_F(recordsTest, WithoutAReplayNothingHappensAndACopyThatCannotBeMadeIsRecord
     root->Replays()->ArchiveReplay(u"M"_s);
     EXPECT_EQ(archive().size(), 1);
 
+#ifdef Q_OS_LINUX
     // The kernel tells a larger size of this file than it has, as if it changed during the reading.
     const QString replay = path(u"data/SAVE/replay/defaultreplay.rpf"_s);
     QFile::remove(replay);
@@ -163,6 +164,7 @@ TEST_F(recordsTest, WithoutAReplayNothingHappensAndACopyThatCannotBeMadeIsRecord
     root->Replays()->ArchiveReplay(u"N"_s);
     EXPECT_EQ(lastRecord(), u"clsReplays|ArchiveReplay|Root Object|75"_s);
     EXPECT_EQ(archive(), QStringList{u"2004_03_15_21_07_09_M_replay.rpf"_s});
+#endif
 }
 
 TEST_F(recordsTest, WhatHappensWhileTheFolderIsListedDoesNoHarm)

@@ -66,15 +66,16 @@ TEST_F(clsOptionsXMLTest, ReadsAndWritesTheFirstElementOfANameAndNothingElse)
 TEST_F(clsOptionsXMLTest, AReadOnlyFileBecomesWritableAndOtherwiseKeepsItsPermissions)
 {
     write(fileName, GameFile);
-    // What the user of this process may do is told beside it.
-    const QFile::Permissions user = QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
     const QFile::Permissions readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+    QFile::setPermissions(path(fileName), readable | QFile::WriteOwner);
+    const QFile::Permissions writable = QFile::permissions(path(fileName));
     QFile::setPermissions(path(fileName), readable);
+    ASSERT_NE(QFile::permissions(path(fileName)), writable);
     clsOptionsXML options;
-    EXPECT_EQ(QFile::permissions(path(fileName)) & ~user, readable | QFile::WriteOwner);
+    EXPECT_EQ(QFile::permissions(path(fileName)), writable);
     options.Load();
     options.Save();
-    EXPECT_EQ(QFile::permissions(path(fileName)) & ~user, readable | QFile::WriteOwner);
+    EXPECT_EQ(QFile::permissions(path(fileName)), writable);
 }
 
 TEST_F(clsOptionsXMLTest, AMissingOrMalformedFileIsNotLoadedAndAFailedSaveReachesTheCaller)

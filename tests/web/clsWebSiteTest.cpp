@@ -175,13 +175,17 @@ TEST_F(clsWebSiteTest, NoNameReachesAFileOutsideTheReplayFolder)
     for (const QString &folder : {u"Replays/inner"_s, u"Replays2"_s}) {
         QDir(directory.path()).mkpath(folder);
     }
-    for (const char *name : {"a.rpf", "inner/a.rpf", "NUL.rpf", "a.rpf:s", "con"}) {
-        writeReplay(QString::fromLatin1(name), "kept");
+    for (const auto name :
+         {"Replays/a.rpf"_L1, "Replays/inner/a.rpf"_L1, "a.rpf"_L1, "Replays2/a.rpf"_L1}) {
+        write(name, "kept");
     }
-    write(u"a.rpf"_s, "kept");
-    write(u"Replays2/a.rpf"_s, "kept");
+#ifndef Q_OS_WIN // where there are no such files
+    for (const auto name : {"NUL.rpf"_L1, "a.rpf:s"_L1, "con"_L1}) {
+        writeReplay(name, "kept");
+    }
     QFile::link(path(u"a.rpf"_s), path(u"Replays/out.rpf"_s));
     QFile::link(path(u"Replays2"_s), path(u"Replays/folder.rpf"_s));
+#endif
     const QString before = files();
     // clang-format off
     const QByteArray names[] = {
