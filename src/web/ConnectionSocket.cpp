@@ -48,20 +48,24 @@ void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
 void ConnectionSocket::received()
 {
     m_socket->setReadBufferSize(m_socket->bytesAvailable());
-    QMetaObject::invokeMethod(this, &ConnectionSocket::arrived, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, connection = QPointer(m_socket.get())] { arrived(connection); },
+        Qt::QueuedConnection);
 }
 
-void ConnectionSocket::arrived()
+void ConnectionSocket::arrived(const QPointer<QTcpSocket> &connection)
 {
-    if (!m_socket || m_answered) {
-        return; // told too late: of a connection that has ended, say
-    }
-    if (m_socket->bytesAvailable() > 0) {
+    // It may have ended, and the element may have the next one.
+    const auto waits = [&] { return connection && connection == m_socket.get() && !m_answered; };
+    if (waits() && m_socket->bytesAvailable() > 0) {
         m_dataArrival();
     }
-    if (m_socket && m_socket->state() != QAbstractSocket::ConnectedState) {
+    if (!waits()) {
+        return;
+    }
+    if (m_socket->state() != QAbstractSocket::ConnectedState) {
         close(); // no signal tells of what had ended before
-    } else if (m_socket && !m_answered) {
+    } else {
         m_socket->readAll();
         m_socket->setReadBufferSize(LargestRequest);
     }

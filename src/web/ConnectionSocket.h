@@ -40,7 +40,7 @@ private:
     };
 
     void received();
-    void arrived();
+    void arrived(const QPointer<QTcpSocket> &connection);
     void written();
     void dropUnread();
 

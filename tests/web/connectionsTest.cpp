@@ -73,7 +73,8 @@ TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeEleme
         settle();
         EXPECT_EQ(clients.at(waiting)->bytesAvailable(), 0);
     }
-    clients.at(40)->abort(); // goes away without a word
+    clients.at(40)->write(request);
+    EXPECT_TRUE(ended(*clients.at(40)));
     EXPECT_TRUE(ended(*clients.at(100)));
     EXPECT_TRUE(ended(*clients.at(101)));
     settle();
@@ -143,9 +144,12 @@ TEST_F(ConnectionsTest, ASlowReaderGetsAllOfALargeFileAlsoWhenItHasClosedItsOwnH
     connectTo(slow);
     slow.write("GET /GETFILEsecret/large.rpf HTTP/1.1\r\nHost: a\r\n\r\n");
     slow.flush();
+#ifndef Q_OS_WIN // where QTcpSocket, which is the reader here, may then stop before the end
     finishSending(slow.socketDescriptor());
+#endif
     settle();
     EXPECT_TRUE(get("/Login").contains("logon")); // the others do not wait
+    slow.setReadBufferSize(0);
     QByteArray answer;
     const auto all = [&] {
         answer += slow.readAll();
