@@ -125,11 +125,15 @@ void ctlServerStatus::wsck_DataArrival()
 
 void ctlServerStatus::DataArrival(qint64 bytesTotal)
 {
+    QByteArray datagram(qMax<qint64>(bytesTotal, 0), '\0');
+    const qint64 length = wsck->readDatagram(datagram.data(), datagram.size());
+    if (length < 0) {
+        return; // Windows tells in this way that nobody listens at the other end
+    }
     m_status = ServerQueryStatus::Responding;
     tmrRequestTimeout->setEnabled(false);
     Trap({"Server Status Control", "DataArrival", "None"}, [&] {
-        QByteArray datagram(qMax<qint64>(bytesTotal, 0), '\0');
-        datagram.truncate(qMax<qint64>(wsck->readDatagram(datagram.data(), datagram.size()), 0));
+        datagram.truncate(length);
         if (datagram.size() < ServerStatusReply::MinimumSize) {
             return;
         }
