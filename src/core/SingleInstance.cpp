@@ -36,6 +36,7 @@ bool SingleInstance::tellTheFirst() const
 {
     QLocalSocket socket;
     socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
-    socket.connectToServer(m_name);
+    // To listen is all that Windows allows to another user, and asks no more.
+    socket.connectToServer(m_name, QIODevice::ReadOnly);
     return socket.waitForConnected(ConnectMilliseconds);
 }

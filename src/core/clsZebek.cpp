@@ -44,7 +44,9 @@ QString rootDirectoryOf(const QString &programDirectory)
     if (config::DevelopmentPath && programDirectory.contains(sourceTree)) {
         return QStringLiteral(R"(C:\Program Files\_Games\Red Storm Entertainment\Ghost Recon\)");
     }
-    return programDirectory + QDir::separator();
+    return programDirectory.endsWith(QDir::separator()) // a drive's root
+               ? programDirectory
+               : programDirectory + QDir::separator();
 }
 
 } // namespace

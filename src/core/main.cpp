@@ -25,8 +25,8 @@ void bringToFront()
     }
 }
 
-/// When the display goes away, Qt ends the process with exit(), and no window is closed.
-void saveWithoutDisplay()
+/// When the desktop session ends or the display goes away, there is nobody to ask.
+void saveUnattended()
 {
     if (clsOptions *const options = gRoot->Options()) {
         options->SaveUnattended();
@@ -60,9 +60,10 @@ int main(int argc, char *argv[])
     static clsZebek root(machine, directory); // still there when exit() saves the options
     gRoot = &root;
     machine.processEnd.onRequest([] { gRoot->Quit(); });
-    // The end of the desktop session arrives as the end of the application.
-    QObject::connect(&application, &QApplication::aboutToQuit, [] { gRoot->Quit(); });
-    if (std::atexit(saveWithoutDisplay) != 0) {
+    // The end of the desktop session arrives as the end of the application; when the display goes
+    // away, Qt ends the process with exit().
+    QObject::connect(&application, &QApplication::aboutToQuit, saveUnattended);
+    if (std::atexit(saveUnattended) != 0) {
         qWarning("The settings cannot be saved if the display goes away.");
     }
 

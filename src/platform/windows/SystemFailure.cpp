@@ -6,11 +6,15 @@
 
 namespace platform {
 
-Failure lastFailure(const QString &what)
+Failure systemFailure(std::uint32_t code, const QString &what)
 {
-    const DWORD code = GetLastError();
     return {static_cast<int>(code),
             QStringLiteral("%1: %2").arg(what, systemMessage(code).trimmed())};
+}
+
+Failure lastFailure(const QString &what)
+{
+    return systemFailure(GetLastError(), what);
 }
 
 } // namespace platform

@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <aclapi.h>
 #include <algorithm>
 #include <limits>
 #include <string>
@@ -20,16 +21,62 @@ std::wstring wide(const QString &path)
     return QDir::toNativeSeparators(path).toStdWString();
 }
 
+/// Tries again while another program, a scanner or a backup, has the file open for a moment.
+template <typename Operation>
+bool persistently(Operation operation)
+{
+    constexpr int Attempts = 10;
+    constexpr DWORD PauseMilliseconds = 20;
+    for (int attempt = 1; !operation(); ++attempt) {
+        const DWORD code = GetLastError();
+        if (attempt == Attempts ||
+            (code != ERROR_SHARING_VIOLATION && code != ERROR_ACCESS_DENIED)) {
+            return false;
+        }
+        Sleep(PauseMilliseconds);
+    }
+    return true;
+}
+
+/// Who may do what with a file; nothing of it where there is no such file.
+class Permissions
+{
+public:
+    explicit Permissions(const QString &path)
+    {
+        if (GetNamedSecurityInfoW(wide(path).c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
+                                  nullptr, nullptr, nullptr, nullptr,
+                                  &m_attributes.lpSecurityDescriptor) != ERROR_SUCCESS) {
+            m_attributes.lpSecurityDescriptor = nullptr;
+        }
+    }
+
+    Permissions(const Permissions &) = delete;
+    Permissions &operator=(const Permissions &) = delete;
+    ~Permissions() { LocalFree(m_attributes.lpSecurityDescriptor); }
+
+    SECURITY_ATTRIBUTES *attributes()
+    {
+        return m_attributes.lpSecurityDescriptor != nullptr ? &m_attributes : nullptr;
+    }
+
+private:
+    SECURITY_ATTRIBUTES m_attributes{sizeof m_attributes, nullptr, FALSE};
+};
+
 /// An open file that is closed with the scope.
 class OpenFile
 {
 public:
-    OpenFile(const QString &path, DWORD disposition)
-        : m_handle(CreateFileW(wide(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                               disposition, FILE_ATTRIBUTE_NORMAL, nullptr)),
-          m_path(path)
+    OpenFile(const QString &path, DWORD disposition, SECURITY_ATTRIBUTES *permissions = nullptr)
+        : m_path(path)
     {
-        check(m_handle != INVALID_HANDLE_VALUE);
+        constexpr DWORD Shared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        check(persistently([&] {
+            m_handle = CreateFileW(wide(path).c_str(), GENERIC_WRITE, Shared, permissions,
+                                   disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+            return m_handle != INVALID_HANDLE_VALUE;
+        }));
     }
 
     OpenFile(const OpenFile &) = delete;
@@ -58,7 +105,7 @@ private:
         }
     }
 
-    HANDLE m_handle;
+    HANDLE m_handle = INVALID_HANDLE_VALUE;
     QString m_path;
 };
 
@@ -66,15 +113,17 @@ private:
 
 void SystemFiles::remove(const QString &path)
 {
-    if (DeleteFileW(wide(path).c_str()) == 0 && GetLastError() != ERROR_FILE_NOT_FOUND) {
+    const bool gone = persistently([&] {
+        return DeleteFileW(wide(path).c_str()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND;
+    });
+    if (!gone) {
         throw lastFailure(path);
     }
 }
 
-/// The permissions are those that the folder gives its files, as they are for `like`.
-void SystemFiles::create(const QString &path, const QByteArray &content, const QString & /*like*/)
+void SystemFiles::create(const QString &path, const QByteArray &content, const QString &like)
 {
-    OpenFile(path, CREATE_NEW).write(content);
+    OpenFile(path, CREATE_NEW, Permissions(like).attributes()).write(content);
 }
 
 void SystemFiles::flush(const QString &path)
@@ -84,8 +133,11 @@ void SystemFiles::flush(const QString &path)
 
 void SystemFiles::rename(const QString &from, const QString &to)
 {
-    if (MoveFileExW(wide(from).c_str(), wide(to).c_str(),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
+    const bool renamed = persistently([&] {
+        return MoveFileExW(wide(from).c_str(), wide(to).c_str(),
+                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    });
+    if (!renamed) {
         throw lastFailure(to);
     }
 }

@@ -36,6 +36,9 @@ std::uint32_t WindowsAutostart::query()
 
 std::uint32_t WindowsAutostart::write(const QString &program)
 {
+    if (!isAnsi(program)) {
+        return ERROR_NO_UNICODE_TRANSLATION;
+    }
     return withRunKey(KEY_ALL_ACCESS, [&](HKEY key) {
         const QByteArray command = toAnsi(program);
         return RegSetValueExA(key, ValueName, 0, REG_SZ,

@@ -30,14 +30,18 @@ ProcessId WindowsProcesses::start(const QString &commandLine)
     const QByteArray directory =
         toAnsi(QDir::toNativeSeparators(QFileInfo(program).absolutePath()));
     QByteArray text = toAnsi(commandLine); // the system may write into it
+    if (!isAnsi(commandLine)) {
+        throw systemFailure(ERROR_NO_UNICODE_TRANSLATION, commandLine);
+    }
 
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_SHOWNORMAL;
     PROCESS_INFORMATION process{};
-    if (CreateProcessA(nullptr, text.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                       directory.constData(), &startup, &process) == 0) {
+    // The server does not have the low priority that a task scheduler may have given to the tool.
+    if (CreateProcessA(nullptr, text.data(), nullptr, nullptr, FALSE, NORMAL_PRIORITY_CLASS,
+                       nullptr, directory.constData(), &startup, &process) == 0) {
         throw lastFailure(program);
     }
     CloseHandle(process.hThread);
@@ -71,7 +75,12 @@ bool WindowsProcesses::wait(ProcessHandle process, int milliseconds)
 
 bool WindowsProcesses::terminate(ProcessHandle process)
 {
-    return TerminateProcess(handleOf(process), 0) != 0;
+    constexpr int EndMilliseconds = 1000;
+    if (TerminateProcess(handleOf(process), 0) == 0) {
+        return wait(process, 0); // one that has ended by itself cannot be terminated
+    }
+    wait(process, EndMilliseconds); // so that a search for the server does not find it any more
+    return true;
 }
 
 std::optional<QString> WindowsProcesses::executablePath(ProcessHandle process)
