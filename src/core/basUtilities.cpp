@@ -33,6 +33,9 @@ bool isAddressPart(const QString &text)
 
 QString fnParseURLValue(const QString &text)
 {
+    if (!text.contains(u'%')) {
+        return text; // most are so, and spare the decoder
+    }
     PercentDecoder decoder(text);
     Trap({"Utilities", "fnParseURLValue", "None"}, [&] {
         if (!decoder.decode()) {

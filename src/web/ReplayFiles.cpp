@@ -24,7 +24,7 @@ constexpr Routine routine(const char *name)
 bool isPlainFileName(const QString &name)
 {
     // The quote and the angle brackets are wildcards to Windows, too.
-    static const QRegularExpression special(QStringLiteral(R"([/\\:*?"<>|]|\.\.)"));
+    static const QRegularExpression special(QStringLiteral(R"([/\\:*?"<>|])"));
     static const QRegularExpression device(
         QRegularExpression::anchoredPattern(
             QStringLiteral(R"((CON|PRN|AUX|NUL|CONIN\$|CONOUT\$|(COM|LPT)[0-9¹²³])\s*(\..*)?)")),

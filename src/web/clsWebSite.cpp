@@ -74,21 +74,18 @@ void SendRedirect(QString url, ConnectionSocket &socket)
     });
 }
 
-/// The file's whole content; nothing when it cannot be read.
-std::optional<QByteArray> SendFile(const QString &path)
+/// The file's whole content; empty when it cannot be read.
+QByteArray SendFile(const QString &path)
 {
-    return Trap(routine("SendFile"),
-                [&]() -> std::optional<QByteArray> { return platform::readFile(path); });
+    return Trap(routine("SendFile"), [&] { return platform::readFile(path); });
 }
 
 void SendHeaderWithFile(const char *contentType, ConnectionSocket &socket, const QString &path)
 {
     Trap(routine("SendHeaderWithFile"), [&] {
-        if (const std::optional<QByteArray> content = SendFile(path)) {
-            socket.send(
-                {"HTTP/1.1 200 OK" + LineEnd + "Content-Type: " + contentType + LineEnd + LineEnd,
-                 *content, LineEnd + LineEnd});
-        }
+        socket.send(
+            {"HTTP/1.1 200 OK" + LineEnd + "Content-Type: " + contentType + LineEnd + LineEnd,
+             SendFile(path), LineEnd + LineEnd});
     });
 }
 
