@@ -13,6 +13,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -72,6 +73,10 @@ void clsReplays::ArchiveReplay(const QString &Name)
         const QDateTime changed = entry.lastModified();
         if (m_released || !entry.isFile() || !changed.isValid()) {
             return;
+        }
+        if (Name.contains(QRegularExpression(QStringLiteral(R"([/\\:*?"<>|])")))) {
+            throw platform::Failure(platform::Failure::PathAccess,
+                                    Name + QStringLiteral(": No file can have this name"));
         }
         const QString target =
             gRoot->Options()->ReplayFolder() + QDir::separator() + archiveName(changed, Name);

@@ -22,7 +22,7 @@ TEST_F(basSystemTest, SwitchesTheStartAtLogOnAndReportsFailuresOnce)
     EXPECT_FALSE(SetRunOnStartup(false));
     EXPECT_EQ(recordCount(), 1);
     EXPECT_EQ(lastRecord(), u"System Module|SetRunOnStartup|None|2"_s);
-    EXPECT_TRUE(read(ErrorLog).contains(platform::systemMessage(2).toUtf8()));
+    EXPECT_TRUE(read(ErrorLog).contains(platform::systemMessage(2).trimmed().toUtf8()));
     EXPECT_EQ(fake.boxes.boxes,
               QStringList{u"Do'h!!|16|An error has occured in SetRunOnStartup of System Module (-):"
                           "\r\n\r\n    2 : "_s +

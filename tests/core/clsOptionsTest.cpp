@@ -26,7 +26,7 @@ TEST_F(clsOptionsTest, WithoutAFileTheDefaultsHoldAndAreWrittenInOrder)
               "<ServerCommandLineArgs/><RecordReplays>True</RecordReplays>"
               "<SkipBlankReplays>True</SkipBlankReplays><ReplayCount>50</ReplayCount>"
               "<ReplaysPath>" +
-                  path(u"Replays"_s).toUtf8() +
+                  (rootDirectory() + u"Replays"_s).toUtf8() +
                   "</ReplaysPath><ServerRunningGif>"
                   "http://images.example/Vemb/Zebek/images/ServerGo.gif</ServerRunningGif>"
                   "<ServerCrashGif>http://images.example/Vemb/Zebek/images/ServerCrash.gif"
@@ -100,7 +100,9 @@ TEST_F(clsOptionsTest, AMalformedFileIsReplacedAtTheNextSaveOnlyAndKeptBeside)
     EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>50</ReplayCount>"));
     EXPECT_EQ(read(UnreadableFile), "an older one");
     EXPECT_EQ(read(SecondUnreadableFile), broken);
+#ifndef Q_OS_WIN // where permissions are something else
     for (const QString &name : {OptionsFile, SecondUnreadableFile}) {
         EXPECT_FALSE(QFile::permissions(path(name)) & QFile::ReadOther) << "it may hold a password";
     }
+#endif
 }
