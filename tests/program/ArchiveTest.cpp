@@ -19,7 +19,8 @@ TEST(Archive, AMatchIsArchivedOnceWhenItsPageIsWholeAlsoAcrossARestart)
     GameDirectory restarted;
     const auto start = [](GameDirectory &game, qsizetype servers) {
         game.startTool();
-        EXPECT_TRUE(waitUntil([&] { return game.events("started") == servers; }, 15000));
+        EXPECT_TRUE(
+            waitUntil([&] { return game.events("started") == servers; }, StartMilliseconds));
     };
     QProcessEnvironment elsewhere = QProcessEnvironment::systemEnvironment();
     elsewhere.insert(u"TZ"_s, u"XYZ-5:30"_s);
