@@ -35,7 +35,7 @@ void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
     connect(m_socket.get(), &QTcpSocket::errorOccurred, this, &ConnectionSocket::close);
     connect(m_socket.get(), &QTcpSocket::disconnected, this, &ConnectionSocket::close);
     if (m_socket->state() != QAbstractSocket::ConnectedState) {
-        received(); // no signal will tell of what has happened before
+        received(); // no signal will tell that it has ended before
     }
 }
 
@@ -57,14 +57,15 @@ void ConnectionSocket::arrived(const QPointer<QTcpSocket> &connection)
 {
     // It may have ended, and the element may have the next one.
     const auto waits = [&] { return connection && connection == m_socket.get() && !m_answered; };
-    if (waits() && m_socket->bytesAvailable() > 0) {
+    const auto isOpen = [&] { return m_socket->state() == QAbstractSocket::ConnectedState; };
+    if (waits() && isOpen()) {
         m_dataArrival();
     }
     if (!waits()) {
         return;
     }
-    if (m_socket->state() != QAbstractSocket::ConnectedState) {
-        close(); // no signal tells of what had ended before
+    if (!isOpen()) {
+        close();
     } else {
         m_socket->readAll();
         m_socket->setReadBufferSize(LargestRequest);
