@@ -41,8 +41,8 @@ int connectedSocket(quint16 port, int flags)
 class Load
 {
 public:
-    Load(quint16 port, const QByteArray &request, int connections)
-        : m_port(port), m_request(request), m_connections(connections)
+    Load(quint16 port, QByteArray request, int connections)
+        : m_port(port), m_request(std::move(request)), m_connections(connections)
     {
     }
 
@@ -186,7 +186,7 @@ qint64 fetch(quint16 port, const QByteArray &request)
     const int descriptor = connectedSocket(port, 0);
     require(write(descriptor, request.constData(), request.size()) == request.size(),
             "a request cannot be sent");
-    QByteArray buffer(1024 * 1024, '\0');
+    QByteArray buffer(qsizetype{1024} * 1024, '\0');
     qint64 all = 0;
     ssize_t bytes = 0;
     while ((bytes = read(descriptor, buffer.data(), buffer.size())) > 0) {

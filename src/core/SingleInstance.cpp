@@ -1,5 +1,7 @@
 #include "core/SingleInstance.h"
 
+#include "platform/Foreground.h"
+
 #include <QCryptographicHash>
 #include <QLocalSocket>
 
@@ -36,7 +38,8 @@ bool SingleInstance::tellTheFirst() const
 {
     QLocalSocket socket;
     socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
-    // To listen is all that Windows allows to another user, and asks no more.
+    platform::letOthersComeToFront();
+    // More than reading Windows does not allow to another user.
     socket.connectToServer(m_name, QIODevice::ReadOnly);
     return socket.waitForConnected(ConnectMilliseconds);
 }

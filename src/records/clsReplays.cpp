@@ -41,7 +41,7 @@ QString archiveName(const QDateTime &changed, const QString &name)
 /// The content of the file whose time and size have been looked at already.
 QByteArray readUnchanged(const QFileInfo &entry)
 {
-    const QByteArray content = platform::readFile(entry.filePath());
+    QByteArray content = platform::readFile(entry.filePath());
     const QFileInfo now(entry.filePath());
     if (now.lastModified() != entry.lastModified() || now.size() != content.size()) {
         throw platform::Failure(

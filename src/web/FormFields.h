@@ -15,7 +15,7 @@
 template <typename Target, template <typename> class Held>
 struct FormField
 {
-    const char *name;
+    const char *name = "";
     std::variant<Held<bool> Target::*, Held<QString> Target::*, Held<std::int32_t> Target::*>
         setting;
     const char *message = "";

@@ -367,7 +367,8 @@ void clsWebSite::logOn(const clsWebServerRequest & /*request*/, ConnectionSocket
     sendPage(socket, QStringLiteral("AdminMain"));
 }
 
-void clsWebSite::sendPage(ConnectionSocket &socket, const QString &key, const QString &message)
+void clsWebSite::sendPage(ConnectionSocket &socket, const QString &key,
+                          const QString &message) const
 {
     SendStraightText(socket, Page(key)->HTML(message));
 }

@@ -65,7 +65,7 @@ private:
     void deleteReplays(const clsWebServerRequest &request, ConnectionSocket &socket);
     void logOn(const clsWebServerRequest &request, ConnectionSocket &socket);
 
-    void sendPage(ConnectionSocket &socket, const QString &key, const QString &message = {});
+    void sendPage(ConnectionSocket &socket, const QString &key, const QString &message = {}) const;
 
     PageCollection m_pages;
 };

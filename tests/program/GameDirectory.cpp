@@ -127,7 +127,7 @@ void GameDirectory::killTool()
     m_tool.waitForFinished();
 }
 
-Pid GameDirectory::startServerByHand(const QString &switches)
+Pid GameDirectory::startServerByHand(const QString &switches) const
 {
     QProcess process;
     setCommand(process, path(Server),

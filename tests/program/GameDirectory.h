@@ -44,7 +44,7 @@ public:
     void killTool();
     QProcess &tool() { return m_tool; }
     /// Starts a server as an operator would by hand, with the given switches.
-    Pid startServerByHand(const QString &switches = {});
+    Pid startServerByHand(const QString &switches = {}) const;
 
     /// The one server that runs from this directory; 0 where there is none, -1 where there are
     /// more.

@@ -45,7 +45,7 @@ QString disabledCheckBox(bool ticked, const QString &label);
 /// Widths are in characters; without a longest length the text may have any.
 struct FieldWidth
 {
-    int size;
+    int size = 0;
     int longest = 0;
 };
 QString textField(const char *name, const QString &label, const QString &value, FieldWidth width);
