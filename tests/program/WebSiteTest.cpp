@@ -33,7 +33,8 @@ TEST(WebSite, ShowsTheServerAndChangesTheFilesOfTheToolAndTheGame)
     ASSERT_TRUE(waitUntil([&] { return game.events("query") > 1; }, StartMilliseconds));
     EXPECT_TRUE(
         waitUntil([] { return ask("GET / HTTP/1.1\r\nHost: a\r\n\r\n").contains(">Public</td>"); },
-                  StartMilliseconds));
+                  StartMilliseconds))
+        << ask("GET / HTTP/1.1\r\nHost: a\r\n\r\n").constData() << game.errorLog().constData();
 
     EXPECT_TRUE(post("/UpdateAdminServerControlConfig", "SubmitType=Stop+Server")
                     .contains("Process stop successful"));

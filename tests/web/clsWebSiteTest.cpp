@@ -191,7 +191,7 @@ TEST_F(clsWebSiteTest, NoNameReachesAFileOutsideTheReplayFolder)
     const QByteArray names[] = {
         "", "..", ".", "../a.rpf", "..\\a.rpf", "%2E%2E/a.rpf", "..%2Fa.rpf", "%252e%252e%252fa.rpf",
         "../Replays2/a.rpf", "./a.rpf", "inner/a.rpf", "inner\\a.rpf", "/a.rpf",
-        directory.path().toUtf8() + "/a.rpf", "C:a.rpf", "C:\\a.rpf", "\\\\host\\share\\a.rpf",
+        directory.path().toUtf8() + "/a.rpf", "C:a.rpf", "C:\\a.rpf", R"(\\host\share\a.rpf)",
         "*.rpf", "?.rpf", "a.rp<", "\"a.rpf", "a.rpf:s", "NUL.rpf", "con", "COM1.rpf", "out.rpf",
         "folder.rpf", "folder.rpf/a.rpf", QByteArray("a.rpf\0", 6),
         QByteArray("../a.rpf\0.rpf", 13), "a.rpf\n", "inner", "missing.rpf"};

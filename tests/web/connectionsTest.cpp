@@ -101,7 +101,7 @@ TEST_F(ConnectionsTest, AWaitingConnectionIsNotReadAndIsAnsweredThoughItsPeerHas
     waiting.flush();
     finishSending(waiting.socketDescriptor());
     QTcpSocket &flooding = *clients.at(101);
-    flooding.write("GET /" + QByteArray(64 * 1024 * 1024, 'x'));
+    flooding.write("GET /" + QByteArray(qsizetype{64} * 1024 * 1024, 'x'));
     settle();
     EXPECT_GT(flooding.bytesToWrite(), 32 * 1024 * 1024);
     flooding.abort();
@@ -137,10 +137,10 @@ TEST_F(ConnectionsTest, AnUnansweredRequestLeavesItsConnectionOpenForTheNext)
 TEST_F(ConnectionsTest, ASlowReaderGetsAllOfALargeFileAlsoWhenItHasClosedItsOwnHalf)
 {
     startSite();
-    const QByteArray replay = QByteArray("0123456789abcdef").repeated(512 * 1024);
+    const QByteArray replay = QByteArray("0123456789abcdef").repeated(qsizetype{512} * 1024);
     writeReplay(u"large.rpf"_s, replay);
     QTcpSocket slow;
-    slow.setReadBufferSize(64 * 1024);
+    slow.setReadBufferSize(qint64{64} * 1024);
     connectTo(slow);
     slow.write("GET /GETFILEsecret/large.rpf HTTP/1.1\r\nHost: a\r\n\r\n");
     slow.flush();
@@ -207,7 +207,7 @@ TEST_F(ConnectionsTest, HostileRequestsNeitherStopTheSiteNorKeepAnything)
     const qsizetype recorded = heapInUse();
     EXPECT_LT(recorded, before + recordCount() * 4096);
     sendAll(others, 8000);
-    EXPECT_LT(heapInUse(), recorded + 8000 * 8);
+    EXPECT_LT(heapInUse(), recorded + qsizetype{8000} * 8);
     EXPECT_TRUE(ask(good).contains("MAIN"));
     const auto &pool = root->GlobalForm()->wsckConnections;
     EXPECT_TRUE(QTest::qWaitFor([&] {
