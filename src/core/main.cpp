@@ -60,9 +60,12 @@ int main(int argc, char *argv[])
     static clsZebek root(machine, directory); // still there when exit() saves the options
     gRoot = &root;
     machine.processEnd.onRequest([] { gRoot->Quit(); });
-    // The end of the desktop session arrives as the end of the application; when the display goes
-    // away, Qt ends the process with exit().
-    QObject::connect(&application, &QApplication::aboutToQuit, saveUnattended);
+    // The end of the desktop session arrives as the end of the application, which the window does
+    // not outlive; when the display goes away, Qt ends the process with exit().
+    QObject::connect(&application, &QApplication::aboutToQuit, [&machine] {
+        saveUnattended();
+        machine.processEnd.end();
+    });
     if (std::atexit(saveUnattended) != 0) {
         qWarning("The settings cannot be saved if the display goes away.");
     }
