@@ -138,7 +138,7 @@ clsOptions::clsOptions()
     : ReplayFolder("AdminReplays", defaultReplayFolder()),
       m_path(gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.xml"))
 {
-    if (m_xmlAvailable) {
+    if (XmlDocument::libraryAvailable()) {
         Load();
         return;
     }
@@ -205,7 +205,7 @@ void clsOptions::SaveUnattended()
 std::optional<XmlDocument> clsOptions::ToXML()
 {
     std::optional<XmlDocument> document;
-    if (m_xmlAvailable) {
+    if (XmlDocument::libraryAvailable()) {
         document = CreateXML();
     }
     if (!document) {

@@ -84,7 +84,6 @@ private:
     /// What the file said; it is only carried over.
     Setting<bool> m_autoRunInFile{NoPage};
     QString m_path;
-    const bool m_xmlAvailable = platform::XmlDocument::libraryAvailable();
     /// The file holds what was not loaded and would be lost by saving.
     bool m_fileUnread = false;
 };

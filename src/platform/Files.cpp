@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -46,6 +47,12 @@ void requireFolder(const QString &path)
     if (!folder.isReadable() || !folder.isExecutable()) {
         throw Failure(Failure::PathAccess, QStringLiteral("%1: Cannot be read").arg(path));
     }
+}
+
+bool hasPathCharacter(const QString &name)
+{
+    static const QRegularExpression special(QStringLiteral(R"([/\\:*?"<>|])"));
+    return special.match(name).hasMatch();
 }
 
 QString replacementName(const QString &path)

@@ -48,6 +48,10 @@ QByteArray readFile(const QString &path, qint64 atMost = std::numeric_limits<qin
 /// an unreadable one as empty.
 void requireFolder(const QString &path);
 
+/// Whether the name holds a character that some system gives a meaning in paths: a separator, a
+/// colon or a wildcard, of which the quote and the angle brackets are some to Windows, too.
+bool hasPathCharacter(const QString &name);
+
 /// The name under which replaceFile() writes the new content first.
 QString replacementName(const QString &path);
 

@@ -6,6 +6,7 @@
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
 #include "platform/Failure.h"
+#include "platform/Files.h"
 #include "platform/Machine.h"
 
 #include <QCoreApplication>
@@ -13,7 +14,6 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -74,7 +74,7 @@ void clsReplays::ArchiveReplay(const QString &Name)
         if (m_released || !entry.isFile() || !changed.isValid()) {
             return;
         }
-        if (Name.contains(QRegularExpression(QStringLiteral(R"([/\\:*?"<>|])")))) {
+        if (platform::hasPathCharacter(Name)) {
             throw platform::Failure(platform::Failure::PathAccess,
                                     Name + QStringLiteral(": No file can have this name"));
         }

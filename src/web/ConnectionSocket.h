@@ -17,7 +17,7 @@ class ConnectionSocket : public QObject
 public:
     using Event = std::function<void()>;
 
-    /// `dataArrival`: data has arrived and waits to be taken. `closed`: the element is free again.
+    /// `dataArrival`: data has arrived. `closed`: the element is free again.
     ConnectionSocket(Event dataArrival, Event closed);
     ~ConnectionSocket() override;
 
@@ -25,7 +25,7 @@ public:
     /// Takes a connection over, ending the one before.
     void accept(std::unique_ptr<QTcpSocket> connection);
 
-    /// Everything that has arrived since the last `dataArrival`.
+    /// What a `dataArrival` tells of. It is gone afterwards.
     QByteArray data() const;
     /// Sends the answer, one part after the other and none of them copied, and then closes. Nothing
     /// more is read from now on. Only the first answer on a connection counts.

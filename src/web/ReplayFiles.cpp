@@ -5,6 +5,7 @@
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
 #include "platform/Failure.h"
+#include "platform/Files.h"
 #include "web/clsWebServerRequest.h"
 
 #include <QDir>
@@ -23,15 +24,13 @@ constexpr Routine routine(const char *name)
 
 bool isPlainFileName(const QString &name)
 {
-    // The quote and the angle brackets are wildcards to Windows, too.
-    static const QRegularExpression special(QStringLiteral(R"([/\\:*?"<>|])"));
     static const QRegularExpression device(
         QRegularExpression::anchoredPattern(
             QStringLiteral(R"((CON|PRN|AUX|NUL|CONIN\$|CONOUT\$|(COM|LPT)[0-9¹²³])\s*(\..*)?)")),
         QRegularExpression::CaseInsensitiveOption);
     const bool hasControl =
         std::any_of(name.begin(), name.end(), [](QChar character) { return character < u' '; });
-    return !name.isEmpty() && !hasControl && !special.match(name).hasMatch() &&
+    return !name.isEmpty() && !hasControl && !platform::hasPathCharacter(name) &&
            !device.match(name).hasMatch();
 }
 
