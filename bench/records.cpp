@@ -33,9 +33,10 @@ class Disk final : public platform::Files
 {
 public:
     void remove(const QString &path) override { m_files.remove(path); }
-    void create(const QString &path, const QByteArray &content, const QString &like) override
+    void create(const QString &path, const QByteArray &content,
+                const platform::Permissions &permissions) override
     {
-        m_files.create(path, content, like);
+        m_files.create(path, content, permissions);
     }
     void rename(const QString &from, const QString &to) override { m_files.rename(from, to); }
     void flush(const QString &path) override
@@ -226,7 +227,7 @@ private:
         while (files.hasNext()) {
             files.next();
         }
-        m_disk.create(m_copy, contentOf(m_replay), m_replay);
+        m_disk.create(m_copy, contentOf(m_replay), {.like = m_replay});
         m_disk.flush(m_copy);
         m_disk.flushFolder(m_plain);
     }

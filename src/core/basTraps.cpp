@@ -23,6 +23,11 @@ platform::Failure caughtFailure()
     }
 }
 
+QString nameOf(const Routine &routine)
+{
+    return QLatin1String(routine.module) + QLatin1Char('|') + QLatin1String(routine.name);
+}
+
 } // namespace
 
 void RecordCaughtFailure(const Routine &routine)
@@ -32,6 +37,23 @@ void RecordCaughtFailure(const Routine &routine)
         errors->RecordError(QString::fromLatin1(routine.module), QString::fromLatin1(routine.name),
                             QString::fromLatin1(routine.id), failure.number(),
                             failure.description());
+    }
+}
+
+void RecordNewFailure(const Routine &routine, const QString &subject)
+{
+    const platform::Failure failure = caughtFailure();
+    clsErrors *const errors = gRoot->Errors();
+    if (errors != nullptr &&
+        errors->IsNewReason(nameOf(routine), subject + failure.description())) {
+        RecordCaughtFailure(routine);
+    }
+}
+
+void NoteSuccess(const Routine &routine)
+{
+    if (clsErrors *const errors = gRoot->Errors()) {
+        errors->ForgetReasons(nameOf(routine));
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <functional>
 #include <type_traits>
 
@@ -23,6 +25,32 @@ std::invoke_result_t<Body> Trap(const Routine &routine, Body body)
         return body();
     } catch (...) {
         RecordCaughtFailure(routine);
+        return std::invoke_result_t<Body>();
+    }
+}
+
+/// Records the exception that is being handled, unless the routine has failed for the same reason
+/// since it last succeeded.
+void RecordNewFailure(const Routine &routine, const QString &subject);
+void NoteSuccess(const Routine &routine);
+
+/// As Trap(), for a routine that is tried again and again until it succeeds: each reason for which
+/// it fails is recorded once. A reason counts as new for another subject.
+template <typename Body>
+std::invoke_result_t<Body> TrapRepeated(const Routine &routine, Body body,
+                                        const QString &subject = {})
+{
+    try {
+        if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
+            body();
+            NoteSuccess(routine);
+        } else {
+            std::invoke_result_t<Body> result = body();
+            NoteSuccess(routine);
+            return result;
+        }
+    } catch (...) {
+        RecordNewFailure(routine, subject);
         return std::invoke_result_t<Body>();
     }
 }

@@ -46,3 +46,11 @@ void clsErrors::RecordError(const QString &Module, const QString &Routine, const
         // There is nobody left to tell; the record stays in memory for the next save.
     }
 }
+
+bool clsErrors::IsNewReason(const QString &routine, const QString &reason)
+{
+    QSet<QString> &known = m_reasons[routine];
+    const bool isNew = !known.contains(reason);
+    known.insert(reason);
+    return isNew;
+}

@@ -2,6 +2,8 @@
 
 #include "platform/XmlDocument.h"
 
+#include <QHash>
+#include <QSet>
 #include <QString>
 
 #include <optional>
@@ -24,8 +26,14 @@ public:
     void RecordError(const QString &Module, const QString &Routine, const QString &ID, int ErrorNo,
                      const QString &Description) noexcept;
 
+    /// Whether a routine that is tried again and again has not failed for this reason yet, since
+    /// its reasons were last forgotten. It counts as known from now on.
+    bool IsNewReason(const QString &routine, const QString &reason);
+    void ForgetReasons(const QString &routine) { m_reasons.remove(routine); }
+
 private:
     QString m_path;
+    QHash<QString, QSet<QString>> m_reasons; ///< by the routine that they made fail
     /// Nothing when the log cannot be used.
     std::optional<platform::XmlDocument> m_document;
 };

@@ -223,7 +223,7 @@ void clsOptions::Write(const XmlDocument &document)
 {
     CopyUnreadFileAside();
     platform::replaceFile(gRoot->Machine().files, m_path, document.toBytes(),
-                          platform::Durability::SurvivesPowerLoss);
+                          platform::Durability::SurvivesPowerLoss, {.ownerOnly = true});
 }
 
 void clsOptions::CopyUnreadFileAside()
@@ -237,7 +237,7 @@ void clsOptions::CopyUnreadFileAside()
         aside = QStringLiteral("%1-%2.xml").arg(base, QString::number(number));
     }
     platform::replaceFile(gRoot->Machine().files, aside, platform::readFile(m_path),
-                          platform::Durability::SurvivesPowerLoss, m_path);
+                          platform::Durability::SurvivesPowerLoss, {.like = m_path});
     m_fileUnread = false;
 }
 

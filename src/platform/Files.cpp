@@ -60,32 +60,58 @@ QString replacementName(const QString &path)
     return path + QStringLiteral(".zebek-new");
 }
 
-void replaceFile(Files &files, const QString &path, const QByteArray &content,
-                 Durability durability, const QString &permissionsOf)
+Replacement::Replacement(Files &files, const QString &path, const QByteArray &content,
+                         Durability durability, Permissions permissions)
+    : m_files(files), m_target(behindLinks(path)), m_beside(replacementName(m_target)),
+      m_durability(durability)
 {
-    const QString target = behindLinks(path);
-    if (QFileInfo::exists(target) && !QFileInfo(target).isFile()) {
-        throw Failure(Failure::PathAccess, QStringLiteral("%1: Not a file").arg(target));
+    if (QFileInfo::exists(m_target) && !QFileInfo(m_target).isFile()) {
+        throw Failure(Failure::PathAccess, QStringLiteral("%1: Not a file").arg(m_target));
     }
-    const QString beside = replacementName(target);
-    files.remove(beside);
+    if (permissions.like.isEmpty()) {
+        permissions.like = m_target;
+    }
+    m_files.remove(m_beside);
     try {
-        files.create(beside, content, permissionsOf.isEmpty() ? target : permissionsOf);
-        if (durability == Durability::SurvivesPowerLoss) {
-            files.flush(beside);
+        m_files.create(m_beside, content, permissions);
+        if (m_durability == Durability::SurvivesPowerLoss) {
+            m_files.flush(m_beside);
         }
-        files.rename(beside, target);
     } catch (const Failure &) {
-        try {
-            files.remove(beside);
-        } catch (const Failure &) { // NOLINT(bugprone-empty-catch)
-            // The first failure is the one to report; the next replacement removes the rest.
-        }
+        discard();
         throw;
     }
-    if (durability == Durability::SurvivesPowerLoss) {
-        files.flushFolder(QFileInfo(target).absolutePath());
+}
+
+Replacement::~Replacement()
+{
+    if (m_pending) {
+        discard();
     }
+}
+
+void Replacement::commit()
+{
+    m_files.rename(m_beside, m_target);
+    m_pending = false;
+    if (m_durability == Durability::SurvivesPowerLoss) {
+        m_files.flushFolder(QFileInfo(m_target).absolutePath());
+    }
+}
+
+void Replacement::discard() noexcept
+{
+    try {
+        m_files.remove(m_beside);
+    } catch (const Failure &) { // NOLINT(bugprone-empty-catch)
+        // The first failure is the one to report; the next replacement removes the rest.
+    }
+}
+
+void replaceFile(Files &files, const QString &path, const QByteArray &content,
+                 Durability durability, const Permissions &permissions)
+{
+    Replacement(files, path, content, durability, permissions).commit();
 }
 
 } // namespace platform

@@ -7,6 +7,14 @@
 
 namespace platform {
 
+/// Who may do what with a file: as with the file `like`, or where that does not exist, everybody
+/// whom the system lets by default, or its owner alone.
+struct Permissions
+{
+    QString like = {};
+    bool ownerOnly = false;
+};
+
 /// The file operations of which a safe replacement is made, one system call or so each, so that a
 /// test can let every single one fail. All throw Failure with the system's code and text.
 class Files
@@ -16,9 +24,10 @@ public:
 
     /// A file that does not exist is no failure.
     virtual void remove(const QString &path) = 0;
-    /// Creates the file, which must not exist yet, and writes the bytes. It has the permissions of
-    /// `like` from the beginning, or the usual ones where that does not exist.
-    virtual void create(const QString &path, const QByteArray &content, const QString &like) = 0;
+    /// Creates the file, which must not exist yet, and writes the bytes. It has its permissions
+    /// from the beginning.
+    virtual void create(const QString &path, const QByteArray &content,
+                        const Permissions &permissions) = 0;
     /// Waits until the file's content is on the disk.
     virtual void flush(const QString &path) = 0;
     /// Renames a file of the same folder, replacing one of the new name.
@@ -32,14 +41,38 @@ enum class Durability {
     SurvivesPowerLoss ///< and after a crash of the machine
 };
 
-/// Replaces a file whole: writes the content beside it and renames that over it, so that a crash
-/// or a full disk at any moment leaves the old or the new content. The name beside it is always
-/// the same, so that the next call removes what an interrupted one left. A path that is a
-/// symbolic link replaces what the link points to, unless that is no file. The permissions are
-/// those of the old file or, where another path is named, of that one. Throws Failure; the old file
-/// is then in place.
+/// A new content for a file, written beside it and then, with commit(), renamed over it, so that a
+/// crash or a full disk at any moment leaves the old or the new content. The name beside it is
+/// always the same, so that the next replacement removes what an interrupted one left. A path that
+/// is a symbolic link replaces what the link points to, unless that is no file. The permissions are
+/// those of the old file where no other is named.
+class Replacement
+{
+public:
+    /// Writes the content beside the file. Throws Failure; nothing is left of it then.
+    Replacement(Files &files, const QString &path, const QByteArray &content, Durability durability,
+                Permissions permissions = {});
+    Replacement(const Replacement &) = delete;
+    Replacement &operator=(const Replacement &) = delete;
+    /// Removes what was not committed.
+    ~Replacement();
+
+    /// Puts the new content in the old one's place. Throws Failure; the old file is then in place.
+    void commit();
+
+private:
+    void discard() noexcept;
+
+    Files &m_files;
+    QString m_target;
+    QString m_beside;
+    Durability m_durability;
+    bool m_pending = true;
+};
+
+/// Replaces a file whole, in one go. Throws Failure; the old file is then in place.
 void replaceFile(Files &files, const QString &path, const QByteArray &content,
-                 Durability durability, const QString &permissionsOf = {});
+                 Durability durability, const Permissions &permissions = {});
 
 /// The file's content, or its first bytes where a limit is given. Throws Failure.
 QByteArray readFile(const QString &path, qint64 atMost = std::numeric_limits<qint64>::max());
@@ -52,7 +85,7 @@ void requireFolder(const QString &path);
 /// colon or a wildcard, of which the quote and the angle brackets are some to Windows, too.
 bool hasPathCharacter(const QString &name);
 
-/// The name under which replaceFile() writes the new content first.
+/// The name under which a Replacement writes the new content first.
 QString replacementName(const QString &path);
 
 } // namespace platform

@@ -8,7 +8,8 @@ class SystemFiles final : public Files
 {
 public:
     void remove(const QString &path) override;
-    void create(const QString &path, const QByteArray &content, const QString &like) override;
+    void create(const QString &path, const QByteArray &content,
+                const Permissions &permissions) override;
     void flush(const QString &path) override;
     void rename(const QString &from, const QString &to) override;
     void flushFolder(const QString &path) override;

@@ -26,12 +26,13 @@ public:
     {
         run([&] { m_files.remove(path); });
     }
-    void create(const QString &path, const QByteArray &content, const QString &like) override
+    void create(const QString &path, const QByteArray &content,
+                const platform::Permissions &permissions) override
     {
         run([] {}); // nothing of the file is there yet
-        run([&] { m_files.create(path, content, like); },
+        run([&] { m_files.create(path, content, permissions); },
             // A disk that fills up leaves half of the file.
-            [&] { m_files.create(path, content.first(content.size() / 2), like); });
+            [&] { m_files.create(path, content.first(content.size() / 2), permissions); });
     }
     void flush(const QString &path) override
     {

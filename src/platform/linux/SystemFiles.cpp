@@ -70,8 +70,9 @@ private:
 
 /// Before the process's mask takes some away.
 constexpr mode_t UsualPermissions = 0666;
+constexpr mode_t OwnerOnly = 0600;
 
-std::optional<mode_t> permissionsOf(const QString &path)
+std::optional<mode_t> modeOf(const QString &path)
 {
     struct stat status = {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
@@ -90,10 +91,12 @@ void SystemFiles::remove(const QString &path)
     }
 }
 
-void SystemFiles::create(const QString &path, const QByteArray &content, const QString &like)
+void SystemFiles::create(const QString &path, const QByteArray &content,
+                         const Permissions &permissions)
 {
-    const std::optional<mode_t> mode = permissionsOf(like);
-    const Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL, mode.value_or(UsualPermissions));
+    const std::optional<mode_t> mode = modeOf(permissions.like);
+    const mode_t otherwise = permissions.ownerOnly ? OwnerOnly : UsualPermissions;
+    const Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL, mode.value_or(otherwise));
     if (mode) {
         file.setPermissions(*mode); // those that the process's mask has taken away
     }

@@ -9,6 +9,7 @@
 #include <aclapi.h>
 #include <algorithm>
 #include <limits>
+#include <sddl.h>
 #include <string>
 
 namespace platform {
@@ -38,22 +39,29 @@ bool persistently(Operation operation)
     return true;
 }
 
-/// Who may do what with a file; nothing of it where there is no such file.
-class Permissions
+/// The permissions as the system takes them for a new file; nothing of them for the usual ones.
+class SecurityAttributes
 {
 public:
-    explicit Permissions(const QString &path)
+    explicit SecurityAttributes(const Permissions &permissions)
     {
-        if (GetNamedSecurityInfoW(wide(path).c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
-                                  nullptr, nullptr, nullptr, nullptr,
-                                  &m_attributes.lpSecurityDescriptor) != ERROR_SUCCESS) {
-            m_attributes.lpSecurityDescriptor = nullptr;
+        if (GetNamedSecurityInfoW(wide(permissions.like).c_str(), SE_FILE_OBJECT,
+                                  DACL_SECURITY_INFORMATION, nullptr, nullptr, nullptr, nullptr,
+                                  &m_attributes.lpSecurityDescriptor) == ERROR_SUCCESS) {
+            return;
+        }
+        m_attributes.lpSecurityDescriptor = nullptr;
+        if (permissions.ownerOnly) {
+            // The owner, administrators and the system, and nobody whom the folder would let.
+            constexpr const wchar_t *OwnerOnly = L"D:P(A;;FA;;;OW)(A;;FA;;;BA)(A;;FA;;;SY)";
+            ConvertStringSecurityDescriptorToSecurityDescriptorW(
+                OwnerOnly, SDDL_REVISION_1, &m_attributes.lpSecurityDescriptor, nullptr);
         }
     }
 
-    Permissions(const Permissions &) = delete;
-    Permissions &operator=(const Permissions &) = delete;
-    ~Permissions() { LocalFree(m_attributes.lpSecurityDescriptor); }
+    SecurityAttributes(const SecurityAttributes &) = delete;
+    SecurityAttributes &operator=(const SecurityAttributes &) = delete;
+    ~SecurityAttributes() { LocalFree(m_attributes.lpSecurityDescriptor); }
 
     SECURITY_ATTRIBUTES *attributes()
     {
@@ -121,9 +129,10 @@ void SystemFiles::remove(const QString &path)
     }
 }
 
-void SystemFiles::create(const QString &path, const QByteArray &content, const QString &like)
+void SystemFiles::create(const QString &path, const QByteArray &content,
+                         const Permissions &permissions)
 {
-    OpenFile(path, CREATE_NEW, Permissions(like).attributes()).write(content);
+    OpenFile(path, CREATE_NEW, SecurityAttributes(permissions).attributes()).write(content);
 }
 
 void SystemFiles::flush(const QString &path)
