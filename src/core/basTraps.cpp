@@ -10,7 +10,14 @@
 
 namespace {
 
-platform::Failure caughtFailure()
+QString nameOf(const Routine &routine)
+{
+    return QLatin1String(routine.module) + QLatin1Char('|') + QLatin1String(routine.name);
+}
+
+} // namespace
+
+platform::Failure CaughtFailure()
 {
     try {
         throw;
@@ -23,16 +30,8 @@ platform::Failure caughtFailure()
     }
 }
 
-QString nameOf(const Routine &routine)
+void RecordFailure(const Routine &routine, const platform::Failure &failure)
 {
-    return QLatin1String(routine.module) + QLatin1Char('|') + QLatin1String(routine.name);
-}
-
-} // namespace
-
-void RecordCaughtFailure(const Routine &routine)
-{
-    const platform::Failure failure = caughtFailure();
     if (clsErrors *const errors = gRoot->Errors()) {
         errors->RecordError(QString::fromLatin1(routine.module), QString::fromLatin1(routine.name),
                             QString::fromLatin1(routine.id), failure.number(),
@@ -40,13 +39,13 @@ void RecordCaughtFailure(const Routine &routine)
     }
 }
 
-void RecordNewFailure(const Routine &routine, const QString &subject)
+void RecordNewFailure(const Routine &routine, const platform::Failure &failure,
+                      const QString &subject)
 {
-    const platform::Failure failure = caughtFailure();
     clsErrors *const errors = gRoot->Errors();
     if (errors != nullptr &&
         errors->IsNewReason(nameOf(routine), subject + failure.description())) {
-        RecordCaughtFailure(routine);
+        RecordFailure(routine, failure);
     }
 }
 
@@ -64,7 +63,7 @@ bool RunWithRetry(const Routine &routine, const std::function<void()> &step)
             step();
             return true;
         } catch (...) {
-            const platform::Failure failure = caughtFailure();
+            const platform::Failure failure = CaughtFailure();
             const int pressed =
                 ShowErrorMessage(QString::fromLatin1(routine.module),
                                  QString::fromLatin1(routine.name), QString::fromLatin1(routine.id),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Failure.h"
+
 #include <QString>
 
 #include <functional>
@@ -13,8 +15,11 @@ struct Routine
     const char *id;
 };
 
-/// Records the exception that is being handled in the error log.
-void RecordCaughtFailure(const Routine &routine);
+/// The exception that is being handled.
+platform::Failure CaughtFailure();
+
+/// Makes a record in the error log.
+void RecordFailure(const Routine &routine, const platform::Failure &failure);
 
 /// Runs the body of a routine. A failure becomes a record in the error log; the result is then the
 /// default of its type. Nothing leaves the routine.
@@ -24,14 +29,14 @@ std::invoke_result_t<Body> Trap(const Routine &routine, Body body)
     try {
         return body();
     } catch (...) {
-        RecordCaughtFailure(routine);
+        RecordFailure(routine, CaughtFailure());
         return std::invoke_result_t<Body>();
     }
 }
 
-/// Records the exception that is being handled, unless the routine has failed for the same reason
-/// since it last succeeded.
-void RecordNewFailure(const Routine &routine, const QString &subject);
+/// Makes a record unless the routine has failed for the same reason since it last succeeded.
+void RecordNewFailure(const Routine &routine, const platform::Failure &failure,
+                      const QString &subject = {});
 void NoteSuccess(const Routine &routine);
 
 /// As Trap(), for a routine that is tried again and again until it succeeds: each reason for which
@@ -50,7 +55,7 @@ std::invoke_result_t<Body> TrapRepeated(const Routine &routine, Body body,
             return result;
         }
     } catch (...) {
-        RecordNewFailure(routine, subject);
+        RecordNewFailure(routine, CaughtFailure(), subject);
         return std::invoke_result_t<Body>();
     }
 }

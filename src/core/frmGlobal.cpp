@@ -120,27 +120,10 @@ void frmGlobal::tmrHeartbeat_Timer()
     Trap(tick, [] { gRoot->MainWindow()->PushUpdate(); });
     if (m_heartbeatCount % SupervisionTicks == 0) {
         Trap(tick, [] { gRoot->WebSite()->Page(QStringLiteral("PublicStatus"))->setStale(true); });
-        Trap(tick, [this] { SuperviseServer(); });
+        Trap(tick, [this] { uctlGRServer->Supervise(); });
         // QTcpServer stops for good when the system has no more descriptors for a moment.
         if (wsckNewConnections->isListening()) {
             wsckNewConnections->resumeAccepting();
-        }
-    }
-}
-
-void frmGlobal::SuperviseServer()
-{
-    const clsOptions &options = *gRoot->Options();
-    if (!uctlGRServer->Connected()) {
-        if (options.FindGRServer()) {
-            uctlGRServer->FindGRServer();
-        }
-        return;
-    }
-    if (!uctlGRServer->Process()->StillActive()) {
-        uctlGRServer->Disconnect();
-        if (options.AutoRestartOnProcessStop()) {
-            uctlGRServer->StartGRServer(true);
         }
     }
 }

@@ -24,9 +24,9 @@ public:
     /// leaves it and the ones after it missing.
     void Form_Load();
 
-    /// Every tick refreshes the visible panel; every sixth, about every 3 s, looks after the game
-    /// server: restarts one that has ended, adopts one that was started by hand. A failure in one
-    /// duty is recorded and hinders neither the other nor the next tick.
+    /// Every tick refreshes the visible panel; every sixth, about every 3 s, lets the supervisor
+    /// look after the game server. A failure in one duty is recorded and hinders neither the other
+    /// nor the next tick.
     void tmrHeartbeat_Timer();
 
     /// The address under which this machine is reached, to show it.
@@ -59,7 +59,6 @@ private:
     /// Makes one element of the pool. Throws when the system has no more of what it takes.
     void LoadConnection(std::size_t index);
     void Listen(std::int32_t port);
-    void SuperviseServer();
 
     int m_heartbeatCount = 1;
     bool m_webServerRunning = false;

@@ -28,6 +28,8 @@ public:
 
     /// The local date and time.
     virtual QDateTime now() const = 0;
+    /// Milliseconds since some moment, whatever becomes of the date and time.
+    virtual qint64 milliseconds() const = 0;
     /// A stopped alarm that calls `callback` on the user-interface thread.
     virtual std::unique_ptr<Alarm> newAlarm(std::function<void()> callback) = 0;
 };

@@ -39,7 +39,7 @@ public:
     virtual ProcessHandle open(ProcessId id) = 0;
     virtual void close(ProcessHandle process) = 0;
 
-    /// StillActiveCode while the process runs, else its exit code or 0 where the system keeps
+    /// StillActiveCode while the process runs, else its exit code, or 0 where the system keeps
     /// none; nothing when the handle is refused.
     virtual std::optional<std::uint32_t> exitCode(ProcessHandle process) = 0;
     /// Waits for the end of the process; true when it ended in time.
@@ -49,6 +49,11 @@ public:
 
     /// The full path of the program that the process runs; nothing when it cannot be had.
     virtual std::optional<QString> executablePath(ProcessHandle process) = 0;
+    /// All processes that run now.
+    virtual std::vector<ProcessId> running() = 0;
+    /// The full path of the program that a process runs, be it another user's, as far as the system
+    /// tells it; nothing when it does not.
+    virtual std::optional<QString> program(ProcessId id) = 0;
     /// All processes with the names of their programs; nothing when the system gives no list.
     /// Asked only where systemVersion() tells of the 9x family.
     virtual std::optional<std::vector<ProcessEntry>> snapshot() = 0;

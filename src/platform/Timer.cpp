@@ -6,7 +6,7 @@
 namespace platform {
 
 Timer::Timer(Clock &clock, std::function<void()> tick)
-    : m_tick(std::move(tick)), m_alarm(clock.newAlarm([this] { m_tick(); }))
+    : m_clock(clock), m_tick(std::move(tick)), m_alarm(clock.newAlarm([this] { ring(); }))
 {
 }
 
@@ -29,10 +29,19 @@ void Timer::setEnabled(bool enabled)
 void Timer::arm()
 {
     if (m_enabled && m_interval > 0) {
+        m_due = m_clock.milliseconds() + m_interval;
         m_alarm->start(m_interval);
     } else {
         m_alarm->stop();
     }
+}
+
+void Timer::ring()
+{
+    m_lateness = std::max<qint64>(m_clock.milliseconds() - m_due, 0);
+    // Periods that have passed altogether are left out.
+    m_due += m_interval * (1 + m_lateness / m_interval);
+    m_tick();
 }
 
 } // namespace platform

@@ -24,15 +24,23 @@ public:
     /// Another callback for the ticks to come.
     void setTick(std::function<void()> tick) { m_tick = std::move(tick); }
 
+    /// By how many milliseconds the last tick came too late, as it does when the program was
+    /// stopped for a while.
+    qint64 Lateness() const { return m_lateness; }
+
     bool Enabled() const { return m_enabled; }
     void setEnabled(bool enabled);
 
 private:
     void arm();
+    void ring();
 
+    Clock &m_clock;
     std::function<void()> m_tick;
     std::unique_ptr<Alarm> m_alarm;
     int m_interval = 0;
+    qint64 m_due = 0;
+    qint64 m_lateness = 0;
     bool m_enabled = true;
 };
 

@@ -10,7 +10,8 @@ bool TerminateAppEnum(platform::WindowHandle window, const platform::ProcessId *
     bool goOn = true;
     Trap({"API Callbacks", "TerminateAppEnum", "None"}, [&] {
         platform::Windows &windows = gRoot->Machine().windows;
-        if (windows.owner(window) == *process) {
+        // No process has the id 0, which is what a window without a known owner tells.
+        if (*process != 0 && windows.owner(window) == *process) {
             goOn = false;
             windows.postClose(window);
         }

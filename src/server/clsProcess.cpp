@@ -3,6 +3,7 @@
 #include "core/basMain.h"
 #include "core/basTraps.h"
 #include "core/clsZebek.h"
+#include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "server/basAPICallBacks.h"
 #include "server/basWINAPI.h"
@@ -19,6 +20,8 @@ constexpr Routine routine(const char *name)
 {
     return {"Process Class", name, "Unknown"};
 }
+
+constexpr Routine Creation = routine("Create");
 
 platform::Processes &processes()
 {
@@ -47,20 +50,28 @@ void clsProcess::Clear()
     m_path.clear();
 }
 
-bool clsProcess::Create(const QString &commandLine)
+bool clsProcess::Create(const QString &commandLine, Attempt attempt)
 {
-    return Trap(routine("Create"), [&] {
+    const auto create = [&] {
         Clear();
         const platform::ProcessId id = processes().start(commandLine);
         const platform::ProcessHandle handle = id == 0 ? platform::NoProcess : processes().open(id);
         if (handle == platform::NoProcess) {
-            return false;
+            throw platform::Failure(
+                platform::Failure::PathAccess,
+                QStringLiteral("%1: The process cannot be opened").arg(commandLine));
         }
         m_path = commandLine;
         m_id = id;
         m_handle = handle;
         return true;
-    });
+    };
+    return attempt == Attempt::Single ? Trap(Creation, create) : TrapRepeated(Creation, create);
+}
+
+void clsProcess::ForgetAttempts()
+{
+    NoteSuccess(Creation);
 }
 
 bool clsProcess::GetFromHwnd(platform::WindowHandle window)
@@ -110,11 +121,15 @@ bool clsProcess::GetFromHwndToolhelp(platform::ProcessId id)
     return true;
 }
 
+std::uint32_t clsProcess::ExitCode() const
+{
+    return Trap(routine("StillActive"),
+                [this] { return processes().exitCode(m_handle).value_or(0); });
+}
+
 bool clsProcess::StillActive() const
 {
-    return Trap(routine("StillActive"), [this] {
-        return processes().exitCode(m_handle).value_or(0) == platform::StillActiveCode;
-    });
+    return ExitCode() == platform::StillActiveCode;
 }
 
 bool clsProcess::StopProcess()

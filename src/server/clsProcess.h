@@ -10,6 +10,8 @@
 class clsProcess
 {
 public:
+    enum class Attempt { Single, OneOfMany };
+
     clsProcess() = default;
     clsProcess(const clsProcess &) = delete;
     clsProcess &operator=(const clsProcess &) = delete;
@@ -22,10 +24,15 @@ public:
 
     /// Lets go of the process; it runs on.
     void Clear();
-    /// Starts a process from a command line by Windows' rules for quotes and holds it.
-    bool Create(const QString &commandLine);
+    /// Starts a process from a command line by Windows' rules for quotes and holds it. Why that
+    /// failed is recorded; in a series of attempts, each reason once.
+    bool Create(const QString &commandLine, Attempt attempt = Attempt::Single);
+    /// A series of attempts is over.
+    static void ForgetAttempts();
     /// Holds the process that owns the window.
     bool GetFromHwnd(platform::WindowHandle window);
+    /// The exit code of the held process; platform::StillActiveCode while it runs.
+    std::uint32_t ExitCode() const;
     /// Whether the held process has not ended.
     bool StillActive() const;
     /// Asks the first of the process's windows to close, waits up to 5 s (nothing else happens

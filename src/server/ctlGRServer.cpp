@@ -5,6 +5,7 @@
 #include "core/basTraps.h"
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
+#include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "server/basWINAPI.h"
 
@@ -31,6 +32,28 @@ QString commandLine()
         .arg(program, gRoot->Options()->ServerCommandLineArgs());
 }
 
+/// A process of this directory's program that this user may not open.
+platform::Failure foreignServer(platform::ProcessId id)
+{
+    return {
+        platform::Failure::PathAccess,
+        QStringLiteral("This directory's server runs as process %1 of another user. It cannot be "
+                       "taken over, and none is started beside it")
+            .arg(id)};
+}
+
+bool canBeOpened(platform::ProcessId id)
+{
+    platform::Processes &processes = gRoot->Machine().processes;
+    const platform::ProcessHandle handle = processes.open(id);
+    if (handle == platform::NoProcess) {
+        return false;
+    }
+    const bool known = processes.executablePath(handle).has_value();
+    processes.close(handle);
+    return known;
+}
+
 } // namespace
 
 ctlGRServer::ctlGRServer()
@@ -39,6 +62,7 @@ ctlGRServer::ctlGRServer()
       tmrDead(gRoot->Machine().clock, [this] { tmrDead_Timer(); })
 {
     tmrPollingFrequency.setEnabled(false);
+    uctlServerStatus.setTimedOut([this] { requestTimedOut(); });
 }
 
 ServerQueryStatus ctlGRServer::Status() const
@@ -86,23 +110,70 @@ QString ctlGRServer::ProcessStatusText() const
 bool ctlGRServer::StartGRServer(bool in_blnCheckForServer)
 {
     return Trap(routine("StartGRServer"), [&] {
-        if (in_blnCheckForServer && FindGRServer()) {
+        if (Connected() && m_process->StillActive()) {
             return true;
         }
-        m_process = std::make_unique<clsProcess>();
-        if (!m_process->Create(commandLine())) {
-            Disconnect();
+        const std::optional<platform::ProcessId> running = runningServer();
+        if ((in_blnCheckForServer || running) && FindGRServer()) {
+            return true;
+        }
+        if (!running) {
+            return create();
+        }
+        if (!canBeOpened(*running)) {
+            RecordNewFailure(routine("FindGRServer"), foreignServer(*running));
             return false;
         }
-        m_created = true;
-        StartMonitoring();
-        return true;
+        return waitsForWindow() || create();
     });
+}
+
+/// The process of this directory's program, whether it has a window or not.
+std::optional<platform::ProcessId> ctlGRServer::runningServer() const
+{
+    platform::Processes &processes = gRoot->Machine().processes;
+    for (const platform::ProcessId id : processes.running()) {
+        if (processes.program(id) == m_executablePath) {
+            return id;
+        }
+    }
+    return std::nullopt;
+}
+
+bool ctlGRServer::waitsForWindow()
+{
+    const qint64 now = gRoot->Machine().clock.milliseconds();
+    const qint64 since = m_waitingSince.value_or(now);
+    if (now - since >= gRoot->Options()->ServerStartupTimeout() * MillisecondsPerSecond) {
+        return false;
+    }
+    m_waitingSince = since;
+    if (m_owed == Owed::Nothing) {
+        m_owed = Owed::Start;
+    }
+    return true;
+}
+
+bool ctlGRServer::create()
+{
+    m_waitingSince.reset();
+    const bool restarts = m_owed == Owed::RestartOfEnded || m_owed == Owed::RestartOfHung;
+    m_process = std::make_unique<clsProcess>();
+    if (!m_process->Create(commandLine(), restarts ? clsProcess::Attempt::OneOfMany
+                                                   : clsProcess::Attempt::Single)) {
+        Disconnect();
+        return false;
+    }
+    m_created = true;
+    StartMonitoring();
+    return true;
 }
 
 bool ctlGRServer::StopGRServer()
 {
     return Trap(routine("StopGRServer"), [this] {
+        m_owed = Owed::Nothing;
+        m_waitingSince.reset();
         if (!Connected() || !m_process->StopProcess()) {
             return false;
         }
@@ -139,7 +210,14 @@ bool ctlGRServer::IsHwndGRServer(platform::WindowHandle in_hwnd,
             return false;
         }
         auto process = std::make_unique<clsProcess>();
-        if (!process->GetFromHwnd(in_hwnd) || process->Path() != m_executablePath) {
+        if (!process->GetFromHwnd(in_hwnd)) {
+            const platform::ProcessId owner = gRoot->Machine().windows.owner(in_hwnd);
+            if (gRoot->Machine().processes.program(owner) == m_executablePath) {
+                RecordNewFailure(routine("FindGRServer"), foreignServer(owner));
+            }
+            return false;
+        }
+        if (process->Path() != m_executablePath) {
             return false;
         }
         out_objProcess = std::move(process);
@@ -152,6 +230,10 @@ void ctlGRServer::StartMonitoring()
     Trap(routine("StartMonitoring"), [this] {
         m_monitoring = true;
         m_seemsDead = false;
+        m_restart = Restart::NotDue;
+        m_owed = Owed::Nothing;
+        m_waitingSince.reset();
+        clsProcess::ForgetAttempts();
         uctlServerStatus.setStatus(ServerQueryStatus::Unknown);
         m_pollingStarted = false;
         tmrPollingFrequency.setInterval(0);
@@ -166,6 +248,7 @@ void ctlGRServer::StopMonitoring()
     Trap(routine("StopMonitoring"), [this] {
         m_monitoring = false;
         m_pollingStarted = false;
+        m_restart = Restart::NotDue;
         tmrStartupTimeout.setInterval(0);
         tmrPollingFrequency.setInterval(0);
         tmrDead.setInterval(0);
@@ -178,6 +261,94 @@ void ctlGRServer::Disconnect()
         StopMonitoring();
         m_process.reset();
     });
+}
+
+void ctlGRServer::Supervise()
+{
+    const clsOptions &options = *gRoot->Options();
+    if (!Connected()) {
+        if (!payOwed() && options.FindGRServer()) {
+            FindGRServer();
+        }
+    } else if (m_process->StillActive()) {
+        armIdleTimers();
+    } else {
+        noteEnd();
+        Disconnect();
+        if (options.AutoRestartOnProcessStop()) {
+            restart(Owed::RestartOfEnded);
+        }
+    }
+}
+
+/// False where nothing is owed.
+bool ctlGRServer::payOwed()
+{
+    if (!isStillOwed()) {
+        m_owed = Owed::Nothing;
+        return false;
+    }
+    // A start that somebody asked for fails once; only restarts are tried on.
+    if (!StartGRServer(true) && m_owed == Owed::Start) {
+        m_owed = Owed::Nothing;
+    }
+    return true;
+}
+
+bool ctlGRServer::isStillOwed() const
+{
+    const clsOptions &options = *gRoot->Options();
+    switch (m_owed) {
+    case Owed::Nothing:
+        return false;
+    case Owed::Start:
+        return true;
+    case Owed::RestartOfEnded:
+        return options.AutoRestartOnProcessStop();
+    case Owed::RestartOfHung:
+        return options.AutoRestartGRServer();
+    }
+    return false;
+}
+
+void ctlGRServer::restart(Owed reason)
+{
+    m_owed = reason;
+    StartGRServer(true);
+}
+
+void ctlGRServer::noteEnd()
+{
+    if (m_process->PID() == 0) {
+        return; // one that could not be stopped
+    }
+    const int ends = m_ends.note(gRoot->Machine().clock.milliseconds());
+    if (ends == 0) {
+        return;
+    }
+    const QString exitCode =
+        m_created ? QString::number(m_process->ExitCode()) : QStringLiteral("unknown");
+    RecordFailure(
+        routine("Supervise"),
+        {platform::Failure::Unexpected,
+         QStringLiteral("The game server has ended %1 times within 30 s, the last time with "
+                        "the exit code %2. Start it once by hand in a terminal to see why: "
+                        "%3")
+             .arg(QString::number(ends), exitCode, commandLine())});
+}
+
+/// A setting may have been 0 for a moment, while another number was typed.
+void ctlGRServer::armIdleTimers()
+{
+    if (!m_monitoring) {
+        return;
+    }
+    const clsOptions &options = *gRoot->Options();
+    if (!m_pollingStarted && tmrStartupTimeout.Interval() == 0) {
+        tmrStartupTimeout.setInterval(options.ServerStartupTimeout() * MillisecondsPerSecond);
+    } else if (m_pollingStarted && tmrPollingFrequency.Interval() == 0) {
+        tmrPollingFrequency.setInterval(options.ServerPollingFrequency());
+    }
 }
 
 void ctlGRServer::tmrStartupTimeout_Timer()
@@ -200,6 +371,9 @@ void ctlGRServer::tmrPollingFrequency_Timer()
     if (uctlServerStatus.Status() != ServerQueryStatus::Probing) {
         readLastAnswer();
         uctlServerStatus.Refresh();
+        if (uctlServerStatus.Status() == ServerQueryStatus::Unknown) {
+            forgetSilence(); // a server that cannot be asked is not silent
+        }
     }
     // Last, so that a dead timer that falls due at the same instant as a later tick comes first
     // and still sees the server dead: the tick's next request would hide it.
@@ -210,8 +384,7 @@ void ctlGRServer::readLastAnswer()
 {
     const clsOptions &options = *gRoot->Options();
     if (uctlServerStatus.Status() == ServerQueryStatus::Responding) {
-        m_seemsDead = false;
-        tmrDead.setInterval(0);
+        forgetSilence();
     } else if (uctlServerStatus.Status() == ServerQueryStatus::Dead) {
         m_seemsDead = true;
         // An armed timer runs on: its delay counts from the first silence.
@@ -221,12 +394,45 @@ void ctlGRServer::readLastAnswer()
     }
 }
 
+void ctlGRServer::forgetSilence()
+{
+    m_seemsDead = false;
+    m_restart = Restart::NotDue;
+    tmrDead.setInterval(0);
+}
+
 void ctlGRServer::tmrDead_Timer()
 {
-    if (uctlServerStatus.Status() != ServerQueryStatus::Dead || !m_monitoring || !m_seemsDead) {
+    if (!m_monitoring || !m_seemsDead) {
         return;
     }
+    const bool late = tmrDead.Lateness() > gRoot->Options()->ServerPollingFrequency();
+    if (uctlServerStatus.Status() == ServerQueryStatus::Probing && m_restart == Restart::NotDue) {
+        m_restart = late ? Restart::AfterAnotherRequest : Restart::AfterThisRequest;
+    } else if (uctlServerStatus.Status() == ServerQueryStatus::Dead) {
+        if (late) {
+            m_restart = Restart::AfterThisRequest;
+            uctlServerStatus.Refresh();
+        } else {
+            restartHungServer();
+        }
+    }
+}
+
+void ctlGRServer::requestTimedOut()
+{
+    if (m_restart == Restart::AfterAnotherRequest) {
+        m_restart = Restart::AfterThisRequest;
+        uctlServerStatus.Refresh();
+    } else if (m_restart == Restart::AfterThisRequest) {
+        restartHungServer();
+    }
+}
+
+void ctlGRServer::restartHungServer()
+{
+    m_restart = Restart::NotDue;
     if (gRoot->Options()->AutoRestartGRServer() && StopGRServer()) {
-        StartGRServer(true);
+        restart(Owed::RestartOfHung);
     }
 }

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "platform/Timer.h"
+#include "server/RepeatedEnds.h"
 #include "server/clsProcess.h"
 #include "server/ctlServerStatus.h"
 
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 /// Supervises the game's dedicated server: finds a running one or starts one, watches it through
 /// the status query, and restarts one that no longer answers when the options ask for it.
@@ -17,6 +19,22 @@
 ///     polling                held     yes         yes              polling; dead while a restart
 ///                                                                  is pending
 ///     held, not monitoring   held     no          no               none
+///
+/// A hung server is restarted when the dead timer ticks while it seems dead and a request is, or
+/// stays, unanswered, whatever the two intervals: the restart that falls due during a request is
+/// carried out when that one has had no answer either. At most it takes 5 s, a polling interval,
+/// ServerTimeout and 5 s from the first unanswered request on. A dead timer that comes late by more
+/// than a polling interval proves nothing, for this program itself may have been stopped: the
+/// server is then asked once more.
+///
+/// There are never two servers of one directory: a held one that is active is not started again,
+/// and before a start the running processes are looked through for this directory's program. One
+/// without a window yet is waited for, ServerStartupTimeout at most; beside another user's, which
+/// cannot be taken over, none is started.
+///
+/// What Supervise() restarts and the restart of a hung server are owed: one that fails is tried
+/// again at every look, until it succeeds, the server is found, somebody stops it, or the option
+/// goes off.
 ///
 /// The options are read when they are needed, so that a change counts from the next use on. No
 /// operation throws; a failure is recorded and reads as false.
@@ -47,10 +65,12 @@ public:
     QString ProcessStatusText() const;
     QString NetworkStatusText() const;
 
-    /// Starts the server, or with `in_blnCheckForServer` takes over a running one if there is one.
+    /// Starts the server unless one is held and active. Takes over a running one: in any case where
+    /// its process shows that it is this directory's, with `in_blnCheckForServer` by its window
+    /// alone. True also while one that has no window yet is waited for.
     bool StartGRServer(bool in_blnCheckForServer);
     /// Stops the held server; blocks for up to 5 s. When it cannot be stopped an empty process
-    /// stays held.
+    /// stays held. Nothing is owed any more.
     bool StopGRServer();
     /// Takes over a running server; of several the lowest in stacking order. Changes nothing when
     /// there is none.
@@ -63,6 +83,10 @@ public:
     void StopMonitoring();
     /// Lets go of the server, which runs on.
     void Disconnect();
+    /// One look at the server, at every sixth heartbeat: restarts one that has ended, adopts one
+    /// that was started by hand, does what is owed, and sets timers going that a setting of 0 had
+    /// stopped.
+    void Supervise();
 
     void tmrStartupTimeout_Timer();
     void tmrPollingFrequency_Timer();
@@ -76,7 +100,23 @@ public:
     ctlServerStatus uctlServerStatus;
 
 private:
+    /// What is to be done at the next look, while no server is held.
+    enum class Owed { Nothing, Start, RestartOfEnded, RestartOfHung };
+    /// When a hung server is restarted.
+    enum class Restart { NotDue, AfterThisRequest, AfterAnotherRequest };
+
     void readLastAnswer();
+    void forgetSilence();
+    void requestTimedOut();
+    void restartHungServer();
+    void restart(Owed reason);
+    bool payOwed();
+    bool isStillOwed() const;
+    bool waitsForWindow();
+    bool create();
+    void noteEnd();
+    void armIdleTimers();
+    std::optional<platform::ProcessId> runningServer() const;
 
     QString m_commandLineArguments;
     QString m_executablePath;
@@ -84,5 +124,10 @@ private:
     bool m_monitoring = false;
     bool m_pollingStarted = false;
     bool m_seemsDead = false;
+    Restart m_restart = Restart::NotDue;
+    Owed m_owed = Owed::Nothing;
+    /// Since when, in the clock's milliseconds, a process without a window is waited for.
+    std::optional<qint64> m_waitingSince;
+    RepeatedEnds m_ends;
     std::unique_ptr<clsProcess> m_process;
 };

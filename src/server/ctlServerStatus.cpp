@@ -4,6 +4,7 @@
 #include "core/basMain.h"
 #include "core/basTraps.h"
 #include "core/clsZebek.h"
+#include "platform/Failure.h"
 #include "platform/Machine.h"
 
 #include <QHostInfo>
@@ -85,18 +86,34 @@ void ctlServerStatus::Refresh()
     if (m_status == ServerQueryStatus::Probing) {
         return;
     }
-    m_status = ServerQueryStatus::Probing;
-    tmrRequestTimeout->setInterval(TimeoutMilliseconds);
+    const bool sent = TrapRepeated({"Server Status Control", "Refresh", "None"}, [this] {
+        sendRequest();
+        return true;
+    });
+    m_status = sent ? ServerQueryStatus::Probing : ServerQueryStatus::Unknown;
+    tmrRequestTimeout->setInterval(sent ? TimeoutMilliseconds : 0);
     tmrRequestTimeout->setEnabled(true);
+}
+
+void ctlServerStatus::sendRequest()
+{
     takeOwnAddress();
-    if (wsck->state() != QAbstractSocket::BoundState) {
-        wsck->bind(QHostAddress(QHostAddress::AnyIPv4), 0);
-    }
-    discardUnasked();
     if (m_address.isNull()) {
-        return; // a request that cannot be sent is one without an answer
+        throw platform::Failure(platform::Failure::InvalidCall,
+                                m_ip + QStringLiteral(": No such host"));
     }
-    wsck->writeDatagram(Request.data(), Request.size(), m_address, QueryPort);
+    const bool ready = wsck->state() == QAbstractSocket::BoundState ||
+                       wsck->bind(QHostAddress(QHostAddress::AnyIPv4), 0);
+    if (ready) {
+        discardUnasked();
+    }
+    if (!ready || wsck->writeDatagram(Request.data(), Request.size(), m_address, QueryPort) < 0) {
+        const platform::Failure failure(
+            wsck->error(),
+            QStringLiteral("The server at %1 cannot be asked: %2").arg(m_ip, wsck->errorString()));
+        wsck->close(); // the next request takes a new socket
+        throw failure;
+    }
 }
 
 /// An unread datagram would keep the socket silent, and would count as the answer.
@@ -110,9 +127,13 @@ void ctlServerStatus::discardUnasked()
 void ctlServerStatus::TimerFired()
 {
     tmrRequestTimeout->setInterval(0);
+    if (m_status == ServerQueryStatus::Probing && wsck->hasPendingDatagrams()) {
+        DataArrival(wsck->pendingDatagramSize());
+    }
     if (m_status == ServerQueryStatus::Probing) {
         m_status = ServerQueryStatus::Dead;
         wsck->close();
+        m_timedOut();
     }
 }
 

@@ -6,7 +6,9 @@
 #include <QHostAddress>
 #include <QUdpSocket>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 enum class ServerQueryStatus {
     Unknown = 0,    ///< nothing asked since monitoring began, or monitoring stopped
@@ -69,12 +71,17 @@ public:
     bool LoadedFromGame() const { return m_loadedFromGame; }
     void setLoadedFromGame(bool loaded) { m_loadedFromGame = loaded; }
 
-    /// Sends a request unless one is outstanding. What arrived meanwhile unasked is dropped.
+    /// Sends a request unless one is outstanding. What arrived meanwhile unasked is dropped. One
+    /// that cannot be sent says nothing about the server: the status is then Unknown, and each new
+    /// reason is recorded once.
     void Refresh();
     /// A ping is not measured.
     void RefreshPing() const {}
-    /// The outstanding request was not answered in time.
+    /// The outstanding request was not answered in time, unless an answer waits that this program,
+    /// itself late, has not looked at yet.
     void TimerFired();
+    /// What is called when a request was not answered in time.
+    void setTimedOut(std::function<void()> timedOut) { m_timedOut = std::move(timedOut); }
     /// Takes the waiting datagram, of `bytesTotal` bytes. Any datagram is a sign of life.
     void DataArrival(qint64 bytesTotal);
     /// Forgets the outstanding request.
@@ -87,6 +94,7 @@ private:
     int serverItself() const { return m_reply.dedicated ? 1 : 0; }
     bool playing() const;
     int secondsLeft() const { return m_reply.matchLength - m_reply.elapsedSeconds; }
+    void sendRequest();
     void takeOwnAddress();
     void discardUnasked();
 
@@ -96,6 +104,7 @@ private:
     QString m_ip;
     QHostAddress m_address; ///< null for a host name that is not known: it cannot be asked
     bool m_ipIsOwn = true;
+    std::function<void()> m_timedOut = [] {};
     ServerStatusReply m_reply;
     QString m_password;
     int m_ping = 0;

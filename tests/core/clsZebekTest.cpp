@@ -31,9 +31,9 @@ TEST_F(clsZebekTest, StartsTheServerOfItsDirectoryAndTheHeartbeat)
 
     startWith({}); // takes over a running server, if it may look for one
     EXPECT_TRUE(server().ProcessLocated());
-    startWith("<FindGRServer>False</FindGRServer>");
-    EXPECT_FALSE(server().ProcessLocated());
-    EXPECT_EQ(fake.system.commandLines.size(), 2);
+    startWith("<FindGRServer>False</FindGRServer>"); // which is no reason for a second one
+    EXPECT_TRUE(server().ProcessLocated());
+    EXPECT_EQ(fake.system.commandLines.size(), 1);
     startWith("<AutoStartGRServer>0</AutoStartGRServer>");
     EXPECT_FALSE(server().Connected());
 }

@@ -73,7 +73,9 @@ TEST_F(clsProcessTest, StoppingAsksTheTopmostWindowAndThenTerminates)
     EXPECT_EQ(system.waits, (std::vector{0, 5000}));
     EXPECT_EQ(process.PID(), 0) << "the object is empty even when stopping failed";
     EXPECT_EQ(process.Path(), QString());
+    system.addWindow(u"Of nobody"_s, 0);
     EXPECT_FALSE(process.StopProcess()) << "an empty object has nothing to stop";
+    EXPECT_EQ(system.closeRequests.size(), 3U) << "only the message is asked again";
 }
 
 TEST_F(clsProcessTest, AWillingProcessIsNotTerminatedAndAnEndedOneNotAsked)

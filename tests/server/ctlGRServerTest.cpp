@@ -40,6 +40,29 @@ protected:
         fake.system.processes.at(First).closesOnRequest = false;
         fake.system.processes.at(First).terminates = !stubborn;
     }
+    /// The next looks of the heartbeat.
+    void look(int times = 1)
+    {
+        for (int count = 0; count < times; ++count) {
+            fake.clock.advance(3000);
+            server().Supervise();
+        }
+    }
+    /// How long a hung server is left alone after the first request that it does not answer.
+    qint64 millisecondsOfHang()
+    {
+        startPolling();
+        const FakeSystem::Id hung = heldId();
+        qint64 begin = 0;
+        while (server().Status() != Probing) {
+            fake.clock.advance(10);
+        }
+        begin = fake.clock.milliseconds();
+        while (heldId() == hung && fake.clock.milliseconds() - begin < 300000) {
+            fake.clock.advance(10);
+        }
+        return fake.clock.milliseconds() - begin;
+    }
     FakeSystem::Id heldId() const { return server().Process()->PID(); }
     QString timers() const
     {
@@ -95,9 +118,15 @@ TEST_F(ctlGRServerTest, ARunningServerIsTakenOverAndAFailedStartHoldsNone)
     EXPECT_EQ(fake.system.commandLines.size(), 1);
 
     fake.system.startFails = true;
-    EXPECT_FALSE(server().StartGRServer(false));
-    EXPECT_EQ(state(), Idle);
-    EXPECT_EQ(recordCount(), 1);
+    fake.system.end(1002);
+    fake.system.end(1003);
+    for (int failures = 1; failures <= 2; ++failures) { // a button is no promise to try on
+        EXPECT_FALSE(server().StartGRServer(true));
+        EXPECT_EQ(state(), Idle);
+        look();
+        EXPECT_EQ(recordCount(), failures);
+    }
+    EXPECT_EQ(fake.system.commandLines.size(), 3);
 }
 
 TEST_F(ctlGRServerTest, SilenceArmsTheDeadTimerOnceAndAnAnswerDisarmsIt)
@@ -155,4 +184,181 @@ TEST_F(ctlGRServerTest, WithDefaultSettingsEachOfManyHangsIsRestartedAtTheFirstM
         ASSERT_EQ(heldId(), First + hang + 1);
         EXPECT_TRUE(fake.system.processes.at(First + hang).ended);
     }
+}
+
+TEST_F(ctlGRServerTest, AHungServerIsRestartedInTimeWithAllSettingsAndHoweverLateTheTimers)
+{
+    constexpr int Lateness = 5000 + 5 * 10000; // of one more request, and of five ticks
+    constexpr int Step = 10;
+    for (int round = 0; round < 4; ++round) {
+        if (round > 0) {
+            fake.clock.disorder(round);
+        }
+        for (const int polling : {1, 250, 500, 1000, 1700, 2500, 3000, 4000, 5000, 7000, 32767}) {
+            for (const int timeout : {1, 4, 5, 7, 10, 30, 64}) {
+                root->Options()->ServerPollingFrequency.Ex(polling);
+                root->Options()->ServerTimeout.Ex(timeout);
+                const qint64 hang = millisecondsOfHang();
+                EXPECT_GE(hang, 5000 + timeout * 1000) << polling << '/' << timeout;
+                EXPECT_LE(hang, 5000 + polling + timeout * 1000 + 5000 + Step +
+                                    (round > 0 ? Lateness : 0))
+                    << polling << '/' << timeout << ", round " << round;
+                server().StopGRServer();
+            }
+        }
+    }
+}
+
+TEST_F(ctlGRServerTest, AToolThatWasStoppedAsksOnceMoreBeforeItRestarts)
+{
+    for (int second = 9; second < 39; ++second) {
+        startPolling();
+        const FakeSystem::Id held = heldId();
+        fake.clock.advance(second * 1000); // dead at 8 s, seen at 9 s, restarted at 39 s
+        fake.clock.sleep(60000);
+        fake.clock.advance(1);
+        ASSERT_EQ(heldId(), held) << second;
+        ASSERT_EQ(server().Status(), Probing) << second;
+        if (second % 2 == 0) {
+            server().uctlServerStatus.setStatus(Responding);
+            fake.clock.advance(3000);
+            EXPECT_EQ(timers(), u"0 3000 0"_s) << second;
+        } else {
+            fake.clock.advance(10000);
+            EXPECT_NE(heldId(), held) << second;
+        }
+        server().StopGRServer();
+    }
+}
+
+TEST_F(ctlGRServerTest, AZeroThatWasTypedOnTheWayStopsNoTimerForGood)
+{
+    startPolling();
+    root->Options()->ServerPollingFrequency.Let(0);
+    pollAs(Responding);
+    look();
+    EXPECT_EQ(timers(), u"0 0 0"_s);
+    root->Options()->ServerPollingFrequency.Let(5000);
+    look();
+    EXPECT_EQ(timers(), u"0 5000 0"_s);
+
+    root->Options()->ServerStartupTimeout.Let(0);
+    server().StartMonitoring();
+    look();
+    EXPECT_EQ(timers(), u"0 0 0"_s);
+    root->Options()->ServerStartupTimeout.Let(7);
+    look();
+    EXPECT_EQ(timers(), u"7000 0 0"_s);
+}
+
+TEST_F(ctlGRServerTest, ARestartThatFailsIsOwedUntilThereIsAServerOrNobodyWantsOne)
+{
+    const auto ends = [this] {
+        fake.system.end(heldId());
+        look();
+    };
+    const auto hangs = [this] {
+        server().tmrStartupTimeout_Timer();
+        pollAs(Dead);
+        deadTimerAs(Dead);
+    };
+    clsOptions &options = *root->Options();
+    const std::vector<std::pair<std::function<void()>, bool>> reliefs{
+        {[] {}, true},
+        {[this] { fake.system.addServer(server().EXEPath()); }, true},
+        {[this] { server().StopGRServer(); }, false},
+        {[&] { options.AutoRestartOnProcessStop.Let(false); }, false},
+        {[&] { options.AutoRestartGRServer.Let(false); }, false}};
+    qsizetype records = 0;
+    for (const auto &trouble : {std::function<void()>(ends), std::function<void()>(hangs)}) {
+        for (std::size_t row = 0; row < reliefs.size(); ++row) {
+            const bool otherOption = row == (records < 5 ? 4U : 3U);
+            options.AutoRestartOnProcessStop.Let(true);
+            options.AutoRestartGRServer.Let(true);
+            ASSERT_TRUE(server().StartGRServer(true));
+            fake.system.startFails = true;
+            trouble();
+            look(3);
+            EXPECT_EQ(state(), Idle);
+            EXPECT_EQ(recordCount(), ++records) << "one for each series";
+            reliefs[row].first();
+            look();
+            fake.system.startFails = false;
+            look();
+            EXPECT_EQ(server().Connected(), reliefs[row].second || otherOption) << row;
+            server().StopGRServer();
+        }
+    }
+}
+
+TEST_F(ctlGRServerTest, ThereAreNeverTwoServersOfOneDirectory)
+{
+    EXPECT_TRUE(server().StartGRServer(true));
+    fake.system.windows.clear(); // which the server has not made yet
+    EXPECT_TRUE(server().StartGRServer(true));
+    EXPECT_TRUE(server().StartGRServer(false));
+    server().Disconnect();
+
+    // As after a restart of the tool: the window comes, the process ends, or neither.
+    const std::vector<std::pair<std::function<void()>, QString>> cases{
+        {[this] { fake.system.addWindow(u"Ghost Recon"_s, First); },
+         u"GR Process found (ID=1001) :Running|Unknown|30000 0 0"_s},
+        {[this] { fake.system.end(First); },
+         u"GR Process created (ID=1002) :Running|Unknown|30000 0 0"_s},
+        {[this] { look(10); }, u"GR Process created (ID=1003) :Running|Unknown|30000 0 0"_s}};
+    for (const auto &[event, outcome] : cases) {
+        for (const bool search : {true, false}) {
+            EXPECT_TRUE(server().StartGRServer(search));
+            look(4);
+            EXPECT_EQ(state(), Idle);
+        }
+        event();
+        look();
+        EXPECT_EQ(state(), outcome);
+        server().Disconnect();
+        fake.system.windows.clear();
+    }
+    EXPECT_EQ(fake.system.commandLines.size(), 3);
+
+    // One of another user is left alone, and told of once.
+    for (auto &[id, process] : fake.system.processes) {
+        process.opens = false;
+        fake.system.addWindow(u"Ghost Recon"_s, id);
+    }
+    EXPECT_FALSE(server().StartGRServer(true));
+    fake.system.end(1003);
+    look(20);
+    EXPECT_EQ(recordCount(), 2) << "for two processes";
+    EXPECT_EQ(lastRecord(), u"GR Server Class|FindGRServer|Unknown|75"_s);
+    EXPECT_EQ(fake.system.commandLines.size(), 3);
+}
+
+TEST_F(ctlGRServerTest, AServerThatEndsAgainAndAgainIsToldOnceAnHour)
+{
+    ASSERT_TRUE(server().StartGRServer(true));
+    for (int end = 1; end <= 1300; ++end) {
+        fake.system.processes.at(heldId()).exitCode = 127;
+        fake.system.end(heldId());
+        look();
+        ASSERT_EQ(recordCount(), end < 3 ? 0 : (end < 3 + 1200 ? 1 : 2)) << end;
+    }
+    EXPECT_TRUE(read(ErrorLog).contains("ended 3 times within 30 s, the last time with the exit "
+                                        "code 127. Start it once by hand"));
+}
+
+TEST_F(ctlGRServerTest, ARequestThatCannotBeSentDoesNotCountAgainstTheServer)
+{
+    startPolling();
+    fake.clock.advance(9000); // silent
+    EXPECT_EQ(timers(), u"0 3000 30000"_s);
+    for (const auto &[address, records] :
+         {std::pair(u"255.255.255.255"_s, 1), std::pair(u"no.such.host.invalid"_s, 2)}) {
+        server().uctlServerStatus.setIP(address);
+        fake.clock.advance(120000);
+        EXPECT_EQ(state(), Created + u"Unknown|0 3000 0"_s);
+        EXPECT_EQ(recordCount(), records) << "one for each reason";
+    }
+    EXPECT_EQ(lastRecord().section(u'|', 0, 2), u"Server Status Control|Refresh|None"_s);
+    server().uctlServerStatus.setIP(u"127.0.0.1"_s);
+    EXPECT_LE(millisecondsOfHang(), 36000);
 }

@@ -194,6 +194,22 @@ public:
         const Process process = behind(handle);
         return process.gone ? std::nullopt : std::optional(process.path);
     }
+    std::vector<Id> running() override
+    {
+        std::vector<Id> result;
+        for (const auto &[id, process] : processes) {
+            if (!process.ended) {
+                result.push_back(id);
+            }
+        }
+        return result;
+    }
+    std::optional<QString> program(Id id) override
+    {
+        const auto found = processes.find(id);
+        const bool runs = found != processes.end() && !found->second.ended;
+        return runs ? std::optional(found->second.path) : std::nullopt;
+    }
     std::optional<std::vector<platform::ProcessEntry>> snapshot() override { return {}; }
     std::int32_t systemVersion() override { return 0; }
 

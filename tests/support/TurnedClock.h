@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
+#include <random>
 #include <utility>
 #include <vector>
 
@@ -15,6 +17,7 @@ class TurnedClock final : public platform::Clock
 {
 public:
     QDateTime now() const override { return m_start.addMSecs(m_elapsed); }
+    qint64 milliseconds() const override { return m_elapsed; }
     std::unique_ptr<platform::Alarm> newAlarm(std::function<void()> callback) override
     {
         return std::make_unique<TurnedAlarm>(*this, std::move(callback));
@@ -24,12 +27,17 @@ public:
     {
         const qint64 end = m_elapsed + milliseconds;
         for (TurnedAlarm *due = next(end); due != nullptr; due = next(end)) {
-            m_elapsed = due->due.first;
+            m_elapsed = std::max(m_elapsed, due->due.first);
             due->start(due->period);
             due->callback();
         }
         m_elapsed = end;
     }
+
+    /// The program is stopped for a while; what falls due meanwhile rings at the next turn.
+    void sleep(qint64 milliseconds) { m_elapsed += milliseconds; }
+    /// From now on every other alarm rings up to 10 s late, and those due together in any order.
+    void disorder(unsigned seed) { m_disorder.emplace(seed); }
 
 private:
     static constexpr std::pair<qint64, qint64> Never{std::numeric_limits<qint64>::max(), 0};
@@ -47,7 +55,7 @@ private:
         void start(int milliseconds) override
         {
             period = milliseconds;
-            due = {clock.m_elapsed + period, ++clock.m_armed};
+            due = clock.after(period);
         }
         void stop() override { due = Never; }
 
@@ -56,6 +64,16 @@ private:
         int period = 0;
         std::pair<qint64, qint64> due = Never; ///< the instant and the order of arming
     };
+
+    std::pair<qint64, qint64> after(int milliseconds)
+    {
+        constexpr int Latest = 10001;
+        const auto random = [this] { return static_cast<int>((*m_disorder)() >> 1); };
+        if (!m_disorder) {
+            return {m_elapsed + milliseconds, ++m_armed};
+        }
+        return {m_elapsed + milliseconds + (random() % 2 == 0 ? 0 : random() % Latest), random()};
+    }
 
     /// The alarm that rings next, until `end`; null without one.
     TurnedAlarm *next(qint64 end) const
@@ -67,5 +85,6 @@ private:
     QDateTime m_start{QDate(2026, 3, 14), QTime(15, 9, 26)};
     qint64 m_elapsed = 0;
     qint64 m_armed = 0;
+    std::optional<std::mt19937> m_disorder;
     std::vector<TurnedAlarm *> m_alarms;
 };

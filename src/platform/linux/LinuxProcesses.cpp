@@ -5,6 +5,7 @@
 #include "platform/linux/Wine.h"
 
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -118,6 +119,50 @@ std::optional<pid_t> idOf(ProcessHandle process)
     return std::nullopt;
 }
 
+bool isWineLoader(const QString &path)
+{
+    return QFileInfo(path).fileName().startsWith(QStringLiteral("wine"));
+}
+
+/// A program whose file was replaced by an update still is that program.
+QString withoutDeletionMark(const QString &path)
+{
+    const QString deleted = QStringLiteral(" (deleted)");
+    return path.endsWith(deleted) && !QFile::exists(path) ? path.chopped(deleted.size()) : path;
+}
+
+/// The program that a process runs, that of Wine's loader being the Windows program; empty where
+/// the process has ended or the system does not tell.
+QString executableOf(pid_t id)
+{
+    const QString path = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(id));
+    return withoutDeletionMark(isWineLoader(path) ? programMappedBy(id).value_or(path) : path);
+}
+
+/// Of an ended child that is not reaped yet.
+std::uint32_t exitCodeOf(int descriptor)
+{
+    constexpr std::uint32_t EndedBySignal = 128;
+    siginfo_t info{};
+    if (::waitid(P_PIDFD, static_cast<id_t>(descriptor), &info, WEXITED | WNOHANG | WNOWAIT) != 0) {
+        return 0;
+    }
+    const auto status = static_cast<std::uint32_t>(info.si_status);
+    return info.si_code == CLD_EXITED ? status : EndedBySignal + status;
+}
+
+/// Where the system hides the program of another user's process, it still shows its command line.
+QString programByCommandLine(ProcessId id)
+{
+    QFile file(QStringLiteral("/proc/%1/cmdline").arg(id));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    const QList<QByteArray> arguments = file.readAll().split('\0');
+    const bool wine = isWineLoader(QFile::decodeName(arguments.value(0)));
+    return QFile::decodeName(arguments.value(wine ? 1 : 0));
+}
+
 } // namespace
 
 ProcessId LinuxProcesses::start(const QString &commandLine)
@@ -163,7 +208,7 @@ std::optional<std::uint32_t> LinuxProcesses::exitCode(ProcessHandle process)
     if (process == NoProcess) {
         return std::nullopt;
     }
-    return wait(process, 0) ? 0 : StillActiveCode;
+    return wait(process, 0) ? exitCodeOf(descriptorOf(process)) : StillActiveCode;
 }
 
 bool LinuxProcesses::wait(ProcessHandle process, int milliseconds)
@@ -194,20 +239,30 @@ bool LinuxProcesses::terminate(ProcessHandle process)
 std::optional<QString> LinuxProcesses::executablePath(ProcessHandle process)
 {
     const std::optional<pid_t> id = idOf(process);
-    if (!id) {
-        return std::nullopt;
-    }
-    QString path = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(*id));
-    if (QFileInfo(path).fileName().startsWith(QStringLiteral("wine"))) {
-        path = programMappedBy(*id).value_or(path);
-    }
+    const QString path = id ? executableOf(*id) : QString();
     // The id could have gone to another process before it was used; not if ours still runs now.
-    if (path.isEmpty() || wait(process, 0)) {
-        return std::nullopt;
+    return path.isEmpty() || wait(process, 0) ? std::nullopt : std::optional(path);
+}
+
+std::vector<ProcessId> LinuxProcesses::running()
+{
+    std::vector<ProcessId> result;
+    const QStringList entries = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    for (const QString &entry : entries) {
+        if (const ProcessId id = entry.toInt(); id > 0) {
+            result.push_back(id);
+        }
     }
-    // A program whose file was replaced by an update still is that program.
-    const QString deleted = QStringLiteral(" (deleted)");
-    return path.endsWith(deleted) && !QFile::exists(path) ? path.chopped(deleted.size()) : path;
+    return result;
+}
+
+std::optional<QString> LinuxProcesses::program(ProcessId id)
+{
+    QString path = executableOf(id);
+    if (path.isEmpty()) {
+        path = programByCommandLine(id);
+    }
+    return path.isEmpty() ? std::nullopt : std::optional(path);
 }
 
 void LinuxProcesses::reapEndedChildren()

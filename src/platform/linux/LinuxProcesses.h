@@ -9,7 +9,7 @@ namespace platform {
 
 /// Processes by process file descriptors (pidfd), which name one process for good; a handle is
 /// such a descriptor. The system keeps no exit code for a process that is not our child, so an
-/// ended one reports 0.
+/// ended one reports 0; one that a signal ended reports 128 and the signal's number, as shells do.
 class LinuxProcesses final : public Processes
 {
 public:
@@ -20,6 +20,8 @@ public:
     bool wait(ProcessHandle process, int milliseconds) override;
     bool terminate(ProcessHandle process) override;
     std::optional<QString> executablePath(ProcessHandle process) override;
+    std::vector<ProcessId> running() override;
+    std::optional<QString> program(ProcessId id) override;
     std::optional<std::vector<ProcessEntry>> snapshot() override { return std::nullopt; }
     std::int32_t systemVersion() override { return 0; }
 

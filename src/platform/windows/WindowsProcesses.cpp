@@ -97,6 +97,36 @@ std::optional<QString> WindowsProcesses::executablePath(ProcessHandle process)
                       : std::nullopt;
 }
 
+std::vector<ProcessId> WindowsProcesses::running()
+{
+    std::vector<DWORD> ids(1024);
+    DWORD bytes = 0;
+    const auto listed = [&] {
+        const auto room = static_cast<DWORD>(ids.size() * sizeof ids.front());
+        return EnumProcesses(ids.data(), room, &bytes) == 0 || bytes < room;
+    };
+    while (!listed()) { // a list that fills all the room may be cut
+        ids.resize(2 * ids.size());
+    }
+    ids.resize(bytes / sizeof ids.front());
+    return {ids.begin(), ids.end()};
+}
+
+std::optional<QString> WindowsProcesses::program(ProcessId id)
+{
+    const HANDLE process =
+        OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(id));
+    if (process == nullptr) {
+        return std::nullopt;
+    }
+    std::array<char, 1024> path{};
+    auto length = static_cast<DWORD>(path.size());
+    const bool known = QueryFullProcessImageNameA(process, 0, path.data(), &length) != 0;
+    CloseHandle(process);
+    return known ? std::optional(fromAnsi(path.data(), static_cast<qsizetype>(length)))
+                 : std::nullopt;
+}
+
 std::optional<std::vector<ProcessEntry>> WindowsProcesses::snapshot()
 {
     const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);

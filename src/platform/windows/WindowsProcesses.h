@@ -15,6 +15,8 @@ public:
     bool wait(ProcessHandle process, int milliseconds) override;
     bool terminate(ProcessHandle process) override;
     std::optional<QString> executablePath(ProcessHandle process) override;
+    std::vector<ProcessId> running() override;
+    std::optional<QString> program(ProcessId id) override;
     std::optional<std::vector<ProcessEntry>> snapshot() override;
     std::int32_t systemVersion() override;
 };

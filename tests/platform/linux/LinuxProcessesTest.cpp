@@ -32,3 +32,23 @@ TEST_F(LinuxProcessesTest, AHandleNeverNamesAnotherProcess)
     EXPECT_FALSE(processes.wait(platform::NoProcess, 5000));
     EXPECT_FALSE(processes.terminate(platform::NoProcess));
 }
+
+TEST_F(LinuxProcessesTest, RunningOnesAreListedWithTheirProgramsAndEndedOnesTellTheirExitCode)
+{
+    const auto listed = [this](platform::ProcessId wanted) {
+        return std::ranges::count(processes.running(), wanted) == 1;
+    };
+    const QString sleep = QFileInfo(u"/usr/bin/sleep"_s).canonicalFilePath();
+    EXPECT_TRUE(listed(id));
+    EXPECT_EQ(processes.program(id), sleep);
+    processes.terminate(handle);
+    EXPECT_EQ(processes.exitCode(handle), 128U + 9U);
+    EXPECT_EQ(processes.program(id), std::nullopt) << "its parent has not noticed its end yet";
+    processes.close(handle);
+    EXPECT_FALSE(listed(id));
+
+    const auto failing = processes.open(processes.start(uR"("/bin/sh" -c "exit 7")"_s));
+    EXPECT_TRUE(processes.wait(failing, 10000));
+    EXPECT_EQ(processes.exitCode(failing), 7U);
+    processes.close(failing);
+}
