@@ -8,6 +8,8 @@ inline constexpr const char *EveryPage = "";
 
 /// Renders the pages again that show a setting, if there is a web site yet.
 void RefreshPages(const char *pages);
+/// Lets the settings be saved soon, if they are loaded already.
+void NoteChangedSetting();
 
 /// One setting of the tool: reading it is calling it.
 template <typename Value>
@@ -20,17 +22,28 @@ public:
     }
 
     const Value &operator()() const { return m_value; }
-    /// Stores the value and renders the pages again that show it.
+    /// Stores the value and renders the pages again that show it. The value that it has already
+    /// changes nothing.
     void Let(Value value)
     {
-        Ex(std::move(value));
-        RefreshPages(m_pages);
+        if (store(std::move(value))) {
+            RefreshPages(m_pages);
+        }
     }
-    /// For the web site's own handlers, which render their pages themselves: stores and nothing
-    /// else.
-    void Ex(Value value) { m_value = std::move(value); }
+    /// For the web site's own handlers, which render their pages themselves: only stores.
+    void Ex(Value value) { store(std::move(value)); }
 
 private:
+    bool store(Value value)
+    {
+        if (value == m_value) {
+            return false;
+        }
+        m_value = std::move(value);
+        NoteChangedSetting();
+        return true;
+    }
+
     const char *m_pages;
     Value m_value;
 };

@@ -1,14 +1,25 @@
 #include "core/SingleInstance.h"
 
-#include "platform/Foreground.h"
+#include "platform/FirstInstance.h"
 
 #include <QCryptographicHash>
 #include <QLocalSocket>
+#include <QTimer>
 
 namespace {
 
 /// The first one may be busy; its system accepts the connection all the same.
 constexpr int ConnectMilliseconds = 1000;
+constexpr int AnswerMilliseconds = 3000;
+
+/// The other one closes the connection; on Windows it would lose the answer if we did.
+void answer(QLocalSocket &other)
+{
+    QObject::connect(&other, &QLocalSocket::disconnected, &other, &QObject::deleteLater);
+    QTimer::singleShot(2 * AnswerMilliseconds, &other, &QObject::deleteLater);
+    other.write("1");
+    other.flush();
+}
 
 } // namespace
 
@@ -20,26 +31,31 @@ SingleInstance::SingleInstance(const QString &directory)
     m_server.setSocketOptions(QLocalServer::AbstractNamespaceOption);
 }
 
-bool SingleInstance::claim(std::function<void()> onSecondStart)
+SingleInstance::Claim SingleInstance::claim(std::function<void()> onSecondStart)
 {
     QObject::connect(&m_server, &QLocalServer::newConnection,
                      [this, onSecondStart = std::move(onSecondStart)] {
                          while (QLocalSocket *const other = m_server.nextPendingConnection()) {
-                             other->deleteLater();
+                             answer(*other);
                          }
                          onSecondStart();
                      });
     // Asked before listening, for on Windows two may listen to one name; and again when another
     // one was quicker. Where no name can be claimed at all, a tool that runs is worth more.
-    return !tellTheFirst() && (m_server.listen(m_name) || !tellTheFirst());
+    const Claim claim = tellTheFirst();
+    return claim == Claim::First && !m_server.listen(m_name) ? tellTheFirst() : claim;
 }
 
-bool SingleInstance::tellTheFirst() const
+SingleInstance::Claim SingleInstance::tellTheFirst()
 {
     QLocalSocket socket;
     socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
     platform::letOthersComeToFront();
     // More than reading Windows does not allow to another user.
     socket.connectToServer(m_name, QIODevice::ReadOnly);
-    return socket.waitForConnected(ConnectMilliseconds);
+    if (!socket.waitForConnected(ConnectMilliseconds)) {
+        return Claim::First;
+    }
+    m_firstProcess = platform::processServing(socket.socketDescriptor());
+    return socket.waitForReadyRead(AnswerMilliseconds) ? Claim::Second : Claim::Ignored;
 }

@@ -10,15 +10,23 @@
 class SingleInstance
 {
 public:
+    enum class Claim {
+        First,  ///< this process serves the directory
+        Second, ///< there is one already; it has been told
+        Ignored ///< there is one already, which does not answer within 3 s
+    };
+
     explicit SingleInstance(const QString &directory);
 
-    /// True when this process is the directory's first. It then calls `onSecondStart` whenever
-    /// another one tries. False when there is one already; it has been told.
-    bool claim(std::function<void()> onSecondStart);
+    /// The first one calls `onSecondStart` whenever another one tries.
+    Claim claim(std::function<void()> onSecondStart);
+    /// The process id of the first one, as told to a second; 0 when unknown.
+    qint64 FirstProcess() const { return m_firstProcess; }
 
 private:
-    bool tellTheFirst() const;
+    Claim tellTheFirst();
 
     QString m_name;
+    qint64 m_firstProcess = 0;
     QLocalServer m_server;
 };

@@ -136,6 +136,7 @@ void RunOnStartupSetting::Ex(bool value) const
 
 clsOptions::clsOptions()
     : ReplayFolder("AdminReplays", defaultReplayFolder()),
+      tmrSave(gRoot->Machine().clock, [this] { tmrSave_Timer(); }),
       m_path(gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.xml"))
 {
     if (XmlDocument::libraryAvailable()) {
@@ -155,6 +156,12 @@ void clsOptions::Load()
     if (!document) {
         m_fileUnread = QFile::exists(m_path);
         document = CreateXML();
+    }
+    if (m_fileUnread) {
+        RecordFailure(Initialize, {platform::Failure::PathAccess,
+                                   m_path + QStringLiteral(": Cannot be read. The defaults hold; "
+                                                           "the file is kept under another name "
+                                                           "when it is replaced")});
     }
     if (!document) {
         return;
@@ -185,6 +192,7 @@ void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
     if (qstrcmp(row.element, "ReplaysPath") == 0 && text == QLatin1String(DefaultFolder)) {
         ReplayFolder.Ex(defaultReplayFolder());
     }
+    SkipFailure([this] { m_autoRunInFile.Ex(fnToText(fnToBoolean(m_autoRunInFile()))); });
 }
 
 void clsOptions::Save()
@@ -194,10 +202,25 @@ void clsOptions::Save()
     }
 }
 
-void clsOptions::SaveUnattended()
+bool clsOptions::SaveUnattended()
 {
-    if (const std::optional<XmlDocument> document = ToXML()) {
-        Trap(Terminate, [&] { Write(*document); });
+    const std::optional<XmlDocument> document = ToXML();
+    return !document || TrapRepeated(Terminate, [&] {
+        Write(*document);
+        return true;
+    });
+}
+
+void clsOptions::SaveSoon()
+{
+    constexpr int Milliseconds = 2000;
+    tmrSave.setInterval(Milliseconds);
+}
+
+void clsOptions::tmrSave_Timer()
+{
+    if (SaveUnattended()) {
+        tmrSave.setInterval(0);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Setting.h"
+#include "platform/Timer.h"
 #include "platform/XmlDocument.h"
 
 #include <QString>
@@ -19,25 +20,32 @@ struct RunOnStartupSetting
     void Ex(bool value) const;
 };
 
-/// The tool's own settings. Read from a file when the object is made, written back by Save().
+/// The tool's own settings. Read from a file when the object is made, written back by Save() at the
+/// end of the program and 2 s after the last change, so that a power cut does not undo months.
 ///
 /// The file "ZebekSuiteOptions.xml" in the game's directory is an XML document (UTF-8 when we write
 /// it) with the root element `options` and one element without attributes a setting, its value as
 /// text: "True" or "False", decimal integers, text as it is. Elements are found by name anywhere in
-/// the document; a missing or empty one has the default of the table in clsOptions.cpp.
+/// the document; a missing or empty one has the default of the table in clsOptions.cpp. A file made
+/// anew can be read by its owner alone, for it holds a password.
 class clsOptions
 {
 public:
-    /// Loads the file. A value that cannot be converted is shown with Retry and Cancel; Cancel
-    /// leaves the settings not yet read at the values below. Without an XML library all stay so,
-    /// and nothing will be saved.
+    /// Loads the file. One that cannot be read is recorded. A value that cannot be converted is
+    /// shown with Retry and Cancel; Cancel leaves the settings not yet read at the values below.
+    /// Without an XML library all stay so, and nothing will be saved.
     clsOptions();
 
     /// Writes the file whole. A file that could not be read, or not to its end, when the settings
     /// were loaded is first copied under another name. A failure is shown with Retry and Cancel.
     void Save();
-    /// The same when nobody can be asked any more: a failure is recorded.
-    void SaveUnattended();
+    /// The same when nobody can be asked: a failure is recorded, each reason once. True when the
+    /// file holds the settings.
+    bool SaveUnattended();
+    /// A setting has changed.
+    void SaveSoon();
+    /// Saves; what fails is tried again at the next tick.
+    void tmrSave_Timer();
 
     Setting<QString> AdminUserName{EveryPage, QStringLiteral("Admin")};
     Setting<QString> AdminPassword{EveryPage};
@@ -81,8 +89,9 @@ private:
     void Write(const platform::XmlDocument &document);
     void CopyUnreadFileAside();
 
-    /// What the file said; it is only carried over.
-    Setting<bool> m_autoRunInFile{NoPage};
+    platform::Timer tmrSave;
+    /// What the file said; it is only carried over, be it a Boolean or not.
+    Setting<QString> m_autoRunInFile{NoPage};
     QString m_path;
     /// The file holds what was not loaded and would be lost by saving.
     bool m_fileUnread = false;

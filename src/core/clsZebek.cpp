@@ -199,3 +199,11 @@ void clsZebek::Quit()
     }
     m_machine.processEnd.end();
 }
+
+void clsZebek::QuitUnattended()
+{
+    if (m_options) {
+        m_options->SaveUnattended();
+    }
+    m_machine.processEnd.end();
+}

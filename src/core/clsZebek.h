@@ -46,6 +46,8 @@ public:
     void Start();
     /// Saves the options and ends the process at once. The game server keeps running.
     void Quit();
+    /// The same when nobody can be asked, and in any case: a failing save is recorded.
+    void QuitUnattended();
 
     /// The hidden form with the timers and the supervisor; null before Start loaded it.
     frmGlobal *GlobalForm() const { return m_globalForm.get(); }

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QDir>
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -25,12 +26,45 @@ void bringToFront()
     }
 }
 
-/// When the desktop session ends or the display goes away, there is nobody to ask.
+/// When the display goes away, Qt ends the process with exit().
 void saveUnattended()
 {
     if (clsOptions *const options = gRoot->Options()) {
         options->SaveUnattended();
     }
+}
+
+/// Told by the exit code, since nobody looks at a window then.
+constexpr int NoDisplay = 69;
+
+/// Takes what Qt has to say before it aborts for want of a display.
+void endWithoutDisplay(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (type == QtFatalMsg) {
+        std::fputs(
+            "ZebekSuite.exe: There is no display. Set DISPLAY to that of a running X server; "
+            "on a machine without a desktop start one, as in \"Xvfb :1 &\".\n",
+            stderr);
+        std::_Exit(NoDisplay);
+    }
+    if (qstrncmp(context.category, "qt.qpa", 6) != 0) {
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+    }
+}
+
+/// A first tool that runs is told and shows its window; of one that hangs the operator must know.
+int endAsSecond(const SingleInstance &instance, SingleInstance::Claim claim)
+{
+    if (claim == SingleInstance::Claim::Second) {
+        qInfo("The game directory is served already; that tool's window comes to the front.");
+        return EXIT_SUCCESS;
+    }
+    platform::nativeMachine().messageBoxes.show(
+        QStringLiteral("The tool that serves this game directory, process %1, does not answer. End "
+                       "that process, then start this program again.")
+            .arg(instance.FirstProcess()),
+        QStringLiteral("Zebek Suite Does Not Answer"), platform::OkOnly + platform::StopIcon);
+    return EXIT_FAILURE;
 }
 
 /// Where Qt runs on GLib's event loop, every change to a watched socket wakes that loop by a write:
@@ -42,7 +76,9 @@ constexpr char QtsOwnEventLoop[] = "QT_NO_GLIB";
 int main(int argc, char *argv[])
 {
     qputenv(QtsOwnEventLoop, "1");
+    qInstallMessageHandler(endWithoutDisplay);
     QApplication application(argc, argv);
+    qInstallMessageHandler(nullptr);
     qunsetenv(QtsOwnEventLoop); // the game server has its own choice
     QApplication::setApplicationName(QStringLiteral("Zebek Suite"));
     // Closing the main window ends the program by itself; closing a message box must not.
@@ -53,19 +89,16 @@ int main(int argc, char *argv[])
     const platform::Machine &machine = platform::nativeMachine();
     const QString directory = QDir::toNativeSeparators(QApplication::applicationDirPath());
     SingleInstance instance(directory);
-    if (!instance.claim(bringToFront)) {
-        qInfo("The game directory is served already; that tool's window comes to the front.");
-        return EXIT_SUCCESS;
+    const SingleInstance::Claim claim = instance.claim(bringToFront);
+    if (claim != SingleInstance::Claim::First) {
+        return endAsSecond(instance, claim);
     }
     static clsZebek root(machine, directory); // still there when exit() saves the options
     gRoot = &root;
-    machine.processEnd.onRequest([] { gRoot->Quit(); });
+    machine.processEnd.onRequest([] { gRoot->QuitUnattended(); });
     // The end of the desktop session arrives as the end of the application, which the window does
-    // not outlive; when the display goes away, Qt ends the process with exit().
-    QObject::connect(&application, &QApplication::aboutToQuit, [&machine] {
-        saveUnattended();
-        machine.processEnd.end();
-    });
+    // not outlive.
+    QObject::connect(&application, &QApplication::aboutToQuit, [] { gRoot->QuitUnattended(); });
     if (std::atexit(saveUnattended) != 0) {
         qWarning("The settings cannot be saved if the display goes away.");
     }

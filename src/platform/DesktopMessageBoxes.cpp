@@ -4,6 +4,8 @@
 #include <QEventLoop>
 #include <QMessageBox>
 
+#include <cstdio>
+
 namespace platform {
 
 int DesktopMessageBoxes::show(const QString &text, const QString &title, int style)
@@ -27,6 +29,7 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
     box.setStandardButtons(asksToRetry ? QMessageBox::Retry | QMessageBox::Cancel
                                        : QMessageBox::Ok);
     m_texts.append(text);
+    std::fprintf(stderr, "%s: %s\n", qPrintable(title), qPrintable(box.text()));
     // At once, for this call returns only after those that came meanwhile.
     QObject::connect(&box, &QDialog::finished, [&] { m_texts.removeOne(text); });
     waitForTurn();

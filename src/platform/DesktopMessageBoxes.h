@@ -9,7 +9,8 @@ class QMessageBox;
 
 namespace platform {
 
-/// The desktop's message boxes, one at a time: while one is open the next waits for its turn. A box
+/// The desktop's message boxes, one at a time: while one is open the next waits for its turn.
+/// Titles and texts also go to the standard error, where a log of the system may keep them. A box
 /// whose very text is open already is not shown a second time; it counts as dismissed, so that a
 /// failure that repeats does not pile up boxes while nobody looks.
 class DesktopMessageBoxes final : public MessageBoxes

@@ -47,7 +47,7 @@ bool clsMods::LoadAvailableMods()
     m_first = nullptr;
     m_last = nullptr;
     m_mods.clear();
-    return Trap(routine("LoadAvailableMods"), [this] {
+    return TrapRepeated(routine("LoadAvailableMods"), [this] {
         const QString folder = fnGamePath(QStringLiteral("Mods"));
         platform::requireFolder(folder);
         QDirIterator folders(folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
@@ -70,7 +70,7 @@ bool clsMods::CheckActiveMods()
 {
     m_first = nullptr;
     m_last = nullptr;
-    const bool read = Trap(routine("CheckActiveMods"), [this] {
+    const bool read = TrapRepeated(routine("CheckActiveMods"), [this] {
         const QStringList lines = platform::fromCodePage(platform::readFile(listPath()))
                                       .replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
                                       .split(u'\n');

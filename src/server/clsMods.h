@@ -20,7 +20,8 @@ public:
     clsMods &operator=(const clsMods &) = delete;
     ~clsMods() = default;
 
-    /// Finds the mods and reads which are active.
+    /// Finds the mods and reads which are active. What is missing or unreadable is recorded once,
+    /// and again when it has been there meanwhile.
     void Load();
     /// Writes the list of active mods. Nothing is written while the mods could not be loaded, for
     /// it would end the game's own list. A failure is recorded.

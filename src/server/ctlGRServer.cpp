@@ -118,6 +118,7 @@ bool ctlGRServer::StartGRServer(bool in_blnCheckForServer)
             return true;
         }
         if (!running) {
+            m_waitingSince.reset();
             return create();
         }
         if (!canBeOpened(*running)) {
@@ -156,7 +157,6 @@ bool ctlGRServer::waitsForWindow()
 
 bool ctlGRServer::create()
 {
-    m_waitingSince.reset();
     const bool restarts = m_owed == Owed::RestartOfEnded || m_owed == Owed::RestartOfHung;
     m_process = std::make_unique<clsProcess>();
     if (!m_process->Create(commandLine(), restarts ? clsProcess::Attempt::OneOfMany
@@ -431,7 +431,6 @@ void ctlGRServer::requestTimedOut()
 
 void ctlGRServer::restartHungServer()
 {
-    m_restart = Restart::NotDue;
     if (gRoot->Options()->AutoRestartGRServer() && StopGRServer()) {
         restart(Owed::RestartOfHung);
     }

@@ -170,7 +170,7 @@ void ctlServerOptions::tieMods()
 
 void ctlServerOptions::FillFields()
 {
-    Trap(routine("FillFields"), [this] {
+    TrapRepeated(routine("FillFields"), [this] {
         // Without the file there is nothing to show, and edits had better stay on screen.
         m_options.LoadOrFail();
         showOptions();

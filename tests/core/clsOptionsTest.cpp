@@ -1,3 +1,4 @@
+#include "core/basTraps.h"
 #include "support/ToolTest.h"
 
 using clsOptionsTest = ToolTest;
@@ -34,6 +35,37 @@ TEST_F(clsOptionsTest, WithoutAFileTheDefaultsHoldAndAreWrittenInOrder)
                   "<RemoteAccessIP>127.0.0.1</RemoteAccessIP>"
                   "<AllowRemoteAccess>False</AllowRemoteAccess><AdminUserName/><AdminPassword/>"
                   "</options>\n");
+#ifndef Q_OS_WIN // where permissions are something else
+    EXPECT_EQ(QFile::permissions(path(OptionsFile)) & QFile::Permissions(0x0FFF),
+              QFile::ReadUser | QFile::WriteUser)
+        << "it holds a password";
+#endif
+}
+
+TEST_F(clsOptionsTest, AChangeIsOnDiskTwoSecondsLater)
+{
+    startWith("<AutoRunOnStartup>whatever</AutoRunOnStartup><AutoStartGRServer>0"
+              "</AutoStartGRServer>");
+    EXPECT_TRUE(fake.boxes.boxes.empty()) << "a value that is only carried over";
+    fake.clock.advance(2000);
+    write(OptionsFile, "of before");
+    root->Options()->ReplayCount.Let(50); // as it was
+    fake.clock.advance(60000);
+    EXPECT_EQ(read(OptionsFile), "of before");
+    for (const int count : {6, 7}) {
+        root->Options()->ReplayCount.Ex(count);
+        fake.clock.advance(1999);
+        EXPECT_EQ(read(OptionsFile), "of before") << "it waits for the last change";
+    }
+    fake.files.failAt = FailingFiles::Always;
+    fake.clock.advance(60000);
+    fake.files.failAt = 0;
+    root->Options()->RemoteAccessIP.Ex({});
+    fake.clock.advance(2000);
+    EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>7<"));
+    EXPECT_TRUE(read(OptionsFile).contains("<AutoRunOnStartup>whatever<"));
+    RecordFailure({"M", "R", "ID"}, {1, {}});
+    EXPECT_EQ(recordCount(), 2) << "one for thirty attempts";
 }
 
 TEST_F(clsOptionsTest, ValuesAreFoundAnywhereByNameAndConverted)
@@ -89,6 +121,7 @@ TEST_F(clsOptionsTest, AMalformedFileIsReplacedAtTheNextSaveOnlyAndKeptBeside)
     write(UnreadableFile, "an older one");
     root->Start();
     EXPECT_TRUE(fake.boxes.boxes.empty());
+    EXPECT_EQ(recordCount(), 1);
     EXPECT_EQ(read(OptionsFile), broken);
     fake.files.failAt = FailingFiles::Always;
     root->Options()->Save();

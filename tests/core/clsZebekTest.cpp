@@ -72,3 +72,14 @@ TEST_F(clsZebekTest, QuitSavesTheOptionsOnceAndLeavesTheServerAlone)
     EXPECT_FALSE(fake.system.processes.at(id).ended);
     EXPECT_TRUE(fake.system.closeRequests.empty());
 }
+
+TEST_F(clsZebekTest, ASignalEndsItWithoutAsking)
+{
+    startIdle();
+    fake.files.failAt = FailingFiles::Always;
+    // While the operator is asked about the full disk, too.
+    fake.boxes.whileOpen = [this] { root->QuitUnattended(); };
+    root->Quit();
+    EXPECT_EQ(fake.boxes.boxes.size(), 1);
+    EXPECT_EQ(fake.processEnd.ends, 2);
+}

@@ -83,6 +83,23 @@ TEST_F(clsModsTest, WhatCannotBeReadIsRecordedAndNotOverwritten)
     EXPECT_EQ(recordCount(), 2) << "no attempt to replace it";
 }
 
+TEST_F(clsModsTest, WhatIsMissingIsToldOnceAndAgainWhenItWasThereMeanwhile)
+{
+    QFile::remove(path(u"options.xml"_s));
+    startIdle();
+    for (int length = 1; length <= 10; ++length) { // each key typed renders every page again
+        root->Options()->AdminPassword.Let(QString(length, u'x'));
+        root->MainWindow()->Form_Load();
+    }
+    EXPECT_EQ(recordCount(), 3) << "the folder, the list and the settings";
+    QDir(directory.path()).mkdir(u"Mods"_s);
+    root->RefreshPages({});
+    QDir(directory.path()).rmdir(u"Mods"_s);
+    root->RefreshPages({});
+    root->RefreshPages({});
+    EXPECT_EQ(recordCount(), 4);
+}
+
 TEST_F(clsModsTest, TheNameIsReadByTheRulesOfCommaDelimitedText)
 {
     const std::pair<QByteArray, const char *> cases[] = {

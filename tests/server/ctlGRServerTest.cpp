@@ -140,6 +140,13 @@ TEST_F(ctlGRServerTest, SilenceArmsTheDeadTimerOnceAndAnAnswerDisarmsIt)
     EXPECT_EQ(timers(), u"0 3000 30000"_s);
     pollAs(Responding);
     EXPECT_EQ(state(), Created + u"Probing Server|0 3000 0"_s);
+    // What fell due before an answer is due no more.
+    pollAs(Dead);
+    deadTimerAs(Probing);
+    pollAs(Responding);
+    fake.clock.advance(5000);
+    EXPECT_EQ(heldId(), First);
+    pollAs(Responding);
     root->Options()->AutoRestartGRServer.Let(false);
     pollAs(Dead);
     EXPECT_EQ(timers(), u"0 3000 0"_s);
@@ -211,10 +218,12 @@ TEST_F(ctlGRServerTest, AHungServerIsRestartedInTimeWithAllSettingsAndHoweverLat
 
 TEST_F(ctlGRServerTest, AToolThatWasStoppedAsksOnceMoreBeforeItRestarts)
 {
-    for (int second = 9; second < 39; ++second) {
+    for (int second = 9; second < 35; ++second) {
+        // In the second half the dead timer falls due before the outstanding request does.
+        root->Options()->ServerTimeout.Ex(second < 24 ? 30 : 26);
         startPolling();
         const FakeSystem::Id held = heldId();
-        fake.clock.advance(second * 1000); // dead at 8 s, seen at 9 s, restarted at 39 s
+        fake.clock.advance(second * 1000); // dead at 8 s, seen at 9 s
         fake.clock.sleep(60000);
         fake.clock.advance(1);
         ASSERT_EQ(heldId(), held) << second;
@@ -262,6 +271,12 @@ TEST_F(ctlGRServerTest, ARestartThatFailsIsOwedUntilThereIsAServerOrNobodyWantsO
         pollAs(Dead);
         deadTimerAs(Dead);
     };
+    const auto hangsAndEnds = [&] {
+        server().tmrStartupTimeout_Timer();
+        pollAs(Dead);
+        deadTimerAs(Probing);
+        ends();
+    };
     clsOptions &options = *root->Options();
     const std::vector<std::pair<std::function<void()>, bool>> reliefs{
         {[] {}, true},
@@ -270,9 +285,10 @@ TEST_F(ctlGRServerTest, ARestartThatFailsIsOwedUntilThereIsAServerOrNobodyWantsO
         {[&] { options.AutoRestartOnProcessStop.Let(false); }, false},
         {[&] { options.AutoRestartGRServer.Let(false); }, false}};
     qsizetype records = 0;
-    for (const auto &trouble : {std::function<void()>(ends), std::function<void()>(hangs)}) {
+    const std::vector<std::function<void()>> troubles{hangsAndEnds, ends, hangs};
+    for (const auto &trouble : troubles) {
         for (std::size_t row = 0; row < reliefs.size(); ++row) {
-            const bool otherOption = row == (records < 5 ? 4U : 3U);
+            const bool otherOption = row == (records < 10 ? 4U : 3U);
             options.AutoRestartOnProcessStop.Let(true);
             options.AutoRestartGRServer.Let(true);
             ASSERT_TRUE(server().StartGRServer(true));
@@ -293,42 +309,48 @@ TEST_F(ctlGRServerTest, ARestartThatFailsIsOwedUntilThereIsAServerOrNobodyWantsO
 
 TEST_F(ctlGRServerTest, ThereAreNeverTwoServersOfOneDirectory)
 {
+    const auto endAll = [this] {
+        for (const FakeSystem::Id id : fake.system.running()) {
+            fake.system.end(id);
+        }
+    };
     EXPECT_TRUE(server().StartGRServer(true));
     fake.system.windows.clear(); // which the server has not made yet
     EXPECT_TRUE(server().StartGRServer(true));
     EXPECT_TRUE(server().StartGRServer(false));
-    server().Disconnect();
+    EXPECT_EQ(fake.system.commandLines.size(), 1);
 
     // As after a restart of the tool: the window comes, the process ends, or neither.
-    const std::vector<std::pair<std::function<void()>, QString>> cases{
-        {[this] { fake.system.addWindow(u"Ghost Recon"_s, First); },
-         u"GR Process found (ID=1001) :Running|Unknown|30000 0 0"_s},
-        {[this] { fake.system.end(First); },
-         u"GR Process created (ID=1002) :Running|Unknown|30000 0 0"_s},
-        {[this] { look(10); }, u"GR Process created (ID=1003) :Running|Unknown|30000 0 0"_s}};
+    const std::pair<std::function<void(FakeSystem::Id)>, QString> cases[] = {
+        {[this](auto id) { fake.system.addWindow(u"Ghost Recon"_s, id); }, u"found"_s},
+        {[this](auto id) { fake.system.end(id); }, u"created"_s},
+        {[this](auto /*id*/) { look(10); }, u"created"_s}};
+    root->Options()->AutoRestartOnProcessStop.Let(false);
     for (const auto &[event, outcome] : cases) {
+        endAll();
+        look(2);
+        EXPECT_EQ(state(), Idle) << "nothing is left to do";
+        const FakeSystem::Id loading = fake.system.addServer(server().EXEPath());
+        fake.system.windows.clear();
         for (const bool search : {true, false}) {
             EXPECT_TRUE(server().StartGRServer(search));
             look(4);
             EXPECT_EQ(state(), Idle);
         }
-        event();
+        event(loading);
         look();
-        EXPECT_EQ(state(), outcome);
-        server().Disconnect();
-        fake.system.windows.clear();
+        EXPECT_TRUE(state().startsWith(u"GR Process "_s + outcome)) << outcome.toStdString();
     }
     EXPECT_EQ(fake.system.commandLines.size(), 3);
 
     // One of another user is left alone, and told of once.
-    for (auto &[id, process] : fake.system.processes) {
-        process.opens = false;
-        fake.system.addWindow(u"Ghost Recon"_s, id);
-    }
+    endAll();
+    look();
+    fake.system.processes.at(fake.system.addServer(server().EXEPath())).opens = false;
     EXPECT_FALSE(server().StartGRServer(true));
-    fake.system.end(1003);
+    EXPECT_FALSE(server().StartGRServer(false));
     look(20);
-    EXPECT_EQ(recordCount(), 2) << "for two processes";
+    EXPECT_EQ(recordCount(), 1);
     EXPECT_EQ(lastRecord(), u"GR Server Class|FindGRServer|Unknown|75"_s);
     EXPECT_EQ(fake.system.commandLines.size(), 3);
 }

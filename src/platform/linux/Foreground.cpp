@@ -1,8 +1,0 @@
-#include "platform/Foreground.h"
-
-namespace platform {
-
-/// The window manager decides.
-void letOthersComeToFront() {}
-
-} // namespace platform
