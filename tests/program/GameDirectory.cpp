@@ -112,13 +112,14 @@ void GameDirectory::startTool()
     m_tool.waitForStarted();
 }
 
-int GameDirectory::runToolAgain() const
+GameDirectory::Ending GameDirectory::runToolAgain(const std::function<void()> &meanwhile) const
 {
     QProcess second;
     setCommand(second, path(Tool), {});
     second.start();
+    meanwhile();
     second.waitForFinished();
-    return second.exitCode();
+    return {second.exitCode(), second.readAllStandardError()};
 }
 
 void GameDirectory::killTool()

@@ -39,8 +39,13 @@ public:
 
     /// Starts the tool, not waiting for its window.
     void startTool();
-    /// Starts the tool once more, waits for the end of that one and returns its exit code.
-    int runToolAgain() const;
+    struct Ending
+    {
+        int exitCode;
+        QByteArray told; ///< on the standard error
+    };
+    /// Starts the tool once more, lets something be done to it, and waits for its end.
+    Ending runToolAgain(const std::function<void()> &meanwhile = [] {}) const;
     void killTool();
     QProcess &tool() { return m_tool; }
     /// Starts a server as an operator would by hand, with the given switches.

@@ -41,6 +41,13 @@ protected:
     {
         return millisecondsUntil([&] { return game.server() > 0 && game.server() != first; });
     }
+    /// From the first request without an answer to the next server.
+    qint64 millisecondsOfSilence()
+    {
+        const Pid first = waitForSupervisedServer();
+        EXPECT_TRUE(waitUntil([this] { return game.events("query-unanswered") > 0; }, 60000));
+        return millisecondsUntilReplaced(first);
+    }
     QByteArray options() const { return game.read(u"ZebekSuiteOptions.xml"_s); }
     pid_t toolId() { return static_cast<pid_t>(game.tool().processId()); }
 
@@ -78,6 +85,63 @@ TEST_F(SupervisionTest, AHungServerIsTerminatedAndReplaced)
     // Under Wine a stopped process holds its port for a while after its end, until which the next
     // server has none, and is replaced as well.
     waitForSupervisedServer();
+}
+
+TEST_F(SupervisionTest, AMuteServerIsReplacedAlsoWhereEveryPollMeetsTheDeadTimer)
+{
+    start("<ServerStartupTimeout>1</ServerStartupTimeout><ServerPollingFreq>1000"
+          "</ServerPollingFreq><ServerTimeout>5</ServerTimeout>",
+          "-mute-after 4");
+    EXPECT_LE(millisecondsOfSilence(), 5000 + 1000 + 5000 + 5000 + 1000);
+}
+
+TEST_F(SupervisionTest, AMuteServerIsReplacedAlsoByAToolThatWasStoppedAcrossATick)
+{
+    if (!isNative(Program::Tool)) {
+        GTEST_SKIP() << "Wine's processes wait for one another";
+    }
+    start("<ServerStartupTimeout>1</ServerStartupTimeout><ServerPollingFreq>3000"
+          "</ServerPollingFreq><ServerTimeout>12</ServerTimeout>",
+          "-mute-after 6");
+    const Pid first = waitForSupervisedServer();
+    ASSERT_TRUE(waitUntil([&] { return game.events("query-unanswered") > 0; }, 60000));
+    QTest::qWait(5500); // dead 5 s after the request, and to be seen at the tick 1 s later
+    signalProcess(toolId(), SIGSTOP);
+    QTest::qWait(3000);
+    signalProcess(toolId(), SIGCONT);
+    EXPECT_LE(8500 + millisecondsUntilReplaced(first), 5000 + 3000 + 12000 + 5000 + 3000 + 1000);
+}
+
+TEST_F(SupervisionTest, AServerThatIsStillLoadingIsNotStartedOnceMore)
+{
+    start("<ServerStartupTimeout>15</ServerStartupTimeout><ServerPollingFreq>500"
+          "</ServerPollingFreq>",
+          "-window-delay 8");
+    ASSERT_TRUE(waitUntil([&] { return game.events("started") == 1; }, StartMilliseconds));
+    game.killTool();
+    game.startTool();
+    ASSERT_TRUE(waitUntil([&] { return game.events("query") > 0; }, 2 * StartMilliseconds));
+    EXPECT_EQ(game.events("started"), 1);
+    EXPECT_EQ(game.errorLog(), QByteArray());
+}
+
+TEST_F(SupervisionTest, ARestartWaitsForAProgramThatIsAwayAndTellsOfOneThatEndsAtOnce)
+{
+    start(QuickPolling);
+    const Pid first = waitForSupervisedServer();
+    const QString program = game.path(u"GhostRecon.exe"_s);
+    ASSERT_TRUE(QFile::rename(program, program + u".new"_s));
+    signalProcess(first, SIGKILL);
+    EXPECT_FALSE(waitUntil([&] { return game.server() > 0 && game.server() != first; }, 8000));
+    ASSERT_TRUE(QFile::rename(program + u".new"_s, program));
+    EXPECT_LE(millisecondsUntilReplaced(first), 4000);
+    EXPECT_EQ(game.errorLog().count("<Error "), 1) << "for two tries or three";
+
+    game.killTool();
+    signalProcess(game.server(), SIGKILL);
+    start(QuickPolling, "-exit-after 0 -exit-code 3");
+    EXPECT_TRUE(waitUntil([&] { return game.errorLog().contains("the exit code 3. Start it"); },
+                          StartMilliseconds));
 }
 
 TEST_F(SupervisionTest, AStubbornServerIsTerminatedFiveSecondsAfterTheRequest)
@@ -169,6 +233,18 @@ TEST_F(SupervisionTest, EveryWayToEndTheToolSavesItsOptionsAndLeavesTheServerRun
         EXPECT_TRUE(options().contains(replays.replace("&quot;", "\""))); // needs no escape in text
         EXPECT_EQ(game.server(), server);
     }
+
+    // Where they cannot be saved, a signal does not wait for an answer.
+    if (isNative(Program::Tool)) {
+        start(QuickPolling);
+        waitForSupervisedServer();
+        QFile::remove(game.path(u"ZebekSuiteOptions.xml"_s));
+        QDir(game.path()).mkdir(u"ZebekSuiteOptions.xml"_s);
+        signalProcess(toolId(), SIGTERM);
+        ASSERT_TRUE(game.tool().waitForFinished(5000));
+        EXPECT_EQ(game.tool().exitCode(), 0);
+        EXPECT_TRUE(game.errorLog().contains("Class_Terminate"));
+    }
 }
 
 TEST_F(SupervisionTest, ASecondStartBringsTheFirstToTheFrontAndEnds)
@@ -184,9 +260,18 @@ TEST_F(SupervisionTest, ASecondStartBringsTheFirstToTheFrontAndEnds)
             [&] { return windows.caption(windows.topLevel().front(), 100) == caption; }, 5000);
     };
     ASSERT_TRUE(comesToTheTop(u"Above"_s));
-    EXPECT_EQ(game.runToolAgain(), 0);
+    EXPECT_EQ(game.runToolAgain().exitCode, 0);
     EXPECT_TRUE(comesToTheTop(u"Zebek Suite"_s));
     EXPECT_EQ(game.server(), server);
+
+    if (isNative(Program::Tool)) {
+        signalProcess(toolId(), SIGSTOP);
+        const GameDirectory::Ending second = game.runToolAgain([this] {
+            windows.postClose(waitForWindow(windows, u"Zebek Suite Does Not Answer"_s));
+        });
+        EXPECT_EQ(second.exitCode, 1);
+        EXPECT_TRUE(second.told.contains("process " + QByteArray::number(toolId()) + ","));
+    }
 
     GameDirectory beside;
     beside.writeOptions(QuickPolling);
@@ -202,4 +287,18 @@ TEST_F(SupervisionTest, WithoutTheGameItSaysSoAndEnds)
     ASSERT_TRUE(game.tool().waitForFinished(5000));
     EXPECT_EQ(QDir(game.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
               (QStringList{u"Mods"_s, u"modsset.txt"_s, u"options.xml"_s, u"ZebekSuite.exe"_s}));
+}
+
+TEST_F(SupervisionTest, WithoutADisplayItSaysInOneLineWhatIsMissing)
+{
+    if (!isNative(Program::Tool)) {
+        GTEST_SKIP() << "only X11 may be missing";
+    }
+    const QByteArray display = qgetenv("DISPLAY");
+    qputenv("DISPLAY", ":99999");
+    const GameDirectory::Ending ending = game.runToolAgain();
+    qputenv("DISPLAY", display);
+    EXPECT_EQ(ending.exitCode, 69);
+    EXPECT_TRUE(ending.told.contains("Set DISPLAY to that of a running X server"));
+    EXPECT_EQ(ending.told.count('\n'), 1) << ending.told.constData();
 }

@@ -131,6 +131,11 @@ TEST_F(ctlServerStatusTest, SilenceIsDeathAndALateAnswerIsNotRead)
     EXPECT_TRUE(QTest::qWaitFor([this] { return query->SecondsRemaining() == 0; }));
     fake.clock.advance(10000);
     EXPECT_EQ(query->Status(), ServerQueryStatus::Responding);
+    // An answer that came while the program could not look is one.
+    game.writeDatagram(ask().makeReply(fullReply()));
+    fake.clock.advance(5000);
+    EXPECT_EQ(query->Status(), ServerQueryStatus::Responding);
+    EXPECT_EQ(query->SecondsRemaining(), 475);
     query->StopMonitoring();
     EXPECT_EQ(query->Status(), ServerQueryStatus::Unknown);
 }
