@@ -375,8 +375,8 @@ void ctlGRServer::tmrPollingFrequency_Timer()
             forgetSilence(); // a server that cannot be asked is not silent
         }
     }
-    // Last, so that a dead timer that falls due at the same instant as a later tick comes first
-    // and still sees the server dead: the tick's next request would hide it.
+    // Last, so that a dead timer that falls due at the same instant as a later tick comes first and
+    // need not wait for the outcome of that tick's request.
     tmrPollingFrequency.setInterval(gRoot->Options()->ServerPollingFrequency());
 }
 
