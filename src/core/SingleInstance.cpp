@@ -16,7 +16,9 @@ constexpr int AnswerMilliseconds = 3000;
 void answer(QLocalSocket &other)
 {
     QObject::connect(&other, &QLocalSocket::disconnected, &other, &QObject::deleteLater);
-    QTimer::singleShot(2 * AnswerMilliseconds, &other, &QObject::deleteLater);
+    auto *const patience = new QTimer(&other);
+    QObject::connect(patience, &QTimer::timeout, &other, &QObject::deleteLater);
+    patience->start(2 * AnswerMilliseconds);
     other.write("1");
     other.flush();
 }

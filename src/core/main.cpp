@@ -9,8 +9,8 @@
 #include <QApplication>
 #include <QDir>
 
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 
 namespace {
 
@@ -41,14 +41,13 @@ constexpr int NoDisplay = 69;
 void endWithoutDisplay(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     if (type == QtFatalMsg) {
-        std::fputs(
-            "ZebekSuite.exe: There is no display. Set DISPLAY to that of a running X server; "
-            "on a machine without a desktop start one, as in \"Xvfb :1 &\".\n",
-            stderr);
+        std::cerr
+            << "ZebekSuite.exe: There is no display. Set DISPLAY to that of a running X server; "
+               "on a machine without a desktop start one, as in \"Xvfb :1 &\".\n";
         std::_Exit(NoDisplay);
     }
     if (qstrncmp(context.category, "qt.qpa", 6) != 0) {
-        std::fprintf(stderr, "%s\n", qPrintable(message));
+        std::cerr << qPrintable(message) << '\n';
     }
 }
 

@@ -4,7 +4,7 @@
 #include <QEventLoop>
 #include <QMessageBox>
 
-#include <cstdio>
+#include <iostream>
 
 namespace platform {
 
@@ -29,7 +29,7 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
     box.setStandardButtons(asksToRetry ? QMessageBox::Retry | QMessageBox::Cancel
                                        : QMessageBox::Ok);
     m_texts.append(text);
-    std::fprintf(stderr, "%s: %s\n", qPrintable(title), qPrintable(box.text()));
+    std::cerr << qPrintable(title) << ": " << qPrintable(box.text()) << std::endl;
     // At once, for this call returns only after those that came meanwhile.
     QObject::connect(&box, &QDialog::finished, [&] { m_texts.removeOne(text); });
     waitForTurn();
