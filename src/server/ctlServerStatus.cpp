@@ -108,11 +108,11 @@ void ctlServerStatus::sendRequest()
         discardUnasked();
     }
     if (!ready || wsck->writeDatagram(Request.data(), Request.size(), m_address, QueryPort) < 0) {
-        const platform::Failure failure(
-            wsck->error(),
-            QStringLiteral("The server at %1 cannot be asked: %2").arg(m_ip, wsck->errorString()));
+        const int error = wsck->error();
+        const QString text =
+            QStringLiteral("The server at %1 cannot be asked: %2").arg(m_ip, wsck->errorString());
         wsck->close(); // the next request takes a new socket
-        throw failure;
+        throw platform::Failure(error, text);
     }
 }
 
