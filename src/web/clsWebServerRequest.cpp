@@ -62,8 +62,8 @@ void clsWebServerRequest::ParseRequest(const QString &text)
         const qsizetype first = indexOf(requestLine, blank, 0, "target");
         const qsizetype second = indexOf(requestLine, blank, first + 2, "end of its target");
         m_uri = requestLine.mid(first + 1, second - first - 1);
-        const qsizetype headersEnd =
-            indexOf(text, HeadersEnd, lineEnd + LineEnd.size(), "end of its headers");
+        // From there on, since there may be no headers.
+        const qsizetype headersEnd = indexOf(text, HeadersEnd, lineEnd, "end of its headers");
         fnParseFormFields(text.mid(headersEnd + HeadersEnd.size()));
     });
 }

@@ -17,6 +17,7 @@ TEST_F(clsWebServerRequestTest, ReadsMethodTargetAndFieldsAndRecordsWhatBreaksOf
         int records;
     } rows[] = {
         {u"GET / HTTP/1.1\r\nHost: a\r\n\r\n"_s, 0, "/", "", 0},
+        {u"POST /x HTTP/1.1\r\n\r\na=1\r\n\r\n"_s, 1, "/x", "a>1", 0}, // no headers
         {u"GET /a?b=c&d HTTP/1.1\r\nHost: a\r\n\r\n"_s, 0, "/a?b=c&d", "", 0},
         {u"PUT / HTTP/1.1\r\nHost: a\r\n\r\n"_s, 32767, "/", "", 0},
         {u"POSTER /x y\r\nHost: a\r\n\r\na=1"_s, 1, "/x", "a>1", 0},
