@@ -24,38 +24,74 @@ void parseReply(benchmark::State &state)
 }
 BENCHMARK(parseReply)->Name("Parse a status reply of 16 players")->Unit(benchmark::kMicrosecond);
 
-/// Half of the measured records come before the thousandth, half after it.
 constexpr int Measured = 100;
-constexpr int Before = 1000 - Measured / 2;
+constexpr int Many = 500000; ///< records, some 80 MB
+const QString LogName = QStringLiteral("ZEBEK_Error.xml");
+
+void record(clsErrors &errors)
+{
+    errors.RecordError(QStringLiteral("Process Class"), QStringLiteral("Create"),
+                       QStringLiteral("Unknown"), 2,
+                       QStringLiteral("GhostRecon.exe: No such file or directory"));
+}
+
+/// A directory with a log of so many records, and a root object for the log's class.
+class LogDirectory
+{
+public:
+    explicit LogDirectory(qsizetype records)
+    {
+        gRoot = &m_root;
+        // A root object that was not started takes the current directory for the game's.
+        QDir::setCurrent(m_directory.path());
+        clsErrors errors;
+        record(errors);
+        const QByteArray log = contentOf(LogName);
+        const qsizetype begin = log.indexOf("<Error ");
+        const qsizetype end = log.indexOf("</Errors>");
+        QFile file(LogName);
+        require(file.open(QIODevice::WriteOnly) &&
+                    file.write(log.first(begin) + log.sliced(begin, end - begin).repeated(records) +
+                               log.sliced(end)) > 0,
+                "the log cannot be written");
+    }
+    LogDirectory(const LogDirectory &) = delete;
+    LogDirectory &operator=(const LogDirectory &) = delete;
+    ~LogDirectory() { QDir::setCurrent(QDir::tempPath()); }
+
+private:
+    QTemporaryDir m_directory;
+    clsZebek m_root{platform::nativeMachine(), m_directory.path()};
+};
 
 void recordError(benchmark::State &state)
 {
-    const QTemporaryDir directory;
-    clsZebek root(platform::nativeMachine(), directory.path());
-    gRoot = &root;
-    // A root object that was not started takes the current directory for the game's.
-    QDir::setCurrent(directory.path());
+    state.SetLabel("goal: the same for any number");
+    const LogDirectory directory(state.range());
     clsErrors errors;
-    const auto record = [&errors] {
-        errors.RecordError(QStringLiteral("Process Class"), QStringLiteral("Create"),
-                           QStringLiteral("Unknown"), 2,
-                           QStringLiteral("GhostRecon.exe: No such file or directory"));
-    };
-    for (int count = 0; count < Before; ++count) {
-        record();
-    }
     for ([[maybe_unused]] auto step : state) {
-        record();
+        record(errors);
     }
     // Recording never fails, so look whether it did its work.
-    require(contentOf(QStringLiteral("ZEBEK_Error.xml")).count("<Error ") == Before + Measured,
-            "a record is missing");
-    QDir::setCurrent(QDir::tempPath());
+    require(contentOf(LogName).count("<Error ") == state.range() + Measured, "a record is missing");
 }
 BENCHMARK(recordError)
-    ->Name("Record an error in a log of 1,000")
+    ->Name("Record an error in a log of")
     ->Unit(benchmark::kMicrosecond)
+    ->Arg(1)
+    ->Arg(1000)
+    ->Arg(Many)
     ->Iterations(Measured);
+
+void continueLog(benchmark::State &state)
+{
+    state.SetLabel("goal: under 1 s");
+    const LogDirectory directory(state.range());
+    for ([[maybe_unused]] auto step : state) {
+        const clsErrors errors;
+    }
+}
+BENCHMARK(continueLog)->Name("Look through a log of")->Unit(benchmark::kMillisecond)->Arg(Many);
 
 } // namespace
 

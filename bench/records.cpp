@@ -38,6 +38,11 @@ public:
     {
         m_files.create(path, content, permissions);
     }
+    void replaceEnd(const QString &path, qint64 position, const QByteArray &old,
+                    const QByteArray &content) override
+    {
+        m_files.replaceEnd(path, position, old, content);
+    }
     void rename(const QString &from, const QString &to) override { m_files.rename(from, to); }
     void flush(const QString &path) override
     {

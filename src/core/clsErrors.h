@@ -1,28 +1,27 @@
 #pragma once
 
-#include "platform/XmlDocument.h"
+#include "core/ErrorLogFile.h"
 
 #include <QHash>
 #include <QSet>
 #include <QString>
-
-#include <optional>
 
 /// The error log: one record per failure, on disk at once.
 ///
 /// The file "ZEBEK_Error.xml" in the game's directory is an XML document (UTF-8) with the root
 /// element `Errors` and one `Error` element a record, the oldest first. A record has the attributes
 /// `DateTime` (local, "yyyy-MM-dd HH:mm:ss"), `Module`, `Routine`, `ID` and `ErrorNo` (decimal), in
-/// this order, and the description as its text. The file grows until the operator deletes it.
+/// this order, and the description as its text. The file grows until the operator deletes it, which
+/// he may do at any time.
 class clsErrors
 {
 public:
-    /// Continues an existing log, else begins one, which comes onto the disk with its first
-    /// record. A log that cannot be read is left as it is, and nothing is recorded in this run.
+    /// Continues an existing log, else begins one, which comes onto the disk with its first record
+    /// (see ErrorLogFile).
     clsErrors();
 
-    /// Appends a record and rewrites the file. Never fails: a record that cannot be saved now is
-    /// on disk after the next successful save.
+    /// Appends a record. Never fails: a record that cannot be saved now is on disk after the next
+    /// successful save.
     void RecordError(const QString &Module, const QString &Routine, const QString &ID, int ErrorNo,
                      const QString &Description) noexcept;
 
@@ -32,8 +31,6 @@ public:
     void ForgetReasons(const QString &routine) { m_reasons.remove(routine); }
 
 private:
-    QString m_path;
+    ErrorLogFile m_file;
     QHash<QString, QSet<QString>> m_reasons; ///< by the routine that they made fail
-    /// Nothing when the log cannot be used.
-    std::optional<platform::XmlDocument> m_document;
 };

@@ -15,8 +15,8 @@ struct Permissions
     bool ownerOnly = false;
 };
 
-/// The file operations of which a safe replacement is made, one system call or so each, so that a
-/// test can let every single one fail. All throw Failure with the system's code and text.
+/// The operations that write files, one system call or so each, so that a test can let every single
+/// one fail. All throw Failure with the system's code and text.
 class Files
 {
 public:
@@ -28,6 +28,12 @@ public:
     /// from the beginning.
     virtual void create(const QString &path, const QByteArray &content,
                         const Permissions &permissions) = 0;
+    /// Replaces what an existing file has from `position` on, which is `old`, in one write. The
+    /// space for a longer end is made certain first, where the file system can, without touching
+    /// the file's size and content. Where the write fails nonetheless, the old end is put back.
+    /// A process that is killed within the write may leave the new end cut off.
+    virtual void replaceEnd(const QString &path, qint64 position, const QByteArray &old,
+                            const QByteArray &content) = 0;
     /// Waits until the file's content is on the disk.
     virtual void flush(const QString &path) = 0;
     /// Renames a file of the same folder, replacing one of the new name.

@@ -1,12 +1,12 @@
 #include "platform/XmlDocument.h"
 
 #include "platform/Failure.h"
-#include "platform/XmlCodePage.h"
+#include "platform/XmlParser.h"
 
 #include <QFile>
 
 #include <cstdlib>
-#include <libxml/parser.h>
+#include <functional>
 #include <libxml/tree.h>
 #include <libxml/xmlsave.h>
 #include <limits>
@@ -20,6 +20,7 @@ namespace {
 constexpr int NotDeclared = -1;
 constexpr int DeclaredWithoutStandalone = -2;
 
+constexpr const char *Utf8 = "UTF-8";
 constexpr const char *ByteOrderMark = "\xEF\xBB\xBF";
 
 /// Never for UTF-16, where NUL bytes are in every tag.
@@ -73,15 +74,6 @@ Node *orThrow(Node *node)
     return node;
 }
 
-/// Entities of a document's own can make a small file expand without bound.
-void refuseEntity(void *parser, const xmlChar * /*name*/, int /*type*/,
-                  const xmlChar * /*publicId*/, const xmlChar * /*systemId*/, xmlChar * /*content*/)
-{
-    auto *context = static_cast<xmlParserCtxt *>(parser);
-    context->wellFormed = 0;
-    xmlStopParser(context);
-}
-
 /// The node after `node` in document order.
 xmlNode *following(xmlNode *node)
 {
@@ -92,6 +84,20 @@ xmlNode *following(xmlNode *node)
         node = node->parent;
     }
     return node == nullptr ? nullptr : node->next;
+}
+
+/// What the library writes, by a function of its own for documents or for parts of them.
+QByteArray saved(const char *encoding, int options, const std::function<void(xmlSaveCtxt *)> &save)
+{
+    const std::unique_ptr<xmlBuffer, void (*)(xmlBuffer *)> buffer(orThrow(xmlBufferCreate()),
+                                                                   xmlBufferFree);
+    xmlSaveCtxt *const saving = orThrow(xmlSaveToBuffer(buffer.get(), encoding, options));
+    save(saving);
+    if (xmlSaveClose(saving) < 0) {
+        throw std::bad_alloc();
+    }
+    return {reinterpret_cast<const char *>(xmlBufferContent(buffer.get())),
+            xmlBufferLength(buffer.get())};
 }
 
 /// The first element of the name from `node` on, in document order.
@@ -137,6 +143,12 @@ XmlElement XmlElement::append(const char *name)
     return XmlElement(orThrow(xmlNewChild(m_node, nullptr, asXml(name), nullptr)));
 }
 
+QByteArray XmlElement::toBytes() const
+{
+    return saved(Utf8, XML_SAVE_NO_DECL,
+                 [this](xmlSaveCtxt *saving) { xmlSaveTree(saving, m_node); });
+}
+
 bool XmlDocument::libraryAvailable()
 {
     // A shared library older than the headers lacks what this program calls. Only the last two
@@ -149,7 +161,7 @@ XmlDocument XmlDocument::create(const char *rootName)
 {
     XmlDocument result(orThrow(xmlNewDoc(asXml("1.0"))));
     result.m_document->standalone = DeclaredWithoutStandalone;
-    result.m_document->encoding = orThrow(xmlStrdup(asXml("UTF-8")));
+    result.useUtf8();
     xmlDocSetRootElement(result.m_document.get(), orThrow(xmlNewNode(nullptr, asXml(rootName))));
     return result;
 }
@@ -172,14 +184,10 @@ std::optional<XmlDocument> XmlDocument::parse(const QByteArray &bytes)
     if (bytes.size() > std::numeric_limits<int>::max()) {
         return std::nullopt;
     }
-    registerXmlCodePage();
-    const std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxt *)> parser(
-        orThrow(xmlNewParserCtxt()), xmlFreeParserCtxt);
-    parser->sax->entityDecl = refuseEntity;
-    // Without "huge" a log of more than 10 MB could no longer be read.
-    xmlDoc *document = xmlCtxtReadMemory(
-        parser.get(), bytes.constData(), static_cast<int>(bytes.size()), nullptr, nullptr,
-        XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
+    const XmlParser parser = newXmlParser();
+    xmlDoc *document =
+        xmlCtxtReadMemory(parser.get(), bytes.constData(), static_cast<int>(bytes.size()), nullptr,
+                          nullptr, XmlParserOptions);
     if (document == nullptr) {
         return std::nullopt;
     }
@@ -187,6 +195,12 @@ std::optional<XmlDocument> XmlDocument::parse(const QByteArray &bytes)
     result.m_byteOrderMark = bytes.startsWith(ByteOrderMark);
     result.m_carriageReturns = endsLinesInCarriageReturns(bytes);
     return result;
+}
+
+void XmlDocument::useUtf8()
+{
+    xmlFree(const_cast<xmlChar *>(m_document->encoding)); // NOLINT(*-const-cast)
+    m_document->encoding = orThrow(xmlStrdup(asXml(Utf8)));
 }
 
 XmlElement XmlDocument::root()
@@ -214,18 +228,10 @@ QByteArray XmlDocument::toBytes() const
 {
     const QByteArray encoding = reinterpret_cast<const char *>(m_document->encoding);
     const bool declared = m_document->standalone != NotDeclared;
-    const std::unique_ptr<xmlBuffer, void (*)(xmlBuffer *)> buffer(orThrow(xmlBufferCreate()),
-                                                                   xmlBufferFree);
     // Without a name of an encoding the library would write other than ASCII as numbers.
-    xmlSaveCtxt *const saving =
-        orThrow(xmlSaveToBuffer(buffer.get(), encoding.isEmpty() ? "UTF-8" : encoding.constData(),
-                                declared ? 0 : XML_SAVE_NO_DECL));
-    xmlSaveDoc(saving, m_document.get());
-    if (xmlSaveClose(saving) < 0) {
-        throw std::bad_alloc();
-    }
-    QByteArray result(reinterpret_cast<const char *>(xmlBufferContent(buffer.get())),
-                      xmlBufferLength(buffer.get()));
+    QByteArray result =
+        saved(encoding.isEmpty() ? Utf8 : encoding.constData(), declared ? 0 : XML_SAVE_NO_DECL,
+              [this](xmlSaveCtxt *saving) { xmlSaveDoc(saving, m_document.get()); });
     if (declared && encoding.isEmpty()) {
         const QByteArray added = QByteArrayLiteral(" encoding=\"UTF-8\"");
         result.remove(result.indexOf(added), added.size());

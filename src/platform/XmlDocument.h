@@ -28,6 +28,8 @@ public:
     void setAttribute(const char *name, const QString &value);
     /// Adds an element as the last child.
     XmlElement append(const char *name);
+    /// The element with all that it contains, in UTF-8.
+    QByteArray toBytes() const;
 
 private:
     friend class XmlDocument;
@@ -50,6 +52,8 @@ public:
     static std::optional<XmlDocument> load(const QString &path);
     static std::optional<XmlDocument> parse(const QByteArray &bytes);
 
+    /// Lets toBytes() write UTF-8, whatever the encoding was.
+    void useUtf8();
     XmlElement root();
     /// The first element of that name, in document order.
     std::optional<XmlElement> findFirst(const char *name);

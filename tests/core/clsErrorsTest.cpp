@@ -1,10 +1,18 @@
 #include "support/ToolTest.h"
+#include "support/system.h"
 
 using clsErrorsTest = ToolTest;
 
 static void record(const QString &description, int number = 5)
 {
     gRoot->Errors()->RecordError(u"M"_s, u"R"_s, u"None"_s, number, description);
+}
+
+static QByteArray oneRecord(const QByteArray &description)
+{
+    return "<Error DateTime=\"2026-03-14 15:09:26\" Module=\"M\" Routine=\"R\" ID=\"None\" "
+           "ErrorNo=\"5\">" +
+           description + "</Error>";
 }
 
 TEST_F(clsErrorsTest, EachRecordIsWholeOnDiskWithItsAttributesInOrder)
@@ -23,14 +31,109 @@ TEST_F(clsErrorsTest, EachRecordIsWholeOnDiskWithItsAttributesInOrder)
     EXPECT_EQ(recordCount(), 3);
 }
 
-TEST_F(clsErrorsTest, AMalformedLogStaysAsItIs)
+TEST_F(clsErrorsTest, ContinuesWhateverIsWholeAndLeavesWhatIsBroken)
 {
-    for (const QByteArray &broken : {QByteArray("<Errors><Error></Errors>"), QByteArray()}) {
-        write(ErrorLog, broken);
-        startIdle();
-        record(u"lost"_s);
-        EXPECT_EQ(read(ErrorLog), broken);
+    root->Start();
+    const struct
+    {
+        QByteArray found;
+        QByteArray left; ///< R stands for the record
+    } rows[] = {
+        {"", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Errors>R</Errors>\n"},
+        {"<Errors/>", "<Errors>R</Errors>"},
+        {"\xEF\xBB\xBF<Errors x=\"/>\" />\r\n", "\xEF\xBB\xBF<Errors x=\"/>\" >R</Errors>\r\n"},
+        {"<Errors><Error/>\r\n\t</Errors><!-- </Errors> -->",
+         "<Errors><Error/>\r\n\tR</Errors><!-- </Errors> -->"},
+        {"<w><e:Errors xmlns:e=\"x\"/><Errors><Errors/></Errors><Errors/></w>",
+         "<w><e:Errors xmlns:e=\"x\"/><Errors><Errors/>R</Errors><Errors/></w>"},
+        {"<Errors><E a=\"\xC3\xBC\"/></Errors\n>", "<Errors><E a=\"\xC3\xBC\"/>R</Errors>\n"},
+        {"<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<Errors><E>\xFC</E></Errors>",
+         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Errors><E>\xC3\xBC</E>R</Errors>\n"},
+    };
+    for (const auto &[found, left] : rows) {
+        write(ErrorLog, found);
+        const clsErrors atStart;
+        EXPECT_EQ(read(ErrorLog), found) << "before there is a record";
+        for (int run = 0; run < 2; ++run) {
+            clsErrors().RecordError(u"M"_s, u"R"_s, u"None"_s, 5, u"ü"_s);
+        }
+        EXPECT_EQ(read(ErrorLog), QByteArray(left).replace("R<", oneRecord("ü").repeated(2) + '<'));
     }
+    const QByteArray begin = "<Errors><Error>a</Error>";
+    const QByteArray end = "</Errors>\n";
+    for (const QByteArray &broken :
+         {QByteArray("<Errors><Error></Errors>"), QByteArray("<other/>"), QByteArray(20, '\0'),
+          "<w>" + begin, begin + "<Error>b</Error" + end, begin + "<Error>" + begin + end,
+          begin + "</Error>" + end, begin + "b" + end + "b", begin + "<Entry",
+          begin + end + '\0' + end, begin + "<Error>\xFC</Error>" + end,
+          "<!DOCTYPE Errors [<!ENTITY e \"e\">]>" + begin + end}) {
+        write(ErrorLog, broken);
+        clsErrors errors;
+        errors.RecordError(u"M"_s, u"R"_s, {}, 5, u"lost"_s);
+        EXPECT_EQ(read(ErrorLog), broken);
+        QFile::remove(path(ErrorLog));
+        errors.RecordError(u"M"_s, u"R"_s, {}, 5, u"begun anew"_s);
+        EXPECT_EQ(recordCount(), 1);
+    }
+}
+
+TEST_F(clsErrorsTest, ARecordThatWasCutOffAtAnyByteIsReplacedByTheNext)
+{
+    root->Start();
+    record(u"first"_s);
+    const QByteArray first = read(ErrorLog);
+    record(u"next"_s);
+    const QByteArray next = read(ErrorLog);
+    const qsizetype begin = first.size() - 10;
+    for (qsizetype cut = begin; cut < next.size(); ++cut) {
+        const QByteArray old = first.mid(cut);
+        for (const qsizetype zeros : {qsizetype{0}, next.size() - cut - old.size()}) {
+            write(ErrorLog, next.left(cut) + old + QByteArray(zeros, '\0'));
+            clsErrors().RecordError(u"M"_s, u"R"_s, u"None"_s, 5, u"next"_s);
+            const bool whole = cut >= next.size() - 10; // and the log goes on behind it
+            const QByteArray expected =
+                whole ? next.chopped(10) + oneRecord("next") + "</Errors>\n" : next;
+            ASSERT_EQ(read(ErrorLog).trimmed(), expected.trimmed()) << cut;
+        }
+    }
+}
+
+TEST_F(clsErrorsTest, FollowsTheOperatorWhoDeletesOrEditsTheLogMeanwhile)
+{
+    root->Start();
+    record(u"one"_s);
+    QFile::remove(path(ErrorLog));
+    record(u"two"_s);
+    write(ErrorLog, read(ErrorLog).replace("two", "other") + "<!-- two -->");
+    record(u"three"_s);
+    EXPECT_TRUE(read(ErrorLog).endsWith(oneRecord("other") + oneRecord("three") +
+                                        "</Errors>\n<!-- two -->"));
+}
+
+TEST_F(clsErrorsTest, AWriteThatFallsShortLeavesTheOldLogAndTheRecordWaits)
+{
+    root->Start();
+    record(u"one"_s);
+    const QByteArray before = read(ErrorLog);
+    for (qint64 room = 0; room < oneRecord("two").size(); ++room) {
+        write(ErrorLog, before);
+        if (!limitFileSize(before.size() + room)) {
+            GTEST_SKIP();
+        }
+        record(u"two"_s);
+        const QByteArray after = read(ErrorLog);
+        limitFileSize(-1);
+        ASSERT_EQ(after, before);
+        record(u"three"_s);
+        ASSERT_TRUE(read(ErrorLog).endsWith(oneRecord("two") + oneRecord("three") + "</Errors>\n"));
+    }
+    fake.files.failAt = FailingFiles::Always;
+    for (int count = 0; count < 20; ++count) {
+        record(QString(qsizetype{100} * 1024, u'x'));
+    }
+    fake.files.failAt = 0;
+    record({});
+    EXPECT_EQ(recordCount(), 3 + 11) << "1 MiB waits";
 }
 
 TEST_F(clsErrorsTest, ARecordThatCannotBeSavedComesWithTheNextOne)

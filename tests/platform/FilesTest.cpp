@@ -60,6 +60,9 @@ TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFi
     write(replay, QByteArray(100000, 'r'));
     write(u"missionstats.htm"_s, "\n\n\nMission Stats (Wed Jun 18 20:51:40 2003\n\n\n\n</TABLE>");
     const auto saveSettings = [] { gRoot->Options()->Save(); };
+    const auto recordError = [] {
+        gRoot->Errors()->RecordError(u"M"_s, u"R"_s, {}, 1, u"failed"_s);
+    };
     const struct
     {
         QString name;
@@ -70,8 +73,8 @@ TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFi
         {OptionsFile, "<options><AutoStartGRServer>False</AutoStartGRServer></options>",
          saveSettings, 1},
         {OptionsFile, "<unreadable", saveSettings, 1}, // which is copied aside first
-        {ErrorLog, "<Errors><Error/></Errors>",
-         [] { gRoot->Errors()->RecordError(u"M"_s, u"R"_s, {}, 1, u"failed"_s); }, 0},
+        {ErrorLog, {}, recordError, 0},
+        {ErrorLog, "<Errors><Error/></Errors>", recordError, 0}, // continued by one operation
         {u"options.xml"_s, "<game><JoinPort>1</JoinPort></game>",
          [] {
              clsOptionsXML options;
@@ -100,7 +103,7 @@ TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFi
         const int operations = files.operations;
         const QByteArray after = read(name);
         ASSERT_NE(after, before);
-        ASSERT_GE(operations, 4);
+        ASSERT_GE(operations, name == ErrorLog ? 1 : 4);
         for (int step = 0; step < Ways * operations; ++step) {
             SCOPED_TRACE(name.toStdString() + ", step " + std::to_string(step));
             restartWith(name, before);

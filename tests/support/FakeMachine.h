@@ -34,6 +34,11 @@ public:
             // A disk that fills up leaves half of the file.
             [&] { m_files.create(path, content.first(content.size() / 2), permissions); });
     }
+    void replaceEnd(const QString &path, qint64 position, const QByteArray &old,
+                    const QByteArray &content) override
+    {
+        run([&] { m_files.replaceEnd(path, position, old, content); });
+    }
     void flush(const QString &path) override
     {
         run([&] { m_files.flush(path); });

@@ -7,3 +7,7 @@ void finishSending(qintptr socket);
 
 /// The bytes that are allocated and not freed; always 0 where nobody keeps that count.
 qsizetype heapInUse();
+
+/// Lets writing fail, or fall short, where a file would become longer than so many bytes; less than
+/// none is no limit. False where the system has no such limit.
+bool limitFileSize(qint64 bytes);

@@ -1,5 +1,6 @@
 #include "platform/SystemFiles.h"
 
+#include "platform/EndReplacement.h"
 #include "platform/linux/SystemFailure.h"
 
 #include <QFile>
@@ -37,15 +38,32 @@ public:
     Descriptor &operator=(const Descriptor &) = delete;
     ~Descriptor() { ::close(m_descriptor); }
 
-    void write(const QByteArray &content) const
+    void write(const QByteArray &content, off_t position = 0) const
     {
         for (qsizetype written = 0; written < content.size();) {
-            const ssize_t count = ::write(m_descriptor, content.constData() + written,
-                                          static_cast<size_t>(content.size() - written));
+            const ssize_t count =
+                ::pwrite(m_descriptor, content.constData() + written,
+                         static_cast<size_t>(content.size() - written), position + written);
             if (count < 0 && errno != EINTR) {
                 fail(m_path);
             }
             written += std::max<ssize_t>(count, 0);
+        }
+    }
+
+    /// Not every file system can; the write then tells.
+    void reserve(off_t position, off_t length) const
+    {
+        if (::fallocate(m_descriptor, FALLOC_FL_KEEP_SIZE, position, length) != 0 &&
+            errno != EOPNOTSUPP && errno != EINTR) {
+            fail(m_path);
+        }
+    }
+
+    void resize(off_t size) const
+    {
+        if (::ftruncate(m_descriptor, size) != 0) {
+            fail(m_path);
         }
     }
 
@@ -101,6 +119,12 @@ void SystemFiles::create(const QString &path, const QByteArray &content,
         file.setPermissions(*mode); // those that the process's mask has taken away
     }
     file.write(content);
+}
+
+void SystemFiles::replaceEnd(const QString &path, qint64 position, const QByteArray &old,
+                             const QByteArray &content)
+{
+    platform::replaceEnd(Descriptor(path, O_WRONLY), position, old, content);
 }
 
 void SystemFiles::flush(const QString &path)

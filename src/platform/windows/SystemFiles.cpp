@@ -1,5 +1,6 @@
 #include "platform/SystemFiles.h"
 
+#include "platform/EndReplacement.h"
 #include "platform/windows/SystemFailure.h"
 
 #include <QDir>
@@ -91,21 +92,45 @@ public:
     OpenFile &operator=(const OpenFile &) = delete;
     ~OpenFile() { CloseHandle(m_handle); }
 
-    void write(const QByteArray &content) const
+    void write(const QByteArray &content, qint64 position = 0) const
     {
-        for (qsizetype position = 0; position < content.size();) {
+        seek(position);
+        for (qsizetype done = 0; done < content.size();) {
             const auto length = static_cast<DWORD>(std::min<qsizetype>(
-                content.size() - position, std::numeric_limits<std::int32_t>::max()));
+                content.size() - done, std::numeric_limits<std::int32_t>::max()));
             DWORD written = 0;
-            check(WriteFile(m_handle, content.constData() + position, length, &written, nullptr) !=
-                  0);
-            position += written;
+            check(WriteFile(m_handle, content.constData() + done, length, &written, nullptr) != 0);
+            done += written;
         }
+    }
+
+    /// Not every file system can; the write then tells. Only for an end behind the present one: a
+    /// smaller allocation would cut the file.
+    void reserve(qint64 position, qint64 length) const
+    {
+        FILE_ALLOCATION_INFO allocation{};
+        allocation.AllocationSize.QuadPart = position + length;
+        check(SetFileInformationByHandle(m_handle, FileAllocationInfo, &allocation,
+                                         sizeof allocation) != 0 ||
+              GetLastError() != ERROR_DISK_FULL);
+    }
+
+    void resize(qint64 size) const
+    {
+        seek(size);
+        check(SetEndOfFile(m_handle) != 0);
     }
 
     void flush() const { check(FlushFileBuffers(m_handle) != 0); }
 
 private:
+    void seek(qint64 position) const
+    {
+        LARGE_INTEGER distance{};
+        distance.QuadPart = position;
+        check(SetFilePointerEx(m_handle, distance, nullptr, FILE_BEGIN) != 0);
+    }
+
     void check(bool success) const
     {
         if (!success) {
@@ -133,6 +158,12 @@ void SystemFiles::create(const QString &path, const QByteArray &content,
                          const Permissions &permissions)
 {
     OpenFile(path, CREATE_NEW, SecurityAttributes(permissions).attributes()).write(content);
+}
+
+void SystemFiles::replaceEnd(const QString &path, qint64 position, const QByteArray &old,
+                             const QByteArray &content)
+{
+    platform::replaceEnd(OpenFile(path, OPEN_EXISTING), position, old, content);
 }
 
 void SystemFiles::flush(const QString &path)

@@ -1,6 +1,8 @@
 #include "support/system.h"
 
+#include <csignal>
 #include <malloc.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 
 void finishSending(qintptr socket)
@@ -12,4 +14,11 @@ qsizetype heapInUse()
 {
     const struct mallinfo2 heap = mallinfo2();
     return static_cast<qsizetype>(heap.uordblks + heap.hblkhd);
+}
+
+bool limitFileSize(qint64 bytes)
+{
+    std::signal(SIGXFSZ, SIG_IGN); // so that the write itself tells
+    const rlimit limit{bytes < 0 ? RLIM_INFINITY : static_cast<rlim_t>(bytes), RLIM_INFINITY};
+    return ::setrlimit(RLIMIT_FSIZE, &limit) == 0;
 }

@@ -11,3 +11,8 @@ qsizetype heapInUse()
 {
     return 0;
 }
+
+bool limitFileSize(qint64 /*bytes*/)
+{
+    return false;
+}
