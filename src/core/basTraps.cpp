@@ -32,7 +32,8 @@ platform::Failure CaughtFailure()
 
 void RecordFailure(const Routine &routine, const platform::Failure &failure)
 {
-    if (clsErrors *const errors = gRoot->Errors()) {
+    clsErrors *const errors = gRoot->Errors();
+    if (errors != nullptr && (!routine.byStrangers || errors->AdmitsOneOfStrangers())) {
         errors->RecordError(QString::fromLatin1(routine.module), QString::fromLatin1(routine.name),
                             QString::fromLatin1(routine.id), failure.number(),
                             failure.description());

@@ -7,18 +7,20 @@
 #include <functional>
 #include <type_traits>
 
-/// Where a failure is reported from: the module's display name, the routine and the context.
+/// Where a failure is reported from: the module's display name, the routine and the context, and
+/// whether whoever reaches the web site can make it fail.
 struct Routine
 {
     const char *module;
     const char *name;
     const char *id;
+    bool byStrangers = false;
 };
 
 /// The exception that is being handled.
 platform::Failure CaughtFailure();
 
-/// Makes a record in the error log.
+/// Makes a record in the error log, which takes so many a minute of those that strangers cause.
 void RecordFailure(const Routine &routine, const platform::Failure &failure);
 
 /// Runs the body of a routine. A failure becomes a record in the error log; the result is then the

@@ -37,7 +37,7 @@ QString fnParseURLValue(const QString &text)
         return text; // most are so, and spare the decoder
     }
     PercentDecoder decoder(text);
-    Trap({"Utilities", "fnParseURLValue", "None"}, [&] {
+    Trap({"Utilities", "fnParseURLValue", "None", /*byStrangers=*/true}, [&] {
         if (!decoder.decode()) {
             throw platform::Failure(
                 platform::Failure::TypeMismatch,

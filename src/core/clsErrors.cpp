@@ -2,13 +2,25 @@
 
 #include "core/basMain.h"
 #include "core/clsZebek.h"
+#include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "platform/XmlDocument.h"
 
 #include <array>
 #include <utility>
 
-clsErrors::clsErrors() : m_file(gRoot->RootDirectory() + QStringLiteral("ZEBEK_Error.xml")) {}
+namespace {
+
+constexpr int MinuteMilliseconds = 60000;
+constexpr qint64 MostOfStrangers = 60;
+
+} // namespace
+
+clsErrors::clsErrors()
+    : m_file(gRoot->RootDirectory() + QStringLiteral("ZEBEK_Error.xml")),
+      tmrMinute(gRoot->Machine().clock, [this] { tmrMinute_Timer(); })
+{
+}
 
 void clsErrors::RecordError(const QString &Module, const QString &Routine, const QString &ID,
                             int ErrorNo, const QString &Description) noexcept
@@ -32,6 +44,27 @@ void clsErrors::RecordError(const QString &Module, const QString &Routine, const
         m_file.append(record.toBytes());
     } catch (const std::exception &) { // NOLINT(bugprone-empty-catch)
         // There is nobody left to tell; the record waits for the next save.
+    }
+}
+
+bool clsErrors::AdmitsOneOfStrangers()
+{
+    if (m_byStrangers == 0) {
+        tmrMinute.setInterval(MinuteMilliseconds);
+    }
+    return ++m_byStrangers <= MostOfStrangers;
+}
+
+void clsErrors::tmrMinute_Timer()
+{
+    tmrMinute.setInterval(0);
+    const qint64 leftOut = std::exchange(m_byStrangers, 0) - MostOfStrangers;
+    if (leftOut > 0) {
+        RecordError(QStringLiteral("Error Log"), QStringLiteral("tmrMinute_Timer"),
+                    QStringLiteral("None"), platform::Failure::Overflow,
+                    QStringLiteral("%1 more failures that requests caused within this minute were "
+                                   "left out")
+                        .arg(leftOut));
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/ErrorLogFile.h"
+#include "platform/Timer.h"
 
 #include <QHash>
 #include <QSet>
@@ -13,6 +14,10 @@
 /// `DateTime` (local, "yyyy-MM-dd HH:mm:ss"), `Module`, `Routine`, `ID` and `ErrorNo` (decimal), in
 /// this order, and the description as its text. The file grows until the operator deletes it, which
 /// he may do at any time.
+///
+/// Whoever reaches the web site can cause failures as fast as he likes. At most 60 of the records
+/// that strangers cause are made in a minute. What comes on top is counted, and the minute ends
+/// with a record of the module "Error Log" that tells the count.
 class clsErrors
 {
 public:
@@ -25,12 +30,19 @@ public:
     void RecordError(const QString &Module, const QString &Routine, const QString &ID, int ErrorNo,
                      const QString &Description) noexcept;
 
+    /// Whether a failure that strangers cause may be recorded now; counts it.
+    bool AdmitsOneOfStrangers();
+
     /// Whether a routine that is tried again and again has not failed for this reason yet, since
     /// its reasons were last forgotten. It counts as known from now on.
     bool IsNewReason(const QString &routine, const QString &reason);
     void ForgetReasons(const QString &routine) { m_reasons.remove(routine); }
 
 private:
+    void tmrMinute_Timer();
+
     ErrorLogFile m_file;
     QHash<QString, QSet<QString>> m_reasons; ///< by the routine that they made fail
+    platform::Timer tmrMinute;               ///< runs from the first failure of strangers on
+    qint64 m_byStrangers = 0;                ///< their failures in this minute
 };

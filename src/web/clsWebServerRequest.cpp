@@ -8,7 +8,7 @@ namespace {
 
 constexpr Routine routine(const char *name)
 {
-    return {"clsWebServerRequest", name, "None"};
+    return {"clsWebServerRequest", name, "None", /*byStrangers=*/true};
 }
 
 /// The error log is no place for whatever anybody sends.

@@ -220,9 +220,10 @@ void clsWebSite::RefreshAllPages()
     });
 }
 
+/// What fails here is the search for a file that anybody can name; the rest has its own traps.
 void clsWebSite::ParseRequest(ConnectionSocket &socket)
 {
-    Trap(routine("ParseRequest"), [&] {
+    Trap({"Website", "ParseRequest", "Root Object", /*byStrangers=*/true}, [&] {
         clsWebServerRequest request;
         request.ParseRequest(platform::fromCodePage(socket.data()));
         if (request.Method() == clsWebServerRequest::Get) {
