@@ -130,6 +130,32 @@ void measureRequests(std::array<Server, 3> &servers, int connections, double sec
     printFigure("  our slowest answer", tool.slowest, "ms", 200);
 }
 
+/// Requests that make no sense, and are recorded or counted, beside good ones.
+void measureJunk(const Server &tool, double seconds)
+{
+    constexpr int Connections = 64;
+    Server good{tool.name, tool.port, tool.request, tool.process, {}, {}};
+    Server junk{"junk", tool.port, "GET / HTTP/1.1\r\n", tool.process, {}, {}};
+    for (int round = 0; round < Rounds; ++round) {
+        good.measure(Connections, seconds);
+        junk.measure(Connections, seconds);
+    }
+    junk.print(Connections);
+    printFigure("  its processor time for that of a good request",
+                medianOf(junk.microsecondsPerRequest) / medianOf(good.microsecondsPerRequest), "",
+                1.2);
+
+    // The names differ, since the reading ends at one that comes twice.
+    QByteArray form = "GET / HTTP/1.1\r\nHost: a\r\n\r\n";
+    for (int field = 0; form.size() < 35 * 1024; ++field) {
+        form += QByteArray::number(field, 36) + "=%&";
+    }
+    QElapsedTimer timer;
+    timer.start();
+    require(!fetchContent(tool.port, form).isEmpty(), "a request was not answered");
+    printFigure("answer to 35 KB of broken form fields", milliseconds(timer), "ms", 200);
+}
+
 void measureDownload(const std::array<Server, 3> &servers, const QString &tool)
 {
     PeakMemory peak(tool);
@@ -169,6 +195,7 @@ bool measure(double seconds)
         printFigure("the window's longest pause under this load", ping.longestMilliseconds(), "ms",
                     100);
     }
+    measureJunk(servers[0], seconds);
     writeFile(game.path(QStringLiteral("Replays/large.rpf")), QByteArray(ReplayBytes, 'r'));
     QFile::link(game.path(QStringLiteral("Replays/large.rpf")),
                 game.path(QStringLiteral("large.rpf")));
