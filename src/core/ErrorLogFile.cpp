@@ -23,7 +23,7 @@ const QByteArray RecordEnd = QByteArrayLiteral("</Error>");
 const QByteArray EmptyTagEnd = QByteArrayLiteral("/>");
 const QByteArray LastLine = ClosingTag + '\n';
 
-constexpr qsizetype MostWaiting = 1024 * 1024;
+constexpr qsizetype MostWaiting = 1 << 20;
 /// What waited and a record: no more is written at once.
 constexpr qsizetype LongestWrite = 2 * MostWaiting;
 

@@ -11,9 +11,9 @@
 /// whether whoever reaches the web site can make it fail.
 struct Routine
 {
-    const char *module;
-    const char *name;
-    const char *id;
+    const char *module = nullptr;
+    const char *name = nullptr;
+    const char *id = nullptr;
     bool byStrangers = false;
 };
 

@@ -18,7 +18,7 @@ qsizetype heapInUse()
 
 bool limitFileSize(qint64 bytes)
 {
-    std::signal(SIGXFSZ, SIG_IGN); // so that the write itself tells
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN)); // so that the write itself tells
     const rlimit limit{bytes < 0 ? RLIM_INFINITY : static_cast<rlim_t>(bytes), RLIM_INFINITY};
     return ::setrlimit(RLIMIT_FSIZE, &limit) == 0;
 }
