@@ -7,6 +7,8 @@
 
 namespace platform {
 
+class Failure;
+
 /// Who may do what with a file: as with the file `like`, or where that does not exist, everybody
 /// whom the system lets by default, or its owner alone.
 struct Permissions
@@ -86,6 +88,9 @@ QByteArray readFile(const QString &path, qint64 atMost = std::numeric_limits<qin
 /// Throws Failure unless the path is a folder whose entries can be listed; a listing itself shows
 /// an unreadable one as empty.
 void requireFolder(const QString &path);
+
+/// Whether there was no room left, on the disk or within the user's share of it.
+bool isDiskFull(const Failure &failure);
 
 /// Whether the name holds a character that some system gives a meaning in paths: a separator, a
 /// colon or a wildcard, of which the quote and the angle brackets are some to Windows, too.

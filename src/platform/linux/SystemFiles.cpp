@@ -102,6 +102,11 @@ std::optional<mode_t> modeOf(const QString &path)
 
 } // namespace
 
+bool isDiskFull(const Failure &failure)
+{
+    return failure.number() == ENOSPC || failure.number() == EDQUOT;
+}
+
 void SystemFiles::remove(const QString &path)
 {
     if (::unlink(QFile::encodeName(path).constData()) != 0 && errno != ENOENT) {

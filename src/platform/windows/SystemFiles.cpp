@@ -144,6 +144,12 @@ private:
 
 } // namespace
 
+bool isDiskFull(const Failure &failure)
+{
+    return failure.number() == ERROR_DISK_FULL || failure.number() == ERROR_HANDLE_DISK_FULL ||
+           failure.number() == ERROR_DISK_QUOTA_EXCEEDED;
+}
+
 void SystemFiles::remove(const QString &path)
 {
     const bool gone = persistently([&] {
