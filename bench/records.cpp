@@ -132,6 +132,7 @@ public:
     {
         const QByteArray page = statisticsPage(32);
         write("missionstats.htm", page);
+        write("Data/Save/replay/defaultreplay.rpf", QByteArray(ReplaySize, 'r'));
         clsTrackStats tracker;
         tracker.RecordStatsFile();
         require(contentOf(m_root.StatsCacheFileName()) == page, "the page was not recorded");
@@ -159,7 +160,6 @@ public:
 
     void measureArchive()
     {
-        write("Data/Save/replay/defaultreplay.rpf", QByteArray(ReplaySize, 'r'));
         for (const bool waits : {true, false}) {
             m_disk.waits = waits;
             measureArchive(50);

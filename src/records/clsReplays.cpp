@@ -16,26 +16,25 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
-#include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
 
-constexpr Routine routine(const char *name)
-{
-    return {"clsReplays", name, "Root Object"};
-}
+constexpr Routine Archiving{"clsReplays", "ArchiveReplay", "Root Object"};
+constexpr Routine Maintaining{"clsReplays", "MaintainReplayDirectory", "Root Object"};
 
 QString replayPattern()
 {
     return QStringLiteral("*.rpf");
 }
 
-QString archiveName(const QDateTime &changed, const QString &name)
+/// A time in the future tells nothing of the replay's age.
+bool isStillWritten(const QDateTime &changed)
 {
-    const QString stamp = changed.toString(QStringLiteral("yyyy_MM_dd_HH_mm_ss"));
-    return name.isEmpty() ? stamp + QStringLiteral("_replay.rpf")
-                          : QStringLiteral("%1_%2_replay.rpf").arg(stamp, name);
+    constexpr qint64 RestMilliseconds = 3000;
+    const qint64 age = changed.msecsTo(gRoot->Machine().clock.now());
+    return age >= 0 && age < RestMilliseconds;
 }
 
 /// The content of the file whose time and size have been looked at already.
@@ -51,10 +50,12 @@ QByteArray readUnchanged(const QFileInfo &entry)
     return content;
 }
 
-platform::Failure fileFailure(const QFile &file)
+/// Of each match, the replay comes into the archive and then the page into the cache. One that is
+/// newer than the cache is thus of the match that the cache lacks yet, not an earlier one's.
+bool isNewerThanCache(const QString &archived)
 {
-    return {platform::Failure::PathAccess,
-            QStringLiteral("%1: %2").arg(file.fileName(), file.errorString())};
+    return QFileInfo(archived).lastModified() >
+           QFileInfo(gRoot->StatsCacheFileName()).lastModified();
 }
 
 } // namespace
@@ -65,62 +66,123 @@ void clsReplays::Release()
     m_timer = nullptr;
 }
 
-void clsReplays::ArchiveReplay(const QString &Name)
+bool clsReplays::ArchiveReplay(const QString &Name)
 {
-    Trap(routine("ArchiveReplay"), [&] {
-        const QString source = fnGamePath(QStringLiteral("Data/Save/replay/defaultreplay.rpf"));
-        const QFileInfo entry(source);
-        const QDateTime changed = entry.lastModified();
-        if (m_released || !entry.isFile() || !changed.isValid()) {
-            return;
-        }
-        if (platform::hasPathCharacter(Name)) {
-            throw platform::Failure(platform::Failure::PathAccess,
-                                    Name + QStringLiteral(": No file can have this name"));
-        }
-        const QString target =
-            gRoot->Options()->ReplayFolder() + QDir::separator() + archiveName(changed, Name);
-        if (target == m_lastArchived || target == m_underWay || QFile::exists(target)) {
-            return;
-        }
-        // Before another replay makes place for it, and before the game goes on to the next match,
-        // which it may do while the folder is listed.
-        const QByteArray replay = readUnchanged(entry);
-        const auto restore = qScopeGuard(
-            [this, before = std::exchange(m_underWay, target)] { m_underWay = before; });
-        if (MaintainReplayDirectory()) {
-            platform::replaceFile(gRoot->Machine().files, target, replay,
-                                  platform::Durability::SurvivesPowerLoss);
-            m_lastArchived = target;
-        }
-    });
+    const QFileInfo replay(fnGamePath(QStringLiteral("Data/Save/replay/defaultreplay.rpf")));
+    const QDateTime changed = replay.lastModified();
+    if (m_released || !replay.isFile() || !changed.isValid() || isStillWritten(changed)) {
+        return false;
+    }
+    const QString stamp = changed.toString(QStringLiteral("yyyy_MM_dd_HH_mm_ss_"));
+    if (stamp == m_lastStamp || stamp == m_stampUnderWay) {
+        return false;
+    }
+    const auto restore = qScopeGuard(
+        [this, before = std::exchange(m_stampUnderWay, stamp)] { m_stampUnderWay = before; });
+    const QString target = gRoot->Options()->ReplayFolder() + QDir::separator() + stamp +
+                           (Name.isEmpty() ? Name : Name + u'_') + QStringLiteral("replay.rpf");
+    Routine step = Archiving; // under whose name a failure is recorded
+    return TrapRepeated(
+        step,
+        [&] {
+            if (platform::hasPathCharacter(Name)) {
+                throw platform::Failure(platform::Failure::PathAccess,
+                                        Name + QStringLiteral(": No file can have this name"));
+            }
+            return archive(replay, stamp, target, step);
+        },
+        target);
 }
 
 bool clsReplays::MaintainReplayDirectory()
 {
-    return Trap(routine("MaintainReplayDirectory"), [this] {
+    return Trap(Maintaining, [this] {
         if (m_released) {
             return false;
         }
-        const QString path = gRoot->Options()->ReplayFolder();
-        const Folder folder = listFolder(path);
+        const Folder folder = listFolder(gRoot->Options()->ReplayFolder());
         if (m_released) {
             return false;
         }
-        if (folder.replays > 0 && folder.replays >= gRoot->Options()->ReplayCount()) {
-            QFile oldest(path + QDir::separator() + folder.smallestName);
-            if (!oldest.remove() && oldest.exists()) { // the operator may have been quicker
-                throw fileFailure(oldest);
-            }
+        if (isFull(folder)) {
+            deleteOldest(folder);
         }
         return true;
     });
 }
 
-clsReplays::Folder clsReplays::listFolder(const QString &path) const
+bool clsReplays::archive(const QFileInfo &replay, const QString &stamp, const QString &target,
+                         Routine &step)
+{
+    // Before the folder is listed, during which the game may go on to the next match.
+    const QByteArray content = readUnchanged(replay);
+    step = Maintaining;
+    const Folder folder = listFolder(gRoot->Options()->ReplayFolder(), stamp);
+    step = Archiving;
+    if (m_released) {
+        return false;
+    }
+    if (!folder.hasStamp) {
+        write(content, target, folder, step);
+    }
+    m_lastStamp = stamp;
+    return !folder.hasStamp || isNewerThanCache(target);
+}
+
+void clsReplays::write(const QByteArray &content, const QString &target, const Folder &folder,
+                       Routine &step)
+{
+    std::optional<platform::Replacement> copy;
+    const auto writeBeside = [&] {
+        copy.emplace(gRoot->Machine().files, target, content,
+                     platform::Durability::SurvivesPowerLoss);
+    };
+    const auto makeRoom = [&] {
+        step = Maintaining;
+        deleteOldest(folder);
+        step = Archiving;
+    };
+    try {
+        writeBeside();
+    } catch (const platform::Failure &failure) {
+        if (!platform::isDiskFull(failure) || folder.replays == 0 || m_roomMadeFor == target) {
+            throw;
+        }
+        makeRoom();
+        m_roomMadeFor = target;
+        writeBeside();
+    }
+    if (isFull(folder)) {
+        makeRoom(); // of the same one, where it is gone already
+    }
+    copy->commit();
+}
+
+bool clsReplays::isFull(const Folder &folder)
+{
+    return folder.replays > 0 && folder.replays >= gRoot->Options()->ReplayCount();
+}
+
+void clsReplays::deleteOldest(const Folder &folder)
+{
+    gRoot->Machine().files.remove(folder.path + QDir::separator() + folder.smallestName);
+}
+
+clsReplays::Folder clsReplays::listFolder(const QString &path, const QString &stamp) const
+{
+    Folder folder;
+    QString before;
+    do { // again where another replay was archived meanwhile
+        before = m_lastStamp;
+        folder = listOnce(path, stamp);
+    } while (m_lastStamp != before);
+    return folder;
+}
+
+clsReplays::Folder clsReplays::listOnce(const QString &path, const QString &stamp) const
 {
     platform::requireFolder(path);
-    Folder folder;
+    Folder folder{.path = path};
     QDirIterator files(path, {replayPattern(), platform::replacementName(replayPattern())},
                        QDir::Files | QDir::Hidden);
     while (!m_released && files.hasNext()) {
@@ -131,8 +193,10 @@ clsReplays::Folder clsReplays::listFolder(const QString &path) const
             if (folder.replays == 1 || name < folder.smallestName) {
                 folder.smallestName = name;
             }
+            folder.hasStamp = folder.hasStamp || name.startsWith(stamp);
         } else {
-            QFile::remove(files.filePath()); // left by a copy that a crash cut off
+            // Left by a copy that a crash cut off: no copy is under way while a folder is listed.
+            QFile::remove(files.filePath());
         }
         QCoreApplication::processEvents();
     }

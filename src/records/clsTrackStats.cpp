@@ -9,7 +9,6 @@
 #include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "records/basParse.h"
-#include "records/clsGame.h"
 #include "records/clsReplays.h"
 
 #include <QDir>
@@ -46,6 +45,19 @@ bool fnStatsFilesEqual(QByteArray first, QByteArray second)
     fnBlankStatsHeader(first);
     fnBlankStatsHeader(second);
     return first == second;
+}
+
+bool isWanted(const clsGame &game)
+{
+    const clsOptions &options = *gRoot->Options();
+    return options.RecordReplays() && (!options.SkipBlankReplays() || game.PlayerCount() > 1);
+}
+
+void record(int number, const QString &description)
+{
+    gRoot->Errors()->RecordError(QStringLiteral("Stats Track Class"),
+                                 QStringLiteral("RecordStatsFile"), QStringLiteral("Unknown"),
+                                 number, description);
 }
 
 } // namespace
@@ -88,26 +100,45 @@ void clsTrackStats::RecordStatsFile()
     const QByteArray page = contentOf(path);
     if (page.size() > LargestStatisticsPage) {
         m_lastRecordKey = key; // one record is enough for a page that stays as it is
-        gRoot->Errors()->RecordError(QStringLiteral("Stats Track Class"),
-                                     QStringLiteral("RecordStatsFile"), QStringLiteral("Unknown"),
-                                     platform::Failure::Overflow,
-                                     QStringLiteral("%1: too large a page, more than %2 bytes")
-                                         .arg(path, QString::number(LargestStatisticsPage)));
+        record(platform::Failure::Overflow,
+               QStringLiteral("%1: too large a page, more than %2 bytes")
+                   .arg(path, QString::number(LargestStatisticsPage)));
         return;
     }
-    const QString cache = gRoot->StatsCacheFileName();
-    if (fnStatsFilesEqual(contentOf(cache), page) || !fnIsWholePage(page)) {
+    if (!isWhole(page, path) || fnStatsFilesEqual(contentOf(gRoot->StatsCacheFileName()), page)) {
         return;
     }
-    SkipFailure([&] {
-        platform::replaceFile(gRoot->Machine().files, cache, page,
-                              platform::Durability::SurvivesPowerLoss);
-    });
-    m_lastRecordKey = key;
-    clsGame game;
-    game.LoadStatsFile(path, page);
-    const clsOptions &options = *gRoot->Options();
-    if (options.RecordReplays() && (!options.SkipBlankReplays() || game.PlayerCount() > 1)) {
-        gRoot->Replays()->ArchiveReplay(game.Map());
+    if (!owes(page)) {
+        m_owed.emplace(path, page);
     }
+    const bool settled = m_owed->settled || !isWanted(m_owed->game) ||
+                         gRoot->Replays()->ArchiveReplay(m_owed->game.Map());
+    // While the replay was archived, another look may have gone on to the next match.
+    if (settled && owes(page)) {
+        m_owed->settled = true;
+        SkipFailure([&] {
+            platform::replaceFile(gRoot->Machine().files, gRoot->StatsCacheFileName(), page,
+                                  platform::Durability::SurvivesPowerLoss);
+            m_lastRecordKey = key;
+            m_owed.reset();
+        });
+    }
+}
+
+bool clsTrackStats::isWhole(const QByteArray &page, const QString &path)
+{
+    constexpr int PatientLooks = 3;
+    const bool whole = fnIsWholePage(page);
+    m_cutLooks = whole ? 0 : m_cutLooks + 1;
+    if (m_cutLooks == PatientLooks) {
+        record(platform::Failure::TypeMismatch,
+               QStringLiteral("%1: no end of its table, in %2 looks in a row")
+                   .arg(path, QString::number(PatientLooks)));
+    }
+    return whole;
+}
+
+bool clsTrackStats::owes(const QByteArray &page) const
+{
+    return m_owed && fnStatsFilesEqual(m_owed->page, page);
 }

@@ -5,6 +5,9 @@
 #include "records/clsTrackStats.h"
 #include "support/ToolTest.h"
 
+#include <limits>
+#include <random>
+
 const QByteArray Rows = "<TD>J\xE4ger</TD><TD>Red</TD><TD>Rifle</TD><TD>Alive</TD><TD>3</TD>"
                         "<TD>2</TD><TD>7</TD><TD>1</TD><TD>3</TD><TD>0</TD><TD>42%</TD><TD>0%</TD>"
                         "<TD>0</TD><TD>1</TD>\r\n</TR>\r\n<TR>\r\n"
@@ -90,6 +93,20 @@ TEST_F(recordsTest, ThePageBecomesARecord)
     EXPECT_EQ(lastRecord(), u"basParse|XMLFromGameFile|Global|13"_s);
 }
 
+TEST_F(recordsTest, APageThatStaysCutIsRecordedOnceUntilAWholeOneComes)
+{
+    for (const int records : {1, 2}) {
+        for (const int look : {1, 2, 3, 4}) {
+            writePage(page(Rows).first(300 + look));
+            tick();
+            EXPECT_EQ(recordCount(), look < 3 ? records - 1 : records);
+        }
+        writePage(page(Rows));
+        tick();
+    }
+    EXPECT_EQ(lastRecord(), u"Stats Track Class|RecordStatsFile|Unknown|13"_s);
+}
+
 TEST_F(recordsTest, EachNewMatchIsArchivedOnce)
 {
     writeReplay(u"2004-03-15T21:07:09"_s);
@@ -138,6 +155,8 @@ TEST_F(recordsTest, AFullArchiveGivesUpItsSmallestName)
     root->Replays()->ArchiveReplay(u"M"_s);
     EXPECT_EQ(archive(), (QStringList{u"0note.txt"_s, u"2004_03_15_21_07_09_M_replay.rpf"_s,
                                       u"2004_a.rpf"_s, u"Old.rpf"_s}));
+    EXPECT_TRUE(root->Replays()->MaintainReplayDirectory());
+    EXPECT_EQ(archive(), (QStringList{u"0note.txt"_s, u"2004_a.rpf"_s, u"Old.rpf"_s}));
 }
 
 TEST_F(recordsTest, WithoutAReplayNothingHappensAndACopyThatCannotBeMadeIsRecorded)
@@ -148,10 +167,6 @@ TEST_F(recordsTest, WithoutAReplayNothingHappensAndACopyThatCannotBeMadeIsRecord
     writeReplay(u"2004-03-15T21:07:09"_s);
     root->Replays()->ArchiveReplay(u"a/b"_s);
     EXPECT_EQ(lastRecord(), u"clsReplays|ArchiveReplay|Root Object|75"_s);
-    root->Options()->ReplayFolder.Let(path(u"nowhere"_s));
-    root->Replays()->ArchiveReplay(u"M"_s);
-    EXPECT_EQ(lastRecord(), u"clsReplays|MaintainReplayDirectory|Root Object|75"_s);
-    root->Options()->ReplayFolder.Let(path(u"Replays"_s));
     root->Replays()->ArchiveReplay(u"M"_s);
     EXPECT_EQ(archive().size(), 1);
 
@@ -165,6 +180,100 @@ TEST_F(recordsTest, WithoutAReplayNothingHappensAndACopyThatCannotBeMadeIsRecord
     EXPECT_EQ(lastRecord(), u"clsReplays|ArchiveReplay|Root Object|75"_s);
     EXPECT_EQ(archive(), QStringList{u"2004_03_15_21_07_09_M_replay.rpf"_s});
 #endif
+}
+
+TEST_F(recordsTest, WhatIsOwedIsTriedAtEachLookAndEachReasonIsRecordedOnceAMatch)
+{
+    const auto lookThrice = [this] {
+        fake.clock.advance(3 * 45000LL);
+        return recordCount();
+    };
+    writePage(page(Rows, "never")); // it has no date, which is recorded
+    EXPECT_EQ(lookThrice(), 1);
+    root->Options()->ReplayFolder.Let(path(u"nowhere"_s));
+    writeReplay(u"2004-03-15T21:07:09"_s);
+    EXPECT_EQ(lookThrice(), 2);
+    writePage(page(Rows, "", "Farm")); // nor has this
+    EXPECT_EQ(lookThrice(), 4);
+    EXPECT_EQ(lastRecord(), u"clsReplays|MaintainReplayDirectory|Root Object|75"_s);
+
+    // A disk that stays full costs the archive one replay.
+    root->Options()->ReplayFolder.Let(path(u"Replays"_s));
+    write(u"Replays/1.rpf"_s, {});
+    write(u"Replays/2.rpf"_s, {});
+    fake.files.full = std::numeric_limits<int>::max();
+    EXPECT_EQ(lookThrice(), 6) << "the replay, and the settings that were changed";
+    EXPECT_EQ(archive(), QStringList{u"2.rpf"_s});
+    fake.files.full = 0;
+    QDir(directory.path()).mkdir(u"ZEBEKSCache.dat"_s); // so that it cannot be written
+    EXPECT_EQ(lookThrice(), 6);
+    QDir(directory.path()).rmdir(u"ZEBEKSCache.dat"_s);
+    tick();
+    const QStringList kept{u"2.rpf"_s, u"2004_03_15_21_07_09_Farm_replay.rpf"_s};
+    EXPECT_EQ(archive(), kept);
+    EXPECT_EQ(read(u"ZEBEKSCache.dat"_s), page(Rows, "", "Farm"));
+
+    // What the operator deletes does not come back under the next match's name.
+    QFile::remove(path(u"Replays/"_s + kept.last()));
+    writePage(page(Rows));
+    EXPECT_EQ(lookThrice(), 6);
+    EXPECT_EQ(archive(), QStringList{kept.first()});
+}
+
+/// Matches whose replays come before their page, after it, at once, in two pieces or never, while
+/// the folder is away, the disk is full, or the tool is killed at some operation or started anew.
+TEST_F(recordsTest, EveryReplayIsKeptWholeAndOnceWhateverHappensMeanwhile)
+{
+    std::mt19937 random(4); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same matches each time
+    const auto oneOf = [&random](unsigned count) { return static_cast<int>(random() % count); };
+    const QByteArray options =
+        "<AutoStartGRServer>False</AutoStartGRServer><ReplayCount>3</ReplayCount>";
+    startWith(options);
+    QMap<QString, QByteArray> wanted;
+    for (const char *name : {"2000_1.rpf", "2000_2.rpf", "2000_3.rpf"}) {
+        write(u"Replays/"_s + QString::fromLatin1(name), {});
+        wanted[QString::fromLatin1(name)] = "";
+    }
+    for (int match = 0; match < 60; ++match) {
+        SCOPED_TRACE(match);
+        const QByteArray number = QByteArray::number(match);
+        const QByteArray map = oneOf(2) == 0 ? "Castle" : "Farm";
+        const QByteArray replay = "the whole replay of match " + number;
+        const bool diskFills = oneOf(2) == 0; // else the tool ends: the two cost more than one
+        const int comes = oneOf(6) - 1;
+        const int whole = comes == 4 ? -2 : comes + oneOf(2);
+        for (int look = -1; look < 7; ++look) {
+            const QDateTime atTheTick = fake.clock.now().addMSecs(45000);
+            if (look == 0) {
+                writePage(page("<TD>" + number + "\r\n\r\n\r\n" + Rows, "", map));
+            }
+            if (look == whole) {
+                const QDateTime changed = atTheTick.addSecs(look == comes ? -1 : -10);
+                writeReplay(changed.toString(Qt::ISODate), replay);
+                wanted[changed.toString(u"yyyy_MM_dd_HH_mm_ss_"_s) + QString::fromLatin1(map) +
+                       u"_replay.rpf"_s] = replay;
+                wanted.erase(wanted.begin());
+            } else if (look == comes && comes < whole) {
+                writeReplay(atTheTick.addSecs(-1).toString(Qt::ISODate), replay.first(10));
+            }
+            const int fault = look < 5 ? oneOf(6) : 0;
+            QDir game(directory.path());
+            EXPECT_TRUE(fault != 1 || game.rename(u"Replays"_s, u"Away"_s));
+            fake.files.full = fault == 2 && diskFills ? 1 + oneOf(2) : 0;
+            fake.files.failAt = fault == 2 && !diskFills ? -1 - oneOf(14) : 0;
+            fake.files.operations = 0;
+            tick();
+            fake.files.failAt = fake.files.full = 0;
+            EXPECT_TRUE(fault != 1 || game.rename(u"Away"_s, u"Replays"_s));
+            if (fault > 1 && fault < 4 && !diskFills) {
+                startWith(options);
+            }
+        }
+        ASSERT_EQ(archive(), wanted.keys());
+        for (const auto &[name, content] : wanted.asKeyValueRange()) {
+            ASSERT_EQ(read(u"Replays/"_s + name), content);
+        }
+    }
 }
 
 TEST_F(recordsTest, WhatHappensWhileTheFolderIsListedDoesNoHarm)
@@ -183,15 +292,21 @@ TEST_F(recordsTest, WhatHappensWhileTheFolderIsListedDoesNoHarm)
               (QStringList{u"2.rpf"_s, u"2004_03_15_21_07_09_M_replay.rpf"_s, u"3.rpf"_s}));
 
     // The game goes on to the next match; each is archived with its own content.
+    clsTrackStats tracker;
+    const QByteArray next = page(Rows, "Thu Jun 19 20:51:40 2003", "Farm");
+    writePage(page(Rows));
     writeReplay(u"2004-03-15T21:08:00"_s);
-    duringTheListing([this] {
+    duringTheListing([&] {
+        writePage(next);
+        tracker.RecordStatsFile(); // its replay is not there yet
         writeReplay(u"2004-03-15T21:09:00"_s, "next");
-        root->Replays()->ArchiveReplay(u"N"_s);
+        tracker.RecordStatsFile();
     });
-    root->Replays()->ArchiveReplay(u"M"_s);
-    EXPECT_EQ(read(u"Replays/2004_03_15_21_08_00_M_replay.rpf"_s), "replay");
-    EXPECT_EQ(read(u"Replays/2004_03_15_21_09_00_N_replay.rpf"_s), "next");
-
+    tracker.RecordStatsFile();
+    EXPECT_EQ(read(u"Replays/2004_03_15_21_08_00_Castle_replay.rpf"_s), "replay");
+    EXPECT_EQ(read(u"Replays/2004_03_15_21_09_00_Farm_replay.rpf"_s), "next");
+    EXPECT_EQ(archive().size(), 3);
+    EXPECT_EQ(read(u"ZEBEKSCache.dat"_s), next);
     EXPECT_EQ(recordCount(), 0);
 }
 

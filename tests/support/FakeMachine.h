@@ -14,8 +14,8 @@
 #include <stdexcept>
 #include <utility>
 
-/// The real file operations, of which a test can let the n-th one fail, or all of them. Creating a
-/// file counts as two: before it is there, and with half of its content.
+/// The real file operations, of which a test can let the n-th one fail, or all from the n-th on.
+/// Creating a file counts as two: before it is there, and with half of its content.
 class FailingFiles final : public platform::Files
 {
 public:
@@ -30,6 +30,10 @@ public:
                 const platform::Permissions &permissions) override
     {
         run([] {}); // nothing of the file is there yet
+        if (full > 0) {
+            --full;
+            throw diskFull();
+        }
         run([&] { m_files.create(path, content, permissions); },
             // A disk that fills up leaves half of the file.
             [&] { m_files.create(path, content.first(content.size() / 2), permissions); });
@@ -52,21 +56,29 @@ public:
         run([&] { m_files.flushFolder(path); });
     }
 
-    int failAt = 0;     ///< number of the operation that fails, from 1; 0 is none
+    /// Number of the operation that fails, from 1; 0 is none. All from the n-th on fail at -n.
+    int failAt = 0;
+    int full = 0;       ///< so many more files find the disk full when they are created
     bool kills = false; ///< it ends the process instead
     int operations = 0;
 
 private:
+    static platform::Failure diskFull()
+    {
+        // The number is the system's own.
+        return {platform::isDiskFull({112, {}}) ? 112 : 28,
+                QStringLiteral("No space left on device")};
+    }
     void run(
         const std::function<void()> &operation, const std::function<void()> &half = [] {})
     {
         ++operations;
-        if (failAt == Always || failAt == operations) {
+        if (failAt == operations || (failAt < 0 && operations >= -failAt)) {
             half();
             if (kills) {
                 std::_Exit(Killed);
             }
-            throw platform::Failure(28, QStringLiteral("No space left on device"));
+            throw diskFull();
         }
         operation();
     }
