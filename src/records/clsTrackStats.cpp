@@ -111,9 +111,10 @@ void clsTrackStats::RecordStatsFile()
     if (!owes(page)) {
         m_owed.emplace(path, page);
     }
-    const bool settled = m_owed->settled || !isWanted(m_owed->game) ||
-                         gRoot->Replays()->ArchiveReplay(m_owed->game.Map());
-    // While the replay was archived, another look may have gone on to the next match.
+    // While the replay is archived, another look may go on to the next match.
+    const QString map = m_owed->game.Map();
+    const bool settled =
+        m_owed->settled || !isWanted(m_owed->game) || gRoot->Replays()->ArchiveReplay(map);
     if (settled && owes(page)) {
         m_owed->settled = true;
         SkipFailure([&] {
