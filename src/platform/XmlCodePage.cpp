@@ -61,7 +61,8 @@ int fromUtf8(unsigned char *out, int *outLength, const unsigned char *in, int *i
         }
         const QByteArray byte =
             toCodePage(QString::fromUtf8(reinterpret_cast<const char *>(in + taken), length));
-        known = byte != "?" || in[taken] == '?';
+        // The conversion takes a U+FEFF for a byte order mark, which it leaves out.
+        known = !byte.isEmpty() && (byte != "?" || in[taken] == '?');
         if (known) {
             out[written++] = static_cast<unsigned char>(byte.front());
             taken += length;

@@ -106,10 +106,18 @@ platform::Failure clsOptionsXML::Unreadable()
 
 void clsOptionsXML::Save()
 {
-    if (m_document) {
-        platform::replaceFile(gRoot->Machine().files, m_path, m_document->toBytes(),
-                              platform::Durability::SurvivesPowerLoss);
+    if (!m_document) {
+        return;
     }
+    const QByteArray content = m_document->toBytes();
+    if (!platform::XmlDocument::parse(content)) {
+        throw platform::Failure(
+            platform::Failure::Unexpected,
+            QStringLiteral(
+                "The game's file \"options.xml\" is in an encoding that cannot be written"));
+    }
+    platform::replaceFile(gRoot->Machine().files, m_path, content,
+                          platform::Durability::SurvivesPowerLoss);
 }
 
 void clsOptionsXML::RemoveGRServer(const QString &address)

@@ -63,7 +63,8 @@ public:
     /// The same, but throws Unreadable() where the file is missing or cannot be parsed.
     void LoadOrFail();
     static platform::Failure Unreadable();
-    /// Replaces the file; nothing where none is loaded. Throws platform::Failure.
+    /// Replaces the file; nothing where none is loaded. Throws platform::Failure, also for a file
+    /// whose encoding the XML library reads, but writes so that it could not be read again.
     void Save();
     /// Empties the first `IPAddress` element whose whole text is the address.
     void RemoveGRServer(const QString &address);
