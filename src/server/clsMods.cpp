@@ -39,7 +39,8 @@ QString fnModNameFromFile(const QString &line)
 void clsMods::Load()
 {
     const bool found = LoadAvailableMods();
-    m_loaded = CheckActiveMods() && found;
+    m_loaded = CheckActiveMods() && found && !m_mods.empty();
+    m_changed = false;
 }
 
 bool clsMods::LoadAvailableMods()
@@ -85,18 +86,20 @@ bool clsMods::CheckActiveMods()
     return read || !QFile::exists(listPath()); // Save() can make a missing one
 }
 
-void clsMods::Save()
+bool clsMods::Save()
 {
-    if (!m_loaded) {
-        return;
+    if (!m_loaded || !m_changed) {
+        return m_loaded;
     }
-    Trap(routine("Save"), [this] {
+    return Trap(routine("Save"), [this] {
         QString text = heading();
         for (const clsModInfo *mod = m_first; mod != nullptr; mod = mod->NextActiveMod) {
             text += QStringLiteral("\"%1\"\r\n").arg(mod->ModName.toLower());
         }
         platform::replaceFile(gRoot->Machine().files, listPath(), platform::toCodePage(text),
                               platform::Durability::SurvivesPowerLoss);
+        m_changed = false;
+        return true;
     });
 }
 
@@ -144,6 +147,7 @@ void clsMods::IncreaseModPosition(const QString &in_strModName)
 
 void clsMods::append(clsModInfo &mod)
 {
+    m_changed = true;
     mod.Active = true;
     mod.PreviousActiveMod = m_last;
     mod.NextActiveMod = nullptr;
@@ -153,6 +157,7 @@ void clsMods::append(clsModInfo &mod)
 
 void clsMods::unlink(clsModInfo &mod)
 {
+    m_changed = true;
     mod.Active = false;
     (mod.PreviousActiveMod == nullptr ? m_first : mod.PreviousActiveMod->NextActiveMod) =
         mod.NextActiveMod;
@@ -164,6 +169,7 @@ void clsMods::unlink(clsModInfo &mod)
 
 void clsMods::swapWithNext(clsModInfo &mod)
 {
+    m_changed = true;
     clsModInfo &next = *mod.NextActiveMod;
     clsModInfo *const before = mod.PreviousActiveMod;
     clsModInfo *const after = next.NextActiveMod;

@@ -23,9 +23,11 @@ public:
     /// Finds the mods and reads which are active. What is missing or unreadable is recorded once,
     /// and again when it has been there meanwhile.
     void Load();
-    /// Writes the list of active mods. Nothing is written while the mods could not be loaded, for
-    /// it would end the game's own list. A failure is recorded.
-    void Save();
+    /// Writes the list of active mods if one of the operations has changed it since Load(). Nothing
+    /// is written while the list could not be read or there is no mod at all, as where "Mods" is an
+    /// empty mount point, for that would end the game's own list. False then, and after a failure,
+    /// which is recorded.
+    bool Save();
 
     /// Keys do not mind the case of letters; one of no mod changes nothing.
     /// Appends the mod to the active ones.
@@ -54,4 +56,5 @@ private:
     clsModInfo *m_first = nullptr;
     clsModInfo *m_last = nullptr;
     bool m_loaded = false;
+    bool m_changed = false;
 };

@@ -58,6 +58,7 @@ TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFi
     const QString replay = u"Data/Save/replay/defaultreplay.rpf"_s;
     QDir(directory.path()).mkpath(u"Data/Save/replay"_s);
     write(replay, QByteArray(100000, 'r'));
+    QDir(directory.path()).mkpath(u"Mods/M"_s);
     write(u"missionstats.htm"_s, "\n\n\nMission Stats (Wed Jun 18 20:51:40 2003\nMap (M)\n\n\n\n"
                                  "<TD>A\n\n\n<TD>B\n\n</TABLE>");
     const QString archived =
@@ -92,6 +93,7 @@ TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFi
          [] {
              clsMods mods;
              mods.Load();
+             mods.ActivateMod(u"\\mods\\m"_s);
              mods.Save();
          },
          1},

@@ -50,7 +50,12 @@ TEST_F(clsModsTest, FindsModsAndReadsAndWritesTheActiveOnes)
     EXPECT_EQ(mods.Mods().size(), 3U);
     EXPECT_EQ(activeMods(mods),
               (QStringList{u"\\mods\\Urban"_s, u"\\mods\\Desert"_s, u"\\mods\\Ärger"_s}));
-    mods.Save();
+    mods.ActivateMod(u"\\mods\\urban"_s); // as it is
+    EXPECT_TRUE(mods.Save());
+    EXPECT_TRUE(read(u"ModsSet.txt"_s).contains("noise")) << "nothing to write";
+    mods.DeactivateMod(u"\\mods\\Ärger"_s);
+    mods.ActivateMod(u"\\mods\\Ärger"_s);
+    EXPECT_TRUE(mods.Save());
     const QByteArray heading = "// MODS SETTINGS - LIST OF MODS ACTIVE ON THIS SYSTEM\r\n";
     EXPECT_EQ(read(u"ModsSet.txt"_s), heading + "\"\\mods\\urban\"\r\n\"\\mods\\desert\"\r\n"
                                                 "\"\\mods\\\xE4rger\"\r\n");
@@ -71,15 +76,20 @@ TEST_F(clsModsTest, WhatCannotBeReadIsRecordedAndNotOverwritten)
     mods.Load();
     EXPECT_TRUE(mods.Mods().empty());
     EXPECT_EQ(lastRecord(), u"Options XML Class|LoadAvailableMods|Unknown|75"_s);
-    mods.Save();
+    EXPECT_FALSE(mods.Save());
+    QDir(directory.path()).mkdir(u"Mods"_s); // as where something is to be mounted
+    mods.Load();
+    EXPECT_FALSE(mods.Save());
     EXPECT_EQ(read(u"modsset.txt"_s), list);
+    QDir(directory.path()).rmdir(u"Mods"_s);
 
     addMod(u"Desert"_s);
     QFile::rename(path(u"modsset.txt"_s), path(u"away"_s));
     QDir(directory.path()).mkdir(u"modsset.txt"_s); // exists and cannot be read
     mods.Load();
     EXPECT_EQ(lastRecord(), u"Options XML Class|CheckActiveMods|Unknown|75"_s);
-    mods.Save();
+    mods.ActivateMod(u"\\mods\\desert"_s);
+    EXPECT_FALSE(mods.Save());
     EXPECT_EQ(recordCount(), 2) << "no attempt to replace it";
 }
 
