@@ -2,14 +2,17 @@
 
 class clsMods;
 
-/// What the web site asks of the main window.
+/// What the web site and the supervisor ask of the main window.
 class iMainWindow
 {
 public:
     virtual ~iMainWindow() = default;
 
-    /// Lets the panel of the selected tab load its controls from the settings.
+    /// Lets the panel of the selected tab load its controls from the settings, unless it holds
+    /// unsaved edits.
     virtual void FillFields() = 0;
-    /// The mods that the server options panel shows; null where there is no such panel.
+    /// Lets the server options panel read the mods anew; its unsaved edits stay.
+    virtual void LoadMods() = 0;
+    /// The mods of the server options panel; null where there is no such panel.
     virtual const clsMods *ModsList() const = 0;
 };

@@ -30,6 +30,11 @@ QString filePath()
     return fnGamePath(QStringLiteral("options.xml"));
 }
 
+platform::Failure about(const char *element, int number, const QString &description)
+{
+    return {number, QStringLiteral("%1: %2").arg(QLatin1String(element), description)};
+}
+
 QString componentName(const char *element, char component)
 {
     return QLatin1String(element) + QLatin1Char(component);
@@ -40,7 +45,20 @@ QString componentName(const char *element, char component)
 template <typename Value>
 Value GameSetting<Value>::operator()() const
 {
-    return fnFromText<Value>(m_file.GetNodeValue(QLatin1String(m_element)));
+    try {
+        return fnFromText<Value>(m_file.GetNodeValue(QLatin1String(m_element)));
+    } catch (const platform::Failure &failure) {
+        throw about(m_element, failure.number(), failure.description());
+    }
+}
+
+template <typename Value>
+void GameSetting<Value>::Require() const
+{
+    if (!m_file.find(QLatin1String(m_element))) {
+        throw about(m_element, platform::Failure::PathAccess,
+                    QStringLiteral("The game's file \"options.xml\" has no such element"));
+    }
 }
 
 template <typename Value>
@@ -133,11 +151,15 @@ void clsOptionsXML::RemoveGRServer(const QString &address)
     }
 }
 
+std::optional<platform::XmlElement> clsOptionsXML::find(const QString &element)
+{
+    return m_document ? m_document->findFirst(element.toLatin1().constData()) : std::nullopt;
+}
+
 QString clsOptionsXML::GetNodeValue(const QString &element)
 {
     return Trap(routine("GetNodeValue"), [&] {
-        const auto found =
-            m_document ? m_document->findFirst(element.toLatin1().constData()) : std::nullopt;
+        const auto found = find(element);
         return found ? found->text() : QString();
     });
 }
@@ -145,8 +167,7 @@ QString clsOptionsXML::GetNodeValue(const QString &element)
 void clsOptionsXML::SetNodeValue(const QString &element, const QString &text)
 {
     Trap(routine("SetNodeValue"), [&] {
-        if (auto found =
-                m_document ? m_document->findFirst(element.toLatin1().constData()) : std::nullopt) {
+        if (auto found = find(element)) {
             found->setText(text);
         }
     });

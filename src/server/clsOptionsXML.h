@@ -11,8 +11,8 @@
 class clsOptionsXML;
 
 /// One setting in the game's file: the text of the first element of its name. Reading it throws
-/// platform::Failure where the text, or an element that is missing, is no such value; writing it
-/// changes nothing where the element is missing.
+/// platform::Failure, which names the element, where the text, or an element that is missing, is no
+/// such value; writing it changes nothing where the element is missing.
 template <typename Value>
 class GameSetting
 {
@@ -21,6 +21,8 @@ public:
 
     Value operator()() const;
     void Let(const Value &value);
+    /// Throws platform::Failure where the element is missing.
+    void Require() const;
     const char *Name() const { return m_element; }
 
 private:
@@ -89,6 +91,7 @@ private:
     friend class GameSetting;
     friend class GameColour;
 
+    std::optional<platform::XmlElement> find(const QString &element);
     QString GetNodeValue(const QString &element);
     void SetNodeValue(const QString &element, const QString &text);
 

@@ -5,6 +5,7 @@
 #include "core/basTraps.h"
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
+#include "core/iMainWindow.h"
 #include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "server/basWINAPI.h"
@@ -240,6 +241,9 @@ void ctlGRServer::StartMonitoring()
         tmrDead.setInterval(0);
         tmrStartupTimeout.setInterval(gRoot->Options()->ServerStartupTimeout() *
                                       MillisecondsPerSecond);
+        if (iMainWindow *const window = gRoot->Desktop()) {
+            window->LoadMods(); // which the server has now
+        }
     });
 }
 

@@ -28,6 +28,22 @@ GameNumberField::GameNumberField(QLineEdit *box, std::function<void()> edited)
     connect(box, &QLineEdit::textChanged, this, &GameNumberField::textChanged);
 }
 
+bool GameNumberField::holds(std::int32_t number)
+{
+    return isAccepted(fnToText(number));
+}
+
+void GameNumberField::show(std::optional<std::int32_t> number)
+{
+    m_accepted = number ? fnToText(*number) : QString();
+    m_box->setText(m_accepted);
+}
+
+std::int32_t GameNumberField::number() const
+{
+    return fnToInteger(m_accepted);
+}
+
 void GameNumberField::textChanged(const QString &text)
 {
     if (text == m_accepted) { // what was put back

@@ -3,7 +3,9 @@
 #include <QObject>
 #include <QString>
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 
 class QLineEdit;
 
@@ -13,6 +15,11 @@ class GameNumberField : public QObject
 {
 public:
     GameNumberField(QLineEdit *box, std::function<void()> edited);
+
+    static bool holds(std::int32_t number);
+    /// Shows a number that the box holds, or nothing. This is no edit.
+    void show(std::optional<std::int32_t> number);
+    std::int32_t number() const;
 
 private:
     void textChanged(const QString &text);

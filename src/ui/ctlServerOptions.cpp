@@ -1,7 +1,6 @@
 #include "ui/ctlServerOptions.h"
 
 #include "core/basMain.h"
-#include "core/basNumbers.h"
 #include "core/basTraps.h"
 #include "core/clsZebek.h"
 #include "core/frmGlobal.h"
@@ -9,9 +8,14 @@
 #include "platform/Machine.h"
 #include "server/ctlGRServer.h"
 #include "ui/GameNumberField.h"
+#include "ui/SpentKey.h"
 #include "ui_ctlServerOptions.h"
 
 #include <QSignalBlocker>
+
+#include <algorithm>
+#include <type_traits>
+#include <utility>
 
 namespace {
 
@@ -66,6 +70,29 @@ void addSeparator(QListWidget &list)
     row->setFlags(row->flags() & ~Qt::ItemIsUserCheckable);
 }
 
+/// What the rows show, in order. Null is the separator.
+std::vector<const clsModInfo *> modsInOrder(const clsMods &mods)
+{
+    std::vector<const clsModInfo *> rows;
+    for (const clsModInfo *mod = mods.FirstActiveMod(); mod != nullptr; mod = mod->NextActiveMod) {
+        rows.push_back(mod);
+    }
+    rows.push_back(nullptr);
+    for (const auto &mod : mods.Mods()) {
+        if (!mod->Active) {
+            rows.push_back(mod.get());
+        }
+    }
+    return rows;
+}
+
+bool isRowOf(const QListWidgetItem &row, const clsModInfo *mod)
+{
+    return mod == nullptr ? keyOf(row) == SeparatorKey
+                          : keyOf(row) == mod->ModName && row.text() == mod->Name() &&
+                                isChecked(row) == mod->Active;
+}
+
 /// Lets the selected row be grey while the keyboard's focus is elsewhere; little else shows it.
 void showFocus(QListWidget &list)
 {
@@ -78,23 +105,81 @@ void showFocus(QListWidget &list)
 }
 
 /// A button that is switched off leaves the keyboard's focus to its heir, where it can be seen and
-/// the same key does no harm.
-void enableButton(QWidget &button, bool enabled, QWidget &heir, bool heirEnabled)
+/// the same key does nothing.
+void enableButton(QWidget &button, bool enabled, QWidget &heir)
 {
-    if (!enabled && heirEnabled && button.window()->focusWidget() == &button) {
-        heir.setEnabled(true);
+    if (!enabled && button.window()->focusWidget() == &button) {
         heir.setFocus();
+        new SpentKey(&heir);
     }
     button.setEnabled(enabled);
 }
 
 constexpr const char *FormLimit = "formLimit";
 
+// How a control shows a setting, nothing where there is no such value, and what it holds.
+
 /// A longer text that the game's file holds already is not cut, but none after it may be as long.
-void setText(QLineEdit &box, const QString &text)
+void showIn(QLineEdit &box, const std::optional<QString> &text)
 {
-    box.setMaxLength(qMax(box.property(FormLimit).toInt(), static_cast<int>(text.size())));
-    box.setText(text);
+    box.setMaxLength(
+        qMax(box.property(FormLimit).toInt(), static_cast<int>(text.value_or(QString()).size())));
+    box.setText(text.value_or(QString()));
+}
+
+QString valueIn(const QLineEdit &box)
+{
+    return box.text();
+}
+
+void showIn(QCheckBox &box, const std::optional<bool> &checked)
+{
+    box.setChecked(checked.value_or(false));
+}
+
+bool valueIn(const QCheckBox &box)
+{
+    return box.isChecked();
+}
+
+void showIn(GameNumberField &field, const std::optional<std::int32_t> &number)
+{
+    field.show(number);
+}
+
+std::int32_t valueIn(const GameNumberField &field)
+{
+    return field.number();
+}
+
+template <typename Value>
+Value shownValue(const GameSetting<Value> &setting)
+{
+    setting.Require();
+    Value value = setting();
+    if constexpr (std::is_same_v<Value, std::int32_t>) {
+        if (!GameNumberField::holds(value)) {
+            throw platform::Failure(platform::Failure::Overflow,
+                                    QStringLiteral("%1: %2 is out of range")
+                                        .arg(QLatin1String(setting.Name()))
+                                        .arg(value));
+        }
+    }
+    return value;
+}
+
+/// Runs a step of filling the fields. Each reason why one fails is recorded once, until all of them
+/// end well.
+template <typename Step>
+bool fills(Step step)
+{
+    try {
+        step();
+        return true;
+    } catch (...) {
+        RecordNewFailure(routine("FillFields"), CaughtFailure());
+        return false;
+    }
 }
 
 } // namespace
@@ -121,9 +206,9 @@ void ctlServerOptions::tieTexts()
         {m_ui->txtMOTD, &clsOptionsXML::MOTD},
         {m_ui->txtPassword, &clsOptionsXML::RemoteServerPasswd},
     };
-    for (const auto &row : m_texts) {
+    for (auto &row : m_texts) {
         row.control->setProperty(FormLimit, row.control->maxLength());
-        connect(row.control, &QLineEdit::textChanged, this, &ctlServerOptions::edited);
+        connect(row.control, &QLineEdit::textChanged, this, [&] { setEdited(row.edited); });
     }
 }
 
@@ -137,20 +222,23 @@ void ctlServerOptions::tieCheckBoxes()
     m_ui->lblAllowRemoteAccess->setCheckBox(m_ui->chkAllowRemoteAccess);
     m_ui->lblRecordGame->setCheckBox(m_ui->chkRecordGame);
     m_ui->lblFirewall->setCheckBox(m_ui->chkFirewall);
-    for (const auto &row : m_checkBoxes) {
-        connect(row.control, &QCheckBox::clicked, this, &ctlServerOptions::edited);
+    for (auto &row : m_checkBoxes) {
+        connect(row.control, &QCheckBox::clicked, this, [&] { setEdited(row.edited); });
     }
 }
 
 void ctlServerOptions::tieNumbers()
 {
-    m_numbers = {
+    const std::pair<QLineEdit *, GameSetting<std::int32_t> clsOptionsXML::*> boxes[] = {
         {m_ui->txtSynchTimeout, &clsOptionsXML::GameSynchTimeout},
         {m_ui->txtJoinPort, &clsOptionsXML::JoinPort},
         {m_ui->txtAnnouncePort, &clsOptionsXML::AnnouncePort},
     };
-    for (const auto &row : m_numbers) {
-        new GameNumberField(row.control, [this] { edited(); });
+    m_numbers.reserve(std::size(boxes)); // its rows stay where they are
+    for (const auto &[box, setting] : boxes) {
+        m_numbers.push_back({nullptr, setting});
+        auto &row = m_numbers.back();
+        row.control = new GameNumberField(box, [&] { setEdited(row.edited); });
     }
 }
 
@@ -168,40 +256,66 @@ void ctlServerOptions::tieMods()
             [this] { moveSelected(&clsMods::IncreaseModPosition); });
 }
 
+template <typename Action>
+void ctlServerOptions::forEachRow(Action action)
+{
+    std::ranges::for_each(m_texts, action);
+    std::ranges::for_each(m_checkBoxes, action);
+    std::ranges::for_each(m_numbers, action);
+}
+
 void ctlServerOptions::FillFields()
 {
-    TrapRepeated(routine("FillFields"), [this] {
-        // Without the file there is nothing to show, and edits had better stay on screen.
-        m_options.LoadOrFail();
-        showOptions();
-        m_filled = true;
-        m_mods.Load();
-        FillListView();
-        m_dirty = false;
-        UpdateControls();
-    });
+    showOptions();
+    m_modEdits.clear();
+    readMods();
+    FillListView();
+    UpdateControls();
 }
 
 void ctlServerOptions::showOptions()
 {
-    for (const auto &row : m_texts) {
-        setText(*row.control, (m_options.*row.setting)());
+    // Without the file there is nothing to show, and edits had better stay on screen.
+    bool sound = fills([this] { m_options.LoadOrFail(); });
+    if (!sound) {
+        return;
     }
-    for (const auto &row : m_checkBoxes) {
-        row.control->setChecked((m_options.*row.setting)());
+    forEachRow([&](auto &row) {
+        std::optional<decltype((m_options.*row.setting)())> value;
+        sound = fills([&] { value = shownValue(m_options.*row.setting); }) && sound;
+        showIn(*row.control, value);
+        row.edited = false;
+    });
+    if (sound) {
+        NoteSuccess(routine("FillFields"));
     }
-    for (const auto &row : m_numbers) {
-        const auto &setting = m_options.*row.setting;
-        const QString number = QString::number(setting());
-        row.control->setText(number);
-        if (row.control->text() != number) { // the box keeps to the numbers that may be typed
-            Trap(routine("FillFields"), [&] {
-                throw platform::Failure(platform::Failure::Overflow,
-                                        QStringLiteral("%1: %2 is out of range")
-                                            .arg(QLatin1String(setting.Name()), number));
-            });
-        }
+}
+
+void ctlServerOptions::readMods()
+{
+    m_mods.Load();
+    for (const auto &[change, key] : m_modEdits) {
+        (m_mods.*change)(key);
     }
+}
+
+void ctlServerOptions::LoadMods()
+{
+    readMods();
+    if (m_modEdits.empty() && !showsMods()) {
+        const QListWidgetItem *const row = m_ui->lsvMods->currentItem();
+        showMods(row != nullptr ? keyOf(*row) : QString());
+    }
+}
+
+bool ctlServerOptions::showsMods() const
+{
+    const QListWidget &list = *m_ui->lsvMods;
+    int row = 0;
+    const auto mods = modsInOrder(m_mods);
+    return list.count() == static_cast<int>(mods.size()) &&
+           std::ranges::all_of(
+               mods, [&](const clsModInfo *mod) { return isRowOf(*list.item(row++), mod); });
 }
 
 void ctlServerOptions::FillListView()
@@ -210,31 +324,41 @@ void ctlServerOptions::FillListView()
         QListWidget &list = *m_ui->lsvMods;
         const QSignalBlocker filling(list);
         list.clear();
-        for (const clsModInfo *mod = m_mods.FirstActiveMod(); mod != nullptr;
-             mod = mod->NextActiveMod) {
-            addMod(list, *mod);
-        }
-        addSeparator(list);
-        for (const auto &mod : m_mods.Mods()) {
-            if (!mod->Active) {
+        for (const clsModInfo *const mod : modsInOrder(m_mods)) {
+            if (mod != nullptr) {
                 addMod(list, *mod);
+            } else {
+                addSeparator(list);
             }
         }
         list.setCurrentRow(0);
     });
 }
 
-void ctlServerOptions::edited()
+void ctlServerOptions::setEdited(bool &edited)
 {
-    m_dirty = true;
+    edited = true;
     UpdateControls();
+}
+
+bool ctlServerOptions::optionsEdited() const
+{
+    const auto anyIn = [](const auto &rows) {
+        return std::ranges::any_of(rows, [](const auto &row) { return row.edited; });
+    };
+    return anyIn(m_texts) || anyIn(m_checkBoxes) || anyIn(m_numbers);
+}
+
+bool ctlServerOptions::Dirty() const
+{
+    return optionsEdited() || !m_modEdits.empty();
 }
 
 void ctlServerOptions::UpdateControls()
 {
     Trap(routine("UpdateControls"), [this] {
-        enableButton(*m_ui->cmdSave, m_dirty, *m_ui->txtName, true);
-        enableButton(*m_ui->cmdCancel, m_dirty, *m_ui->txtName, true);
+        enableButton(*m_ui->cmdSave, Dirty(), *m_ui->txtName);
+        enableButton(*m_ui->cmdCancel, Dirty(), *m_ui->txtName);
         updateMoveButtons();
     });
 }
@@ -245,10 +369,8 @@ void ctlServerOptions::updateMoveButtons()
     const auto possible = [row](const clsModInfo *end) {
         return row != nullptr && end != nullptr && keyOf(*row) != end->ModName;
     };
-    const bool up = possible(m_mods.FirstActiveMod());
-    const bool down = possible(m_mods.LastActiveMod());
-    enableButton(*m_ui->cmdIncrease, up, *m_ui->cmdDecrease, down);
-    enableButton(*m_ui->cmdDecrease, down, *m_ui->cmdIncrease, up);
+    enableButton(*m_ui->cmdIncrease, possible(m_mods.FirstActiveMod()), *m_ui->lsvMods);
+    enableButton(*m_ui->cmdDecrease, possible(m_mods.LastActiveMod()), *m_ui->lsvMods);
 }
 
 const QListWidgetItem *ctlServerOptions::selectedActiveRow() const
@@ -265,74 +387,83 @@ void ctlServerOptions::setChecked(const QListWidgetItem &row)
         rowOf(*m_ui->lsvMods, key)->setData(Qt::CheckStateRole, {});
         return;
     }
-    if (isChecked(row)) {
-        m_mods.ActivateMod(key);
-    } else {
-        m_mods.DeactivateMod(key);
-    }
-    showEditedMods(key);
+    editMod({isChecked(row) ? &clsMods::ActivateMod : &clsMods::DeactivateMod, key});
 }
 
 void ctlServerOptions::moveSelected(void (clsMods::*move)(const QString &))
 {
     if (const QListWidgetItem *const row = selectedActiveRow()) {
-        const QString key = keyOf(*row);
-        (m_mods.*move)(key);
-        showEditedMods(key);
+        editMod({move, keyOf(*row)});
     }
 }
 
-void ctlServerOptions::showEditedMods(const QString &key)
+void ctlServerOptions::editMod(const ModEdit &edit)
 {
-    m_dirty = true;
+    (m_mods.*edit.change)(edit.key);
+    m_modEdits.push_back(edit);
+    showMods(edit.key);
+}
+
+void ctlServerOptions::showMods(const QString &selected)
+{
     FillListView();
-    m_ui->lsvMods->setCurrentItem(rowOf(*m_ui->lsvMods, key));
+    if (QListWidgetItem *const row = rowOf(*m_ui->lsvMods, selected)) {
+        m_ui->lsvMods->setCurrentItem(row);
+    }
     UpdateControls();
 }
 
 void ctlServerOptions::cmdSave_Click()
 {
+    platform::MessageBoxes &boxes = gRoot->Machine().messageBoxes;
     if (serverRuns()) {
-        gRoot->Machine().messageBoxes.show(
-            QStringLiteral("You will need to stop the server to save your changes."),
-            QStringLiteral("Please note"), platform::OkOnly + platform::InformationIcon);
+        boxes.show(QStringLiteral("You will need to stop the server to save your changes."),
+                   QStringLiteral("Please note"), platform::OkOnly + platform::InformationIcon);
         return;
     }
-    Trap(routine("cmdSave_Click"), [this] {
+    const bool saved = Trap(routine("cmdSave_Click"), [this] {
         saveOptions();
-        saveMods();
-        FillFields();
+        return saveMods();
     });
+    if (saved) {
+        FillFields();
+    }
     gRoot->RefreshPages(QStringLiteral("AdminServerOptions"));
+    if (!saved) {
+        boxes.show(QStringLiteral("Your changes could not be saved. They are still here, and the "
+                                  "error log tells why."),
+                   QStringLiteral("Please note"), platform::OkOnly + platform::StopIcon);
+    }
 }
 
-/// The file may have changed since it was shown: what is not shown here keeps the new values.
+/// The file may have changed since it was shown: what was not edited keeps the new values.
 void ctlServerOptions::saveOptions()
 {
+    if (!optionsEdited()) {
+        return;
+    }
     m_options.LoadOrFail();
-    if (!m_filled) { // the empty controls would empty the file's settings
-        throw clsOptionsXML::Unreadable();
-    }
-    for (const auto &row : m_texts) {
-        (m_options.*row.setting).Let(row.control->text());
-    }
-    for (const auto &row : m_checkBoxes) {
-        (m_options.*row.setting).Let(row.control->isChecked());
-    }
-    for (const auto &row : m_numbers) {
-        (m_options.*row.setting).Let(fnToInteger(row.control->text()));
-    }
+    forEachRow([this](const auto &row) {
+        if (row.edited) {
+            (m_options.*row.setting).Require();
+            (m_options.*row.setting).Let(valueIn(*row.control));
+        }
+    });
     m_options.Save();
+    forEachRow([](auto &row) { row.edited = false; });
 }
 
-void ctlServerOptions::saveMods()
+bool ctlServerOptions::saveMods()
 {
-    for (const auto &mod : m_mods.Mods()) {
-        if (const QListWidgetItem *const row = rowOf(*m_ui->lsvMods, mod->ModName)) {
-            mod->Active = isChecked(*row);
-        }
+    if (m_modEdits.empty()) {
+        return true;
     }
-    m_mods.Save();
+    readMods();
+    if (!m_mods.Save()) {
+        return false;
+    }
+    m_modEdits.clear();
+    return true;
 }
 
 void ctlServerOptions::PushUpdate()

@@ -5,9 +5,10 @@
 #include "ui/ctlPanel.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
-class CheckBoxLabel;
+class GameNumberField;
 class QCheckBox;
 class QLineEdit;
 class QListWidgetItem;
@@ -19,7 +20,16 @@ class ctlServerOptions;
 /// The panel on the Server Options tab: the game's own settings and its active mods. Edits are
 /// collected until Save writes them together or Cancel reads the files again. The game rewrites its
 /// files while it runs, so that nothing is saved meanwhile.
-class ctlServerOptions : public ctlPanel
+///
+/// Save reads the files again and changes in them what was edited, nothing else: a file of which
+/// nothing was edited is not written. Edits that could not be saved stay, and a message box says
+/// so. A setting that is missing or that its control cannot show is an empty or off control and a
+/// record, once, that names the element.
+///
+/// The mods are the file's list with the unsaved edits on top. Edits are kept as what was done, and
+/// done anew whenever others have changed the file, so that neither hand undoes the other's work.
+/// The rows follow such a change at once where there are no unsaved edits, else at the next one.
+class ctlServerOptions final : public ctlPanel
 {
     Q_DISABLE_COPY_MOVE(ctlServerOptions)
 
@@ -27,14 +37,16 @@ public:
     ctlServerOptions();
     ~ctlServerOptions() override;
 
+    /// Shows what is in the files. Where that cannot be read, the controls stay as they are.
     void FillFields() override;
+    void LoadMods() override;
     /// Shows the mods anew: the active ones in order, a separator, the others. Selects the first.
     void FillListView();
     /// Shows whether the game server stands in the way of saving.
     void PushUpdate() override;
 
-    bool Dirty() const override { return m_dirty; }
-    /// The mods as they are shown.
+    bool Dirty() const override;
+    /// The mods, as the panel's edits have made them.
     const clsMods *ModsList() const override { return &m_mods; }
 
 private:
@@ -44,6 +56,13 @@ private:
     {
         Control *control;
         GameSetting<Value> clsOptionsXML::*setting;
+        bool edited = false;
+    };
+    /// Something that was done to a mod.
+    struct ModEdit
+    {
+        void (clsMods::*change)(const QString &);
+        QString key;
     };
 
     void tieTexts();
@@ -51,26 +70,31 @@ private:
     void tieNumbers();
     void tieMods();
 
-    void edited();
+    template <typename Action>
+    void forEachRow(Action action);
+    void setEdited(bool &edited);
     void UpdateControls();
     void updateMoveButtons();
     void setChecked(const QListWidgetItem &row);
     void moveSelected(void (clsMods::*move)(const QString &));
-    void showEditedMods(const QString &key);
+    void editMod(const ModEdit &edit);
+    void showMods(const QString &selected);
+    bool showsMods() const;
+    void readMods();
     /// The selected row of an active mod, or null.
     const QListWidgetItem *selectedActiveRow() const;
 
-    void cmdSave_Click();
     void showOptions();
+    bool optionsEdited() const;
+    void cmdSave_Click();
     void saveOptions();
-    void saveMods();
+    bool saveMods();
 
     std::unique_ptr<Ui::ctlServerOptions> m_ui;
     std::vector<Row<QLineEdit, QString>> m_texts;
     std::vector<Row<QCheckBox, bool>> m_checkBoxes;
-    std::vector<Row<QLineEdit, std::int32_t>> m_numbers;
+    std::vector<Row<GameNumberField, std::int32_t>> m_numbers;
     clsOptionsXML m_options;
     clsMods m_mods;
-    bool m_dirty = false;
-    bool m_filled = false; ///< whether the controls have ever shown what is in the file
+    std::vector<ModEdit> m_modEdits;
 };

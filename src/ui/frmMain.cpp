@@ -34,7 +34,7 @@ frmMain::frmMain() : m_ui(std::make_unique<Ui::frmMain>())
     setWindowIcon(pictures::applicationIcon());
     m_ui->PicHeader->setPixmap(pictures::header(devicePixelRatioF()));
     m_ui->lblWelcome->setText(welcomeLine());
-    connect(m_ui->tabMain, &QTabWidget::currentChanged, this, [this] { tabMain_Click(); });
+    connect(m_ui->tabMain, &QTabWidget::currentChanged, this, [this] { FillFields(); });
     connect(m_ui->Label2, &QLabel::linkActivated, this, [this] { Label2_Click(); });
     connect(m_ui->cmdQuit, &QPushButton::clicked, this, [] { gRoot->Quit(); });
 }
@@ -76,8 +76,16 @@ ctlPanel *frmMain::selectedPanel() const
 
 void frmMain::FillFields()
 {
-    if (ctlPanel *const panel = selectedPanel()) {
+    ctlPanel *const panel = selectedPanel();
+    if (panel != nullptr && !panel->Dirty()) {
         panel->FillFields();
+    }
+}
+
+void frmMain::LoadMods()
+{
+    if (ctlPanel *const panel = m_panels.at(ServerOptions)) {
+        panel->LoadMods();
     }
 }
 
@@ -91,14 +99,6 @@ void frmMain::PushUpdate()
 {
     if (ctlPanel *const panel = selectedPanel()) {
         panel->PushUpdate();
-    }
-}
-
-void frmMain::tabMain_Click()
-{
-    ctlPanel *const panel = selectedPanel();
-    if (panel != nullptr && !panel->Dirty()) {
-        panel->FillFields();
     }
 }
 

@@ -16,8 +16,8 @@ class frmMain;
 }
 
 /// The main window: tabs with a panel each, the version and thanks lines and the Quit button. It
-/// holds no settings; it passes two calls on to the panel of the selected tab. Closing it ends the
-/// program.
+/// holds no settings; it passes two calls on to the panel of the selected tab, and spares a panel
+/// with unsaved edits the filling, whoever asks for it. Closing it ends the program.
 class frmMain : public QWidget, public iMainWindow
 {
     Q_DISABLE_COPY_MOVE(frmMain)
@@ -39,9 +39,9 @@ public:
     /// Lets the panel of the selected tab refresh its live state.
     void PushUpdate();
 
+    void LoadMods() override;
     const clsMods *ModsList() const override;
 
-    void tabMain_Click();
     void Label2_Click();
 
 protected:

@@ -2,6 +2,7 @@
 #include "core/basMain.h"
 #include "core/clsZebek.h"
 #include "core/frmGlobal.h"
+#include "core/iMainWindow.h"
 #include "server/clsMods.h"
 #include "server/clsOptionsXML.h"
 #include "server/ctlGRServer.h"
@@ -77,7 +78,10 @@ QString Update_ModList(const clsWebServerRequest &request)
                 (mods.*change)(request.FormField(QStringLiteral("modname")));
             }
         }
-        mods.Save();
+        if (!mods.Save()) {
+            return UpdateFailed;
+        }
+        gRoot->Desktop()->LoadMods();
         return QString();
     });
 }

@@ -45,7 +45,8 @@ TEST(WebSite, ShowsTheServerAndChangesTheFilesOfTheToolAndTheGame)
     EXPECT_EQ(game.read(u"options.xml"_s),
               "<game><JoinPort>8</JoinPort><AnnouncePort>9</AnnouncePort><GameSynchTimeout>7"
               "</GameSynchTimeout><RemoteServerAccess>FALSE</RemoteServerAccess><RecordGame>TRUE"
-              "</RecordGame><BehindFirewall>FALSE</BehindFirewall></game>\n");
+              "</RecordGame><BehindFirewall>FALSE</BehindFirewall><MPGameName/><MOTD/>"
+              "<RemoteServerPasswd/></game>\n");
     post("/EditMod", "modname=%5CMods%5C%C4rger&ActionButton=++Activate++");
     EXPECT_EQ(game.read(u"modsset.txt"_s),
               "// MODS SETTINGS - LIST OF MODS ACTIVE ON THIS SYSTEM\r\n\"\\mods\\\xE4rger\"\r\n");

@@ -13,6 +13,7 @@ inline void writeGameFiles(const QString &directory)
                                "RecordGame", "BehindFirewall"}) {
         settings += QByteArray("<") + number + ">1</" + number + ">";
     }
+    settings += "<MPGameName/><MOTD/><RemoteServerPasswd/>";
     const QDir folder(directory);
     folder.mkdir(QStringLiteral("Mods"));
     QFile options(folder.filePath(QStringLiteral("options.xml")));

@@ -1,6 +1,7 @@
-#include "support/ToolTest.h"
+#include "server/clsMods.h"
+#include "web/WebTest.h"
 
-class ctlServerOptionsTest : public ToolTest
+class ctlServerOptionsTest : public WebTest
 {
 protected:
     ctlServerOptionsTest()
@@ -11,7 +12,7 @@ protected:
             QDir(directory.path()).mkpath(u"Mods/"_s + mod);
             write(u"Mods/%1/ModsCont.txt"_s.arg(mod), "//\r\nname = \"" + mod.toLatin1() + "\"");
         }
-        startIdle();
+        startSite();
         select(frmMain::ServerOptions);
     }
 
@@ -51,7 +52,7 @@ protected:
     static constexpr int CheckMark = 10;
     static constexpr int Text = 60;
 
-    /// The mods' initials in order, the active ones before the separator, the selected in capital.
+    /// The mods' initials, the active ones in order before the separator, the selected in capital.
     QString rows() const
     {
         QString text;
@@ -62,6 +63,8 @@ protected:
             const QString letter = item.text().left(1).toLower();
             text += item.isSelected() ? letter.toUpper() : letter;
         }
+        std::sort(text.begin() + text.indexOf(u'-') + 1, text.end(), // have the file system's order
+                  [](QChar a, QChar b) { return a.toLower() < b.toLower(); });
         return text;
     }
     /// Which buttons are enabled, of: up, down, save, cancel.
@@ -113,6 +116,8 @@ TEST_F(ctlServerOptionsTest, EveryEditMakesThePanelDirtyAndCancelTakesItBack)
         click("cmdCancel");
         EXPECT_EQ(shown(), stored);
         EXPECT_EQ(root->MainWindow()->focusWidget(), &box("txtName"));
+        QTest::keyClick(&box("txtName"), ' '); // the button's key again
+        EXPECT_EQ(shown(), stored);
     }
     EXPECT_EQ(enabled(), u".D.."_s);
 }
@@ -136,37 +141,105 @@ TEST_F(ctlServerOptionsTest, ANumberThatASettingCannotHaveIsSilentlyTakenBack)
     EXPECT_EQ(fake.boxes.boxes, QStringList());
 }
 
-TEST_F(ctlServerOptionsTest, NothingIsSavedBeforeTheFileCouldBeShown)
+TEST_F(ctlServerOptionsTest, SaveWritesWhatWasEditedAndNothingElse)
 {
-    const QByteArray later = options("Camp", 2346);
-    QFile::remove(path(u"options.xml"_s));
-    startIdle();
-    select(frmMain::ServerOptions);
-    write(u"options.xml"_s, later);
-    QTest::keyClick(&box("txtName"), 'x');
-    click("cmdSave");
-    EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|75"_s);
-    EXPECT_EQ(read(u"options.xml"_s), later);
-}
-
-TEST_F(ctlServerOptionsTest, SaveWritesWhatIsShownAndKeepsWhatIsNot)
-{
+    const QByteArray list = read(u"modsset.txt"_s);
     box("txtName").setText(u"A & B"_s);
     clickLabel("lblRecordGame");
-    clickLabel("lblAllowRemoteAccess");
-    clickRow(3, CheckMark);
-    write(u"options.xml"_s, options("Behind", 1, 5));
+    write(u"options.xml"_s, options("Behind", 70000, 5));
+    QDir(directory.path()).rename(u"Mods"_s, u"away"_s);
     click("cmdSave");
-    const QByteArray expected = options("A &amp; B", 2346, 5)
-                                    .replace("TRUE", "FALSE")
-                                    .replace("RecordGame>FALSE", "RecordGame>TRUE");
+    const QByteArray expected =
+        options("A &amp; B", 70000, 5).replace("RecordGame>FALSE", "RecordGame>TRUE");
     EXPECT_TRUE(read(u"options.xml"_s).contains(expected)) << read(u"options.xml"_s).constData();
+    EXPECT_EQ(read(u"modsset.txt"_s), list);
+    EXPECT_EQ(rows(), u"-"_s);
+
+    QDir(directory.path()).rename(u"away"_s, u"Mods"_s);
+    select(frmMain::Main);
+    select(frmMain::ServerOptions);
+    clickRow(3, CheckMark);
+    EXPECT_EQ(enabled(), u"I.SC"_s);
+    QFile::remove(path(u"options.xml"_s));
+    click("cmdSave");
+    EXPECT_FALSE(QFile::exists(path(u"options.xml"_s)));
     EXPECT_TRUE(
         read(u"modsset.txt"_s)
             .endsWith("\r\n\"\\mods\\bravo\"\r\n\"\\mods\\alpha\"\r\n\"\\mods\\charlie\"\r\n"));
     EXPECT_EQ(rows(), u"Bac-"_s);
     EXPECT_EQ(enabled(), u".D.."_s);
-    EXPECT_EQ(recordCount(), 0);
+    EXPECT_EQ(fake.boxes.boxes, QStringList());
+}
+
+TEST_F(ctlServerOptionsTest, AnOddSettingShowsAsNothingIsToldOnceAndStaysUntilItIsEdited)
+{
+    const QByteArray odd = options("Camp", 70000)
+                               .replace("<MOTD>Hello</MOTD>", "")
+                               .replace("BehindFirewall>FALSE", "BehindFirewall>x");
+    write(u"options.xml"_s, odd);
+    write(u"modsset.txt"_s, "\"\\mods\\charlie\"\r\n");
+    for (int times = 0; times < 2; ++times) {
+        select(frmMain::Main);
+        select(frmMain::ServerOptions);
+    }
+    EXPECT_EQ(box("txtJoinPort").text() + box("txtMOTD").text(), QString());
+    EXPECT_FALSE(child<QCheckBox>("chkFirewall")->isChecked());
+    EXPECT_EQ(box("txtAnnouncePort").text(), u"2347"_s);
+    EXPECT_EQ(rows(), u"C-ab"_s);
+    EXPECT_EQ(enabled(), u"...."_s);
+    EXPECT_EQ(recordCount(), 3);
+    for (const char *element : {"JoinPort", "MOTD", "BehindFirewall"}) {
+        EXPECT_EQ(read(ErrorLog).count(QByteArray(">") + element + ": "), 1) << element;
+    }
+    box("txtName").setText(u"x"_s);
+    click("cmdSave");
+    EXPECT_TRUE(read(u"options.xml"_s).contains(QByteArray(odd).replace("Camp", "x")));
+    box("txtJoinPort").setText(u"7"_s);
+    clickLabel("lblFirewall");
+    click("cmdSave");
+    EXPECT_EQ(saved("JoinPort") + saved("BehindFirewall"), u"7TRUE"_s);
+    EXPECT_EQ(recordCount(), 3);
+    QTest::keyClick(&box("txtMOTD"), 'x'); // for which the file has no place
+    click("cmdSave");
+    EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|75"_s);
+    EXPECT_EQ(box("txtMOTD").text(), u"x"_s);
+}
+
+TEST_F(ctlServerOptionsTest, TheWebAndThePanelWorkOnOneListOfMods)
+{
+    const auto web = [](const QByteArray &mod, const QByteArray &button) {
+        post("/EditMod", "modname=%5Cmods%5C" + mod + "&ActionButton=" + button);
+    };
+    const auto publicPage = [this] {
+        root->WebSite()->Page(u"PublicStatus"_s)->setStale(true);
+        return page("PublicStatus");
+    };
+    clickRow(1, Text);
+    web("charlie", "++Activate++");
+    EXPECT_EQ(rows(), u"bAc-"_s);
+    EXPECT_EQ(enabled(), u"ID.."_s);
+    box("txtName").setText(u"x"_s);
+    web("charlie", "^");
+    EXPECT_EQ(rows(), u"bcA-"_s);
+
+    clickRow(2, CheckMark);
+    EXPECT_EQ(rows(), u"bc-A"_s);
+    web("bravo", "Deactivate");
+    post("/UpdateAdminServerOptionsConfig", "ServerName=web&MOTD=web");
+    EXPECT_EQ(rows(), u"bc-A"_s) << "unsaved edits";
+    EXPECT_EQ(box("txtName").text(), u"x"_s);
+    EXPECT_EQ(root->MainWindow()->ModsList()->LastActiveMod()->ModName, u"\\mods\\Charlie"_s);
+    click("cmdSave");
+    EXPECT_EQ(rows(), u"C-ab"_s);
+    EXPECT_TRUE(read(u"modsset.txt"_s).endsWith("SYSTEM\r\n\"\\mods\\charlie\"\r\n"));
+    EXPECT_EQ(saved("MPGameName") + saved("MOTD"), u"xweb"_s);
+
+    write(u"modsset.txt"_s, "\"\\mods\\alpha\"\r\n");
+    server().StartGRServer(true);
+    EXPECT_EQ(rows(), u"a-bC"_s);
+    write(u"modsset.txt"_s, "\"\\mods\\bravo\"\r\n");
+    EXPECT_TRUE(publicPage().contains("Active Mods:  </b>Bravo - <"));
+    EXPECT_EQ(rows(), u"b-aC"_s);
 }
 
 TEST_F(ctlServerOptionsTest, NothingIsSavedWhileTheServerRunsAndTheWarningFollowsTheHeartbeat)
@@ -206,9 +279,14 @@ TEST_F(ctlServerOptionsTest, AModIsActivatedAtTheEndStaysSelectedAndIsMovedByThe
     QTest::keyClick(up, Qt::Key_Space);
     EXPECT_EQ(rows(), u"Cba-"_s);
     EXPECT_EQ(enabled(), u".DSC"_s);
-    auto *const down = child<QAbstractButton>("cmdDecrease");
-    EXPECT_EQ(root->MainWindow()->focusWidget(), down);
-    clickRow(1, CheckMark);
+    EXPECT_EQ(root->MainWindow()->focusWidget(), &mods());
+    QTest::keyClick(&mods(), Qt::Key_Space);
+    EXPECT_EQ(rows(), u"Cba-"_s) << "the same key does nothing";
+    QTest::keyClick(&mods(), Qt::Key_Down);
+    QTest::keyClick(&mods(), Qt::Key_Space);
+    EXPECT_EQ(rows(), u"ca-B"_s);
+    QTest::keyClick(&mods(), Qt::Key_Space);
+    clickRow(2, CheckMark);
     EXPECT_EQ(rows(), u"ca-B"_s);
     EXPECT_EQ(enabled(), u"..SC"_s);
 }
@@ -216,19 +294,32 @@ TEST_F(ctlServerOptionsTest, AModIsActivatedAtTheEndStaysSelectedAndIsMovedByThe
 TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
 {
     QTest::keyClick(&box("txtName"), 'x');
+    clickRow(3, CheckMark);
+    const QByteArray list = read(u"modsset.txt"_s);
     fake.files.failAt = fake.files.operations + 2;
     click("cmdSave");
     EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|28"_s);
     EXPECT_EQ(saved("MPGameName"), u"Camp"_s);
+    EXPECT_TRUE(fake.boxes.boxes.join(u'\n').startsWith(u"Please note|16|Your changes could"_s));
+    fake.files.failAt = fake.files.operations + 8;
+    click("cmdSave");
+    EXPECT_EQ(lastRecord(), u"Options XML Class|Save|Unknown|28"_s);
+    EXPECT_EQ(saved("MPGameName"), u"Campx"_s);
+    EXPECT_EQ(read(u"modsset.txt"_s), list);
+    EXPECT_EQ(rows(), u"baC-"_s);
+    EXPECT_EQ(enabled(), u"I.SC"_s);
+    EXPECT_EQ(fake.boxes.boxes.size(), 2);
+    fake.files.failAt = 0;
+    QTest::keyClick(&box("txtName"), 'x');
     QFile::rename(path(u"options.xml"_s), path(u"away"_s));
     click("cmdSave");
     EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|75"_s);
     select(frmMain::Main);
     select(frmMain::ServerOptions); // which reads the file only where nothing would be lost
-    EXPECT_EQ(box("txtName").text(), u"Campx"_s);
-    EXPECT_EQ(enabled(), u".DSC"_s);
+    EXPECT_EQ(box("txtName").text(), u"Campxx"_s);
+    EXPECT_EQ(enabled(), u"I.SC"_s);
 
     click("cmdCancel");
     EXPECT_EQ(lastRecord(), u"Server Options Panel|FillFields|Unknown|75"_s);
-    EXPECT_EQ(recordCount(), 3);
+    EXPECT_EQ(recordCount(), 4);
 }

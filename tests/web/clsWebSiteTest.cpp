@@ -122,8 +122,7 @@ TEST_F(clsWebSiteTest, StoresFormsAndTellsWhatItRefuses)
 TEST_F(clsWebSiteTest, ChangesTheGamesFilesOnlyWhileNoServerIsHeld)
 {
     startSite();
-    const QByteArray elements = "<MPGameName/><MOTD>m</MOTD><RemoteServerPasswd/>";
-    write(u"options.xml"_s, read(u"options.xml"_s).replace("</game>", elements + "</game>"));
+    write(u"options.xml"_s, read(u"options.xml"_s).replace("<MOTD/>", "<MOTD>m</MOTD>"));
     QDir(directory.path()).mkpath(u"Mods/Urban"_s);
     const QByteArray update = "ServerName=abcdefghijklmnopqrstuvwxy&Synch=x&JoinPort=65536&"
                               "AnnouncePort=7&RecordGame=on&RAPassword=p";
@@ -138,6 +137,9 @@ TEST_F(clsWebSiteTest, ChangesTheGamesFilesOnlyWhileNoServerIsHeld)
                              "<RecordGame>TRUE<", "<BehindFirewall>FALSE<", "<AnnouncePort>7<"}) {
         EXPECT_TRUE(options.contains(text)) << text;
     }
+    fake.files.failAt = FailingFiles::Always;
+    EXPECT_EQ(post("/EditMod", activate), "An Error has occured. Please check the log");
+    fake.files.failAt = 0;
     const QByteArray edited = post("/EditMod", activate);
     EXPECT_EQ(edited, page("AdminModList"));
     EXPECT_TRUE(read(u"modsset.txt"_s).endsWith("\r\n\"\\mods\\urban\"\r\n"));

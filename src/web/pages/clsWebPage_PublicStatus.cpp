@@ -32,10 +32,13 @@ QString labelled(const char *label, const QString &value)
 /// In the order in which they were found.
 QString activeMods()
 {
-    const iMainWindow *const window = gRoot->Desktop();
-    const clsMods *const mods = window != nullptr ? window->ModsList() : nullptr;
+    iMainWindow *const window = gRoot->Desktop();
+    if (window == nullptr) {
+        return {};
+    }
+    window->LoadMods();
     QString names;
-    if (mods != nullptr) {
+    if (const clsMods *const mods = window->ModsList()) {
         for (const auto &mod : mods->Mods()) {
             names += mod->Active ? mod->Name() + QStringLiteral(" - ") : QString();
         }
