@@ -161,12 +161,12 @@ TEST_F(ctlServerOptionsTest, SaveWritesWhatWasEditedAndNothingElse)
     clickRow(3, CheckMark);
     EXPECT_EQ(enabled(), u"I.SC"_s);
     QFile::remove(path(u"options.xml"_s));
+    write(u"modsset.txt"_s, "\"\\mods\\alpha\"\r\n");
     click("cmdSave");
     EXPECT_FALSE(QFile::exists(path(u"options.xml"_s)));
     EXPECT_TRUE(
-        read(u"modsset.txt"_s)
-            .endsWith("\r\n\"\\mods\\bravo\"\r\n\"\\mods\\alpha\"\r\n\"\\mods\\charlie\"\r\n"));
-    EXPECT_EQ(rows(), u"Bac-"_s);
+        read(u"modsset.txt"_s).endsWith("SYSTEM\r\n\"\\mods\\alpha\"\r\n\"\\mods\\charlie\"\r\n"));
+    EXPECT_EQ(rows(), u"Ac-b"_s);
     EXPECT_EQ(enabled(), u".D.."_s);
     EXPECT_EQ(fake.boxes.boxes, QStringList());
 }
@@ -310,14 +310,19 @@ TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
     EXPECT_EQ(enabled(), u"I.SC"_s);
     EXPECT_EQ(fake.boxes.boxes.size(), 2);
     fake.files.failAt = 0;
+    write(u"options.xml"_s, options("Other", 2346));
+    click("cmdSave"); // which has only the mods to save
+    EXPECT_EQ(saved("MPGameName"), u"Other"_s);
+    EXPECT_NE(read(u"modsset.txt"_s), list);
+
     QTest::keyClick(&box("txtName"), 'x');
     QFile::rename(path(u"options.xml"_s), path(u"away"_s));
     click("cmdSave");
     EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|75"_s);
     select(frmMain::Main);
     select(frmMain::ServerOptions); // which reads the file only where nothing would be lost
-    EXPECT_EQ(box("txtName").text(), u"Campxx"_s);
-    EXPECT_EQ(enabled(), u"I.SC"_s);
+    EXPECT_EQ(box("txtName").text(), u"Otherx"_s);
+    EXPECT_EQ(enabled(), u".DSC"_s);
 
     click("cmdCancel");
     EXPECT_EQ(lastRecord(), u"Server Options Panel|FillFields|Unknown|75"_s);
