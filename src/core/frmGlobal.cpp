@@ -6,7 +6,6 @@
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
 #include "platform/Failure.h"
-#include "platform/LostPeer.h"
 #include "platform/Machine.h"
 #include "server/ctlGRServer.h"
 #include "ui/frmMain.h"
@@ -22,16 +21,17 @@ constexpr int LastHeartbeatCount = 601;
 /// Heartbeats from one look at the game server to the next.
 constexpr int SupervisionTicks = 6;
 
+constexpr Routine Start{"Global Controls", "StartWebServer", "None"};
+
 } // namespace
 
 frmGlobal::frmGlobal()
     : uctlGRServer(std::make_unique<ctlGRServer>()),
       tmrHeartbeat(gRoot->Machine().clock, [this] { tmrHeartbeat_Timer(); }),
-      tmrReplays(gRoot->Machine().clock), wsckNewConnections(std::make_unique<Listener>())
+      tmrReplays(gRoot->Machine().clock), wsckNewConnections(std::make_unique<Listener>(
+                                              [this] { wsckNewConnections_ConnectionRequest(); }))
 {
     LoadConnection(0);
-    QObject::connect(wsckNewConnections.get(), &QTcpServer::newConnection,
-                     [this] { wsckNewConnections_ConnectionRequest(); });
 }
 
 frmGlobal::~frmGlobal() = default;
@@ -62,48 +62,80 @@ void frmGlobal::StopWebServer()
 {
     wsckNewConnections->close();
     m_webServerRunning = false;
+    m_webServerWanted = false;
 }
 
 void frmGlobal::StartWebServer()
 {
-    Trap({"Global Controls", "StartWebServer", "None"}, [this] {
-        const clsOptions &options = *gRoot->Options();
-        if (m_webServerRunning || options.AdminUserName().isEmpty() ||
-            options.AdminPassword().isEmpty() || options.RemoteAccessPort() == 0) {
-            return;
-        }
-        wsckNewConnections->close();
-        Listen(options.RemoteAccessPort());
-        m_webServerRunning = true;
-    });
+    const clsOptions &options = *gRoot->Options();
+    if (m_webServerRunning || options.AdminUserName().isEmpty() ||
+        options.AdminPassword().isEmpty() || options.RemoteAccessPort() == 0) {
+        return;
+    }
+    m_webServerWanted = true;
+    NoteSuccess(Start); // who presses the button again is told again
+    Listen();
 }
 
-void frmGlobal::Listen(std::int32_t port)
+void frmGlobal::Listen()
 {
-    if (port < 0 || port > std::numeric_limits<quint16>::max()) {
-        throw platform::Failure(platform::Failure::Overflow,
-                                QStringLiteral("%1 is not a port").arg(port));
-    }
-    if (!wsckNewConnections->listen(QHostAddress::Any, static_cast<quint16>(port))) {
-        throw platform::Failure(wsckNewConnections->serverError(),
-                                QStringLiteral("Port %1: %2")
-                                    .arg(QString::number(port), wsckNewConnections->errorString()));
-    }
-    platform::noticeLostPeer(wsckNewConnections->socketDescriptor());
+    m_webServerRunning = TrapRepeated(Start, [this] {
+        const std::int32_t port = gRoot->Options()->RemoteAccessPort();
+        if (port < 0 || port > std::numeric_limits<quint16>::max()) {
+            throw platform::Failure(platform::Failure::Overflow,
+                                    QStringLiteral("%1 is not a port").arg(port));
+        }
+        wsckNewConnections->listen(static_cast<quint16>(port));
+        return true;
+    });
 }
 
 void frmGlobal::wsckNewConnections_ConnectionRequest()
 {
-    const auto free = [](const auto &element) { return element && element->isFree(); };
-    while (wsckNewConnections->hasPendingConnections()) {
-        const auto element =
-            std::find_if(std::next(wsckConnections.begin()), wsckConnections.end(), free);
-        if (element == wsckConnections.end()) {
-            return;
+    TrapRepeated({"Global Controls", "ConnectionRequest", "None"}, [this] {
+        while (ConnectionSocket *const element = ElementForAnother()) {
+            std::unique_ptr<QTcpSocket> connection = wsckNewConnections->next();
+            if (!connection) {
+                wsckNewConnections->setAccepting(true);
+                return;
+            }
+            element->accept(std::move(connection));
         }
-        (*element)->accept(
-            std::unique_ptr<QTcpSocket>(wsckNewConnections->nextPendingConnection()));
+        wsckNewConnections->setAccepting(false); // until an element is free, or silent for long
+    });
+}
+
+/// Null when none is free or would make place.
+ConnectionSocket *frmGlobal::ElementForAnother() const
+{
+    constexpr qint64 LongSilence = 30000;
+    ConnectionSocket *silent = nullptr;
+    for (std::size_t index = 1; index < wsckConnections.size(); ++index) {
+        ConnectionSocket *const element = wsckConnections[index].get();
+        if (element != nullptr && element->isFree()) {
+            return element;
+        }
+        if (element != nullptr && !element->isAnswered() && element->silence() >= LongSilence &&
+            (silent == nullptr || element->silence() > silent->silence())) {
+            silent = element;
+        }
     }
+    return silent;
+}
+
+void frmGlobal::LookAfterWebServer()
+{
+    constexpr qint64 LongestStop = 60000;
+    for (const auto &element : wsckConnections) {
+        if (element && !element->isFree() && element->isAnswered() &&
+            element->silence() >= LongestStop) {
+            element->close(); // it takes nothing of its answer
+        }
+    }
+    if (m_webServerWanted && !wsckNewConnections->isListening()) {
+        Listen();
+    }
+    wsckNewConnections_ConnectionRequest();
 }
 
 void frmGlobal::wsckConnections_DataArrival(std::size_t index)
@@ -121,9 +153,6 @@ void frmGlobal::tmrHeartbeat_Timer()
     if (m_heartbeatCount % SupervisionTicks == 0) {
         Trap(tick, [] { gRoot->WebSite()->Page(QStringLiteral("PublicStatus"))->setStale(true); });
         Trap(tick, [this] { uctlGRServer->Supervise(); });
-        // QTcpServer stops for good when the system has no more descriptors for a moment.
-        if (wsckNewConnections->isListening()) {
-            wsckNewConnections->resumeAccepting();
-        }
+        Trap(tick, [this] { LookAfterWebServer(); });
     }
 }

@@ -35,11 +35,13 @@ public:
     /// Open connections are left to finish.
     void StopWebServer();
     /// Listens on the port of the settings, on all addresses. Nothing when it runs already, and
-    /// without a user name, a password or a port. A failure is recorded.
+    /// without a user name, a password or a port. One that fails, now or later, is tried again at
+    /// every sixth heartbeat until it is stopped; each reason is recorded once.
     void StartWebServer();
 
-    /// Gives connections that wait to free elements, the lowest first. Those that find none wait
-    /// on, and are neither accepted nor refused.
+    /// Gives connections that wait to free elements, the lowest first. Where none is free, the one
+    /// that has been silent the longest, without an answer and for at least 30 s, makes place.
+    /// Those that find none wait on, and are neither accepted nor refused.
     void wsckNewConnections_ConnectionRequest();
     void wsckConnections_DataArrival(std::size_t index);
 
@@ -58,8 +60,11 @@ public:
 private:
     /// Makes one element of the pool. Throws when the system has no more of what it takes.
     void LoadConnection(std::size_t index);
-    void Listen(std::int32_t port);
+    void Listen();
+    ConnectionSocket *ElementForAnother() const;
+    void LookAfterWebServer();
 
     int m_heartbeatCount = 1;
     bool m_webServerRunning = false;
+    bool m_webServerWanted = false;
 };

@@ -1,17 +1,28 @@
 #include "web/ConnectionSocket.h"
 
+#include "core/basMain.h"
+#include "core/basTraps.h"
+#include "core/clsZebek.h"
+#include "platform/Machine.h"
+
+#include <QScopedValueRollback>
+
 #include <utility>
 
 namespace {
 
-/// As many bytes are taken at once at most; a longer request is cut. A form with hundreds of
-/// replays has a quarter of this.
-constexpr qint64 LargestRequest = 256LL * 1024;
+constexpr int PauseMilliseconds = 250;
+
+platform::Clock &machineClock()
+{
+    return gRoot->Machine().clock;
+}
 
 } // namespace
 
 ConnectionSocket::ConnectionSocket(Event dataArrival, Event closed)
-    : m_dataArrival(std::move(dataArrival)), m_closed(std::move(closed))
+    : m_dataArrival(std::move(dataArrival)), m_closed(std::move(closed)),
+      m_pause(machineClock(), [this] { handOn(); })
 {
 }
 
@@ -23,19 +34,45 @@ ConnectionSocket::~ConnectionSocket()
     delete m_socket.release(); // with the form, so outside of any signal
 }
 
+qint64 ConnectionSocket::silence() const
+{
+    return machineClock().milliseconds() - m_lastActivity;
+}
+
+void ConnectionSocket::noteActivity()
+{
+    m_lastActivity = machineClock().milliseconds();
+}
+
 void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
 {
     close();
-    connection->setParent(nullptr);
     m_socket.reset(connection.release());
     m_answered = false;
-    m_socket->setReadBufferSize(LargestRequest);
+    noteActivity();
+    awaitRequest();
     connect(m_socket.get(), &QTcpSocket::readyRead, this, &ConnectionSocket::received);
     connect(m_socket.get(), &QTcpSocket::bytesWritten, this, &ConnectionSocket::written);
     connect(m_socket.get(), &QTcpSocket::errorOccurred, this, &ConnectionSocket::close);
     connect(m_socket.get(), &QTcpSocket::disconnected, this, &ConnectionSocket::close);
-    if (m_socket->state() != QAbstractSocket::ConnectedState) {
-        received(); // no signal will tell that it has ended before
+}
+
+/// What is read stays in the socket's buffer, too: that of a whole request fills it (see handOn()).
+void ConnectionSocket::awaitRequest()
+{
+    m_request = {};
+    m_socket->setReadBufferSize(IncomingRequest::Largest);
+    m_socket->startTransaction();
+}
+
+void ConnectionSocket::received()
+{
+    noteActivity();
+    m_request.append(m_socket->readAll());
+    if (m_request.isWhole()) {
+        handOn();
+    } else {
+        m_pause.setInterval(PauseMilliseconds);
     }
 }
 
@@ -45,9 +82,10 @@ void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
 /// signal to stop reading at once. The data is handled from the event loop, since a handler may
 /// show a message box: the box's own loop must not delete the socket while the socket's code is on
 /// the stack.
-void ConnectionSocket::received()
+void ConnectionSocket::handOn()
 {
-    m_socket->setReadBufferSize(m_socket->bytesAvailable());
+    m_pause.setInterval(0);
+    m_socket->setReadBufferSize(m_request.data().size());
     QMetaObject::invokeMethod(
         this, [this, connection = QPointer(m_socket.get())] { arrived(connection); },
         Qt::QueuedConnection);
@@ -67,41 +105,89 @@ void ConnectionSocket::arrived(const QPointer<QTcpSocket> &connection)
     if (!isOpen()) {
         close();
     } else {
-        m_socket->readAll();
-        m_socket->setReadBufferSize(LargestRequest);
+        m_socket->commitTransaction();
+        awaitRequest();
     }
 }
 
-QByteArray ConnectionSocket::data() const
-{
-    return m_socket ? m_socket->peek(m_socket->bytesAvailable()) : QByteArray();
-}
-
-void ConnectionSocket::send(const QByteArrayList &answer)
+void ConnectionSocket::send(const QByteArray &head, std::unique_ptr<FileContent> content,
+                            const QByteArray &tail)
 {
     if (!m_socket || std::exchange(m_answered, true)) {
         return;
     }
-    for (const QByteArray &part : answer) {
-        m_socket->write(part);
-    }
-    if (m_socket->bytesToWrite() == 0) {
-        close(); // no byte, no signal that it has been written
-        return;
-    }
-    m_socket->flush(); // what the handler does after the answer does not hold it up
+    m_head = head;
+    m_content = std::move(content);
+    m_tail = tail;
+    noteActivity();
+    sendMore();
 }
 
 void ConnectionSocket::written()
 {
-    if (m_socket->bytesToWrite() == 0) {
-        dropUnread();
-        close();
+    noteActivity();
+    if (!m_sending) {
+        sendMore();
     }
+}
+
+/// Gives the system what it takes at once, so that what a handler does after its answer does not
+/// hold it up, but no more pieces than let the others wait a little.
+void ConnectionSocket::sendMore()
+{
+    constexpr int PiecesAtOnce = 8;
+    const QScopedValueRollback sending(m_sending, true); // flushing tells at once what is written
+    const QPointer connection(m_socket.get());
+    for (int piece = 0; piece < PiecesAtOnce; ++piece) {
+        if (m_socket->bytesToWrite() > 0) {
+            return; // written() goes on
+        }
+        if (!writeNextPiece()) {
+            dropUnread();
+            close();
+            return;
+        }
+        m_socket->flush();
+        if (connection != m_socket.get()) {
+            return; // it has failed, and the element may have the next one
+        }
+    }
+    QMetaObject::invokeMethod(
+        this,
+        [this, connection] {
+            if (connection && connection == m_socket.get()) {
+                sendMore();
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+/// False when all is written, or when the file cannot be read any further.
+bool ConnectionSocket::writeNextPiece()
+{
+    QByteArray piece = std::exchange(m_head, {});
+    if (piece.isEmpty() && m_content) {
+        const bool read = Trap({"Website", "SendFile", "Root Object"}, [&] {
+            piece = m_content->next();
+            return true;
+        });
+        if (!read) {
+            return false;
+        }
+    }
+    if (piece.isEmpty()) {
+        m_content.reset();
+        piece = std::exchange(m_tail, {});
+    }
+    m_socket->write(piece);
+    return !piece.isEmpty();
 }
 
 void ConnectionSocket::close()
 {
+    m_pause.setInterval(0);
+    m_request = {};
+    m_content.reset();
     if (!m_socket) {
         return;
     }
@@ -116,6 +202,7 @@ void ConnectionSocket::dropUnread()
 {
     constexpr int Rounds = 16; // a peer that never stops sending does not stop us
     m_socket->disconnect(this);
+    m_socket->commitTransaction();
     m_socket->setReadBufferSize(0);
     for (int round = 0; round < Rounds && m_socket->state() == QAbstractSocket::ConnectedState &&
                         m_socket->waitForReadyRead(0);

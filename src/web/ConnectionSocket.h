@@ -1,6 +1,9 @@
 #pragma once
 
-#include <QByteArrayList>
+#include "platform/Timer.h"
+#include "web/FileContent.h"
+#include "web/IncomingRequest.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QTcpSocket>
@@ -10,6 +13,10 @@
 
 /// One element of the web server's pool. It stays while connections come and go on it: one at a
 /// time, each for one request and its answer.
+///
+/// A request is handed on as soon as it is whole by its own account (IncomingRequest), or when
+/// nothing more of it has come for 250 ms, and then as it is. Files are sent in pieces, as the peer
+/// takes them.
 class ConnectionSocket : public QObject
 {
     Q_DISABLE_COPY_MOVE(ConnectionSocket)
@@ -17,19 +24,24 @@ class ConnectionSocket : public QObject
 public:
     using Event = std::function<void()>;
 
-    /// `dataArrival`: data has arrived. `closed`: the element is free again.
+    /// `dataArrival`: a request has arrived. `closed`: the element is free again.
     ConnectionSocket(Event dataArrival, Event closed);
     ~ConnectionSocket() override;
 
     bool isFree() const { return m_socket == nullptr; }
+    bool isAnswered() const { return m_answered; }
+    /// For how many milliseconds nothing has come from the peer or, of an answered one, nothing of
+    /// the answer has been taken.
+    qint64 silence() const;
     /// Takes a connection over, ending the one before.
     void accept(std::unique_ptr<QTcpSocket> connection);
 
-    /// What a `dataArrival` tells of. It is gone afterwards.
-    QByteArray data() const;
-    /// Sends the answer, one part after the other and none of them copied, and then closes. Nothing
-    /// more is read from now on. Only the first answer on a connection counts.
-    void send(const QByteArrayList &answer);
+    /// What a `dataArrival` tells of.
+    const QByteArray &data() const { return m_request.data(); }
+    /// Sends the answer, a text or a text, a file and another text, and then closes. Nothing more
+    /// is read from now on. Only the first answer on a connection counts.
+    void send(const QByteArray &head, std::unique_ptr<FileContent> content = nullptr,
+              const QByteArray &tail = {});
     void close();
 
 private:
@@ -39,13 +51,26 @@ private:
         void operator()(QTcpSocket *socket) const { socket->deleteLater(); }
     };
 
+    void awaitRequest();
     void received();
+    void handOn();
     void arrived(const QPointer<QTcpSocket> &connection);
     void written();
+    void sendMore();
+    bool writeNextPiece();
     void dropUnread();
+    void noteActivity();
 
     Event m_dataArrival;
     Event m_closed;
     std::unique_ptr<QTcpSocket, LaterDeleter> m_socket;
+    IncomingRequest m_request;
+    platform::Timer m_pause; ///< since the last piece of a request that is not whole
+    qint64 m_lastActivity = 0;
     bool m_answered = false;
+    bool m_sending = false;
+    // What is still to be sent.
+    QByteArray m_head;
+    std::unique_ptr<FileContent> m_content;
+    QByteArray m_tail;
 };

@@ -1,19 +1,63 @@
 #include "web/Listener.h"
 
-#include <QTcpSocket>
+#include "platform/Failure.h"
+#include "platform/Sockets.h"
 
-Listener::Listener()
+#include <utility>
+
+Listener::Listener(std::function<void()> waiting) : m_waiting(std::move(waiting))
 {
     constexpr int Backlog = 1024;
-    setListenBacklogSize(Backlog);
-    // The one that waits with us; the others wait with the system.
-    setMaxPendingConnections(1);
+    m_server.setListenBacklogSize(Backlog);
 }
 
-void Listener::incomingConnection(qintptr descriptor)
+void Listener::listen(quint16 port)
 {
-    auto *const socket = new QTcpSocket(this);
-    socket->setSocketDescriptor(descriptor);
-    socket->setReadBufferSize(1);
-    addPendingConnection(socket);
+    close();
+    if (!m_server.listen(QHostAddress::Any, port)) {
+        throw platform::Failure(
+            m_server.serverError(),
+            QStringLiteral("Port %1: %2").arg(QString::number(port), m_server.errorString()));
+    }
+    m_server.pauseAccepting();
+    platform::noticeLostPeer(m_server.socketDescriptor());
+    m_notifier =
+        std::make_unique<QSocketNotifier>(m_server.socketDescriptor(), QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, [this] { m_waiting(); });
+}
+
+void Listener::close()
+{
+    if (m_notifier) {
+        m_notifier->setEnabled(false);
+        m_notifier.release()->deleteLater(); // its signal may be on the stack
+    }
+    m_server.close();
+}
+
+std::unique_ptr<QTcpSocket> Listener::next()
+{
+    if (!isListening()) {
+        return nullptr;
+    }
+    try {
+        const std::optional<qintptr> descriptor =
+            platform::acceptConnection(m_server.socketDescriptor());
+        if (!descriptor) {
+            return nullptr;
+        }
+        auto connection = std::make_unique<QTcpSocket>();
+        connection->setSocketDescriptor(*descriptor);
+        return connection;
+    } catch (const platform::Failure &) {
+        close();
+        throw;
+    }
+}
+
+void Listener::setAccepting(bool accepting)
+{
+    if (m_notifier) {
+        m_notifier->setEnabled(accepting);
+    }
 }

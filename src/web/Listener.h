@@ -1,15 +1,33 @@
 #pragma once
 
+#include <QSocketNotifier>
 #include <QTcpServer>
+#include <QTcpSocket>
 
-/// Listens for the web site's connections. One that waits for a free element of the pool is hardly
-/// read: what it sends stays with the system, and so does the news that its peer has gone, which
-/// would keep it from being answered.
-class Listener : public QTcpServer
+#include <functional>
+#include <memory>
+
+/// Listens for the web site's connections on all addresses of the machine. A connection is accepted
+/// only when somebody takes it; until then it and what it sends stay with the system.
+class Listener
 {
 public:
-    Listener();
+    /// `waiting` is called while a connection waits.
+    explicit Listener(std::function<void()> waiting);
 
-protected:
-    void incomingConnection(qintptr descriptor) override;
+    /// Throws platform::Failure where the port cannot be had.
+    void listen(quint16 port);
+    void close();
+    bool isListening() const { return m_server.isListening(); }
+
+    /// The next connection that waits; null without one. Throws platform::Failure when the system
+    /// cannot accept one: the listener is then closed, for its socket would say so again at once.
+    std::unique_ptr<QTcpSocket> next();
+    /// Whether `waiting` is called.
+    void setAccepting(bool accepting);
+
+private:
+    std::function<void()> m_waiting;
+    QTcpServer m_server;
+    std::unique_ptr<QSocketNotifier> m_notifier;
 };

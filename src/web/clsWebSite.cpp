@@ -56,36 +56,36 @@ bool fnCheckCredentials(const QString &user, const QString &password)
 
 void SendStraightText(ConnectionSocket &socket, const QByteArray &text)
 {
-    Trap(routine("SendStraightText"), [&] { socket.send({text}); });
+    Trap(routine("SendStraightText"), [&] { socket.send(text); });
 }
 
 void SendStraightPage(ConnectionSocket &socket, int resource)
 {
     Trap(routine("SendStraightPage"),
-         [&] { socket.send({platform::toCodePage(page::text(resource))}); });
+         [&] { socket.send(platform::toCodePage(page::text(resource))); });
 }
 
 void SendRedirect(QString url, ConnectionSocket &socket)
 {
     Trap(routine("SendRedirect"), [&] {
         url.remove(u'\r').remove(u'\n'); // they would make header lines of it
-        socket.send({"HTTP/1.1  307 Temporary Redirect" + LineEnd +
-                     "Location: " + platform::toCodePage(url) + LineEnd + LineEnd});
+        socket.send("HTTP/1.1  307 Temporary Redirect" + LineEnd +
+                    "Location: " + platform::toCodePage(url) + LineEnd + LineEnd);
     });
 }
 
-/// The file's whole content; empty when it cannot be read.
-QByteArray SendFile(const QString &path)
+/// Null when the file cannot be read.
+std::unique_ptr<FileContent> SendFile(const QString &path)
 {
-    return Trap(routine("SendFile"), [&] { return platform::readFile(path); });
+    return Trap(routine("SendFile"), [&] { return std::make_unique<FileContent>(path); });
 }
 
 void SendHeaderWithFile(const char *contentType, ConnectionSocket &socket, const QString &path)
 {
     Trap(routine("SendHeaderWithFile"), [&] {
-        socket.send(
-            {"HTTP/1.1 200 OK" + LineEnd + "Content-Type: " + contentType + LineEnd + LineEnd,
-             SendFile(path), LineEnd + LineEnd});
+        socket.send("HTTP/1.1 200 OK" + LineEnd + "Content-Type: " + contentType + LineEnd +
+                        LineEnd,
+                    SendFile(path), LineEnd + LineEnd);
     });
 }
 

@@ -1,5 +1,8 @@
-#include "platform/LostPeer.h"
+#include "platform/Sockets.h"
 
+#include "platform/linux/SystemFailure.h"
+
+#include <cerrno>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
@@ -25,6 +28,18 @@ void noticeLostPeer(qintptr listener)
         static_cast<void>(setsockopt(static_cast<int>(listener), setting.level, setting.option,
                                      &setting.value, sizeof setting.value));
     }
+}
+
+std::optional<qintptr> acceptConnection(qintptr listener)
+{
+    int descriptor = -1;
+    do {
+        descriptor = ::accept4(static_cast<int>(listener), nullptr, nullptr, SOCK_CLOEXEC);
+    } while (descriptor < 0 && (errno == EINTR || errno == ECONNABORTED)); // a peer has gone again
+    if (descriptor < 0 && errno != EAGAIN) {
+        throw systemFailure(errno, QStringLiteral("A connection cannot be accepted"));
+    }
+    return descriptor < 0 ? std::nullopt : std::optional<qintptr>(descriptor);
 }
 
 } // namespace platform

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <optional>
+
+/// What Qt lacks for listening TCP sockets, which are named by their descriptors.
+namespace platform {
+
+/// Lets the system notice when the other end of a connection is gone without a word, for those that
+/// a listening socket accepts from now on: an idle one then fails after about two minutes.
+void noticeLostPeer(qintptr listener);
+
+/// The descriptor of the next connection that waits at a listening socket that does not block;
+/// nothing when none waits. Throws Failure when the system has no more of what a connection takes.
+/// Qt's own server keeps its first such failure for ever, and takes later ones for another.
+std::optional<qintptr> acceptConnection(qintptr listener);
+
+} // namespace platform

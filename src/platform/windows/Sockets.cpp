@@ -1,0 +1,39 @@
+#include "platform/Sockets.h"
+
+#include "platform/windows/SystemFailure.h"
+
+#include <winsock2.h>
+
+#include <mstcpip.h>
+
+namespace platform {
+
+void noticeLostPeer(qintptr listener)
+{
+    constexpr ULONG Milliseconds = 1;
+    tcp_keepalive settings{};
+    settings.onoff = 1;
+    settings.keepalivetime = 60'000 * Milliseconds;
+    settings.keepaliveinterval = 6'000 * Milliseconds; // ten times, which is the system's number
+    DWORD returned = 0;
+    // A connection that fails later, after the system's own much longer time, does no harm.
+    static_cast<void>(WSAIoctl(static_cast<SOCKET>(listener), SIO_KEEPALIVE_VALS, &settings,
+                               sizeof settings, nullptr, 0, &returned, nullptr, nullptr));
+}
+
+std::optional<qintptr> acceptConnection(qintptr listener)
+{
+    SOCKET descriptor = INVALID_SOCKET;
+    int error = 0;
+    do {
+        descriptor = accept(static_cast<SOCKET>(listener), nullptr, nullptr);
+        error = descriptor == INVALID_SOCKET ? WSAGetLastError() : 0;
+    } while (error == WSAECONNRESET); // a peer has gone again
+    if (error != 0 && error != WSAEWOULDBLOCK) {
+        throw systemFailure(static_cast<DWORD>(error),
+                            QStringLiteral("A connection cannot be accepted"));
+    }
+    return error != 0 ? std::nullopt : std::optional(static_cast<qintptr>(descriptor));
+}
+
+} // namespace platform

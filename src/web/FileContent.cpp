@@ -1,0 +1,49 @@
+#include "web/FileContent.h"
+
+#include "platform/Failure.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr qint64 PieceSize = qint64{128} * 1024;
+
+platform::Failure unreadable(const QFile &file)
+{
+    return {platform::Failure::PathAccess,
+            QStringLiteral("%1: %2").arg(file.fileName(), file.errorString())};
+}
+
+} // namespace
+
+FileContent::FileContent(const QString &path) : m_file(path)
+{
+    if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        throw unreadable(m_file);
+    }
+    const qint64 size = m_file.size();
+    m_left = std::max<qint64>(size - PieceSize, 0);
+    m_file.seek(m_left);
+    m_last = read(size - m_left);
+    m_file.seek(0);
+}
+
+QByteArray FileContent::next()
+{
+    if (m_left == 0) {
+        return std::exchange(m_last, {});
+    }
+    const QByteArray piece = read(std::min(m_left, PieceSize));
+    m_left -= piece.size();
+    return piece;
+}
+
+QByteArray FileContent::read(qint64 size)
+{
+    QByteArray piece(size, Qt::Uninitialized);
+    if (m_file.read(piece.data(), size) != size) {
+        throw unreadable(m_file);
+    }
+    return piece;
+}

@@ -1,0 +1,34 @@
+#include "web/IncomingRequest.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+const QByteArray HeadersEnd = QByteArrayLiteral("\r\n\r\n");
+
+qsizetype contentLength(const QByteArray &headers)
+{
+    static const QRegularExpression field(
+        QStringLiteral(R"(\r\nContent-Length:[ \t]*(\d{1,9})[ \t]*\r\n)"),
+        QRegularExpression::CaseInsensitiveOption);
+    return field.match(QString::fromLatin1(headers)).captured(1).toLongLong();
+}
+
+} // namespace
+
+void IncomingRequest::append(const QByteArray &piece)
+{
+    const qsizetype before = m_data.size();
+    m_data += piece;
+    if (m_size != Largest) {
+        return;
+    }
+    const qsizetype end =
+        m_data.indexOf(HeadersEnd, std::max<qsizetype>(before - HeadersEnd.size() + 1, 0));
+    if (end >= 0) {
+        const qsizetype body = end + HeadersEnd.size();
+        m_size = std::min(body + contentLength(m_data.first(body)), Largest);
+    }
+}
