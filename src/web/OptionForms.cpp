@@ -73,7 +73,14 @@ QString Update_StatusOptionsConfig(const clsWebServerRequest &request)
     return storeOptions("Update_StatusOptionsConfig", request, StatusFields);
 }
 
+/// A log-in without a name or a password, as a form that was cut has it, would let nobody in.
 QString Update_SystemOptionsConfig(const clsWebServerRequest &request)
 {
+    for (const char *const field : {"AdminUN", "AdminPW"}) {
+        if (request.FormField(QLatin1String(field)).isEmpty()) {
+            return QStringLiteral("Please enter a user name and a password. Nothing was "
+                                  "changed<br>");
+        }
+    }
     return storeOptions("Update_SystemOptionsConfig", request, SystemFields);
 }

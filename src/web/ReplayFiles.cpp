@@ -4,6 +4,7 @@
 #include "core/basTraps.h"
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
+#include "platform/CodePage.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
 #include "web/clsWebServerRequest.h"
@@ -40,6 +41,24 @@ bool isInside(const QFileInfo &file, const QString &folder)
            QFileInfo(file.canonicalFilePath()).path() == QDir(folder).canonicalPath();
 }
 
+QString encoded(const QString &text)
+{
+    return QString::fromLatin1(platform::toCodePage(text).toPercentEncoding());
+}
+
+QString decodedOnce(const QString &text)
+{
+    static const QRegularExpression escape(QStringLiteral("%([0-9A-Fa-f]{2})"));
+    QString result;
+    qsizetype end = 0;
+    for (const QRegularExpressionMatch &match : escape.globalMatch(text)) {
+        const auto code = static_cast<std::uint8_t>(match.captured(1).toUInt(nullptr, 16));
+        result += text.mid(end, match.capturedStart() - end) + platform::fromCodePage(code);
+        end = match.capturedEnd();
+    }
+    return result + text.mid(end);
+}
+
 } // namespace
 
 QStringList fnReplayFiles()
@@ -62,6 +81,23 @@ std::optional<QString> fnReplayPath(const QString &name)
         return std::nullopt;
     }
     return path;
+}
+
+QString fnDownloadLink(const QString &name)
+{
+    return QStringLiteral("GETFILE") + encoded(gRoot->Options()->AdminPassword()) + u'/' +
+           encoded(name);
+}
+
+std::optional<QString> fnDownloadName(const QString &address)
+{
+    const QString password = gRoot->Options()->AdminPassword();
+    for (const QString &beginning : {password, encoded(password)}) {
+        if (!password.isEmpty() && address.startsWith(beginning)) {
+            return decodedOnce(address.mid(beginning.size() + 1));
+        }
+    }
+    return std::nullopt;
 }
 
 bool RemoveReplay(const QString &name)

@@ -48,10 +48,17 @@ ctlGRServer &server()
     return *gRoot->GlobalForm()->uctlGRServer;
 }
 
+/// Whether there is a log-in at all. Without one nobody is the administrator.
+bool hasLogIn()
+{
+    const clsOptions &options = *gRoot->Options();
+    return !options.AdminUserName().isEmpty() && !options.AdminPassword().isEmpty();
+}
+
 bool fnCheckCredentials(const QString &user, const QString &password)
 {
     const clsOptions &options = *gRoot->Options();
-    return password == options.AdminPassword() && user == options.AdminUserName();
+    return hasLogIn() && password == options.AdminPassword() && user == options.AdminUserName();
 }
 
 void SendStraightText(ConnectionSocket &socket, const QByteArray &text)
@@ -275,20 +282,16 @@ void clsWebSite::redirectToStatusImage(const clsWebServerRequest & /*request*/,
     SendRedirect(ServerStatusGif(), socket);
 }
 
-/// The target is "/GETFILE", the administrator's password, a separator and the file's name.
 void clsWebSite::sendReplay(const clsWebServerRequest &request, ConnectionSocket &socket)
 {
-    const QString password = gRoot->Options()->AdminPassword();
-    const QString rest = request.URI().mid(RouteLength);
-    if (!rest.startsWith(password)) {
+    const std::optional<QString> name = fnDownloadName(request.URI().mid(RouteLength));
+    if (!name || !hasLogIn()) {
         SendStraightText(socket, QByteArrayLiteral("Access Denied"));
         return;
     }
-    const QString name =
-        rest.mid(password.size() + 1).replace(QLatin1String("%20"), QLatin1String(" "));
-    const std::optional<QString> path = fnReplayPath(name);
+    const std::optional<QString> path = fnReplayPath(*name);
     if (!path) {
-        throw noSuchFile(name.left(LongestNameTold));
+        throw noSuchFile(name->left(LongestNameTold));
     }
     SendHeaderWithFile("text/plain", socket, *path);
 }
@@ -349,8 +352,11 @@ void clsWebSite::update(const clsWebServerRequest &request, ConnectionSocket &so
         return;
     }
     const QString message = form->update(request);
+    if (form->changesLogIn) {
+        RefreshPages(EveryPage); // first, so that the answer's own menu has the new one
+    }
     sendPage(socket, QLatin1String(form->page) + QStringLiteral("Update"), message);
-    RefreshPages(form->changesLogIn ? EveryPage : form->page);
+    RefreshPages(form->page);
     if (form->fillsPanels) {
         gRoot->Desktop()->FillFields();
     }

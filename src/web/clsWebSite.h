@@ -15,7 +15,8 @@ class clsWebServerRequest;
 ///
 /// Anybody gets the public page, the log-in page, the redirect to the image of the server's state
 /// and the error log. Everything else is posted, and every post carries the administrator's name
-/// and password in fields of its form: no log-in is kept. Texts and pages are sent bare, without a
+/// and password in fields of its form: no log-in is kept. While no name or no password is stored,
+/// nobody is let in. Texts and pages are sent bare, without a
 /// status line and headers; the end of an answer is the end of its connection.
 class clsWebSite
 {

@@ -5,6 +5,9 @@
 /// Closes a socket's sending half, as a peer does that has said all it has to say.
 void finishSending(qintptr socket);
 
+/// Lets the process get no new descriptor, or again as many as before; false where that cannot be.
+bool withholdDescriptors(bool withhold);
+
 /// The bytes that are allocated and not freed; always 0 where nobody keeps that count.
 qsizetype heapInUse();
 

@@ -1,3 +1,4 @@
+#include "platform/CodePage.h"
 #include "server/clsMods.h"
 #include "web/WebTest.h"
 
@@ -40,6 +41,17 @@ TEST_F(clsWebSiteTest, AnswersEveryGetByteForByte)
         get("/GETFILEsecret/a%20b.rpf"),
         QByteArray("HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\n\r\n\0\xFF\r\n\r\n\r\n", 53));
     EXPECT_EQ(get("/GETFILESecret/a%20b.rpf"), "Access Denied");
+    root->Options()->AdminPassword.Let(u"s#%?/ü 41"_s);
+    for (const QString &name : {u"Zürich #1 50%.rpf"_s, u"100%41 %25.rpf"_s}) {
+        writeReplay(name, "content");
+        root->RefreshPages(u"AdminReplays"_s);
+        const QByteArray shown = page("AdminReplays");
+        const qsizetype end = shown.indexOf("\" target=\"_blank\">" + platform::toCodePage(name));
+        const qsizetype start = shown.lastIndexOf('"', end - 1) + 1;
+        EXPECT_TRUE(get('/' + shown.mid(start, end - start)).contains("content"))
+            << name.toStdString();
+        EXPECT_EQ(get("/GETFILEx" + shown.mid(start + 7, end - start)), "Access Denied");
+    }
     for (const char *asError : {"/Error", "/ErrorText"}) {
         QTcpSocket client; // there is no log yet: no answer, and a log afterwards
         connectTo(client);
@@ -79,6 +91,16 @@ TEST_F(clsWebSiteTest, AWrongLogInOpensNothingAndChangesNothingOnAnyRoute)
     EXPECT_EQ(root->Options()->AdminPassword(), u"secret"_s);
     EXPECT_EQ(root->Options()->ReplayCount(), 50);
     EXPECT_EQ(recordCount(), 0);
+
+    // Without a name or a password there is no administrator, whatever is posted.
+    for (const auto &[user, password] : {std::pair(u"Admin"_s, u""_s), {u""_s, u"secret"_s}}) {
+        root->Options()->AdminUserName.Let(user);
+        root->Options()->AdminPassword.Let(password);
+        EXPECT_TRUE(
+            ask("POST /logon H\r\n\r\nUserName=" + user.toLatin1() + "&PW=" + password.toLatin1())
+                .contains("Sorry"));
+        EXPECT_EQ(get("/GETFILE" + password.toLatin1() + "/a.rpf"), "Access Denied");
+    }
 }
 
 TEST_F(clsWebSiteTest, StoresFormsAndTellsWhatItRefuses)
@@ -110,9 +132,16 @@ TEST_F(clsWebSiteTest, StoresFormsAndTellsWhatItRefuses)
               "Please enter a valid number for the replay count<br>");
     EXPECT_TRUE(options.RecordReplays());
     EXPECT_FALSE(options.SkipBlankReplays());
-    EXPECT_EQ(told("/UpdateAdminSystemOptionsConfig", "AdminUN=Admin&AdminPW=new&StartWebServer=on",
-                   "AdminSystemOptionsUpdate"),
-              "Configuration Updated");
+    for (const char *form : {"AdminUN=Admin&StartWebServer=on", "AdminPW=x"}) { // or cut forms
+        EXPECT_EQ(told("/UpdateAdminSystemOptionsConfig", form, "AdminSystemOptionsUpdate"),
+                  "Please enter a user name and a password. Nothing was changed<br>");
+    }
+    EXPECT_EQ(options.AdminUserName() + options.AdminPassword(), u"Adminsecret"_s);
+    EXPECT_TRUE(options.FindGRServer());
+    const QByteArray answer =
+        post("/UpdateAdminSystemOptionsConfig", "AdminUN=Admin&AdminPW=new&StartWebServer=on");
+    EXPECT_TRUE(answer.contains("Configuration Updated"));
+    EXPECT_TRUE(answer.contains("name=\"PW\" value=\"new\"")) << "so that its menu works";
     EXPECT_FALSE(options.FindGRServer());
     EXPECT_TRUE(page("AdminSystemOptions").contains("name=\"PW\" value=\"new\""));
     EXPECT_TRUE(page("AdminMain").contains("name=\"PW\" value=\"new\""));

@@ -42,9 +42,12 @@ TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
     EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, 70000));
     EXPECT_EQ(recordCount(), 2);
     EXPECT_TRUE(lastRecord().startsWith(u"Global Controls|StartWebServer|None|"_s));
+    options.RemoteAccessPort.Let(Port);
+    fake.clock.advance(30000);
+    EXPECT_EQ(recordCount(), 3) << "one for each reason, not for each attempt";
     other.close();
-
-    EXPECT_TRUE(runsWith(u"a"_s, u"p"_s, Port));
+    fake.clock.advance(3000);
+    EXPECT_TRUE(form.WebServerRunning());
     QTcpSocket open;
     connectTo(open);
     settle();
@@ -89,6 +92,95 @@ TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeEleme
     settle();
     EXPECT_FALSE(pool.at(3)->isFree());
     EXPECT_TRUE(pool.at(4)->isFree());
+}
+
+TEST_F(ConnectionsTest, SilentConnectionsMakePlaceAndThoseThatTakeNothingAreClosed)
+{
+    startSite();
+    const QByteArray request = "GET /GETFILEsecret/large.rpf HTTP/1.1\r\nHost: a\r\n\r\n";
+    writeReplay(u"large.rpf"_s, QByteArray(qsizetype{64} * 1024 * 1024, 'x'));
+    auto clients = connectMany(101); // the last one waits
+    clients.at(0)->setReadBufferSize(1);
+    clients.at(0)->write(request);
+    settle();
+    fake.clock.advance(15000);
+    clients.at(1)->write("HEAD / H\r\n\r\n"); // which is silent for less than the others
+    settle();
+    const auto &pool = root->GlobalForm()->wsckConnections;
+    const auto ended = [&](std::size_t client) {
+        settle();
+        return clients.at(client)->state() == QTcpSocket::UnconnectedState;
+    };
+    fake.clock.advance(14999);
+    EXPECT_FALSE(ended(2));
+    fake.clock.advance(3000);
+    EXPECT_TRUE(ended(2));
+    EXPECT_FALSE(ended(1) || ended(3) || ended(99));
+    clients.at(100)->write("GET /Login HTTP/1.1\r\n\r\n");
+    EXPECT_TRUE(WebTest::ended(*clients.at(100)));
+
+    fake.clock.advance(30000); // 60 s since the file was asked for
+    settle();
+    EXPECT_TRUE(pool.at(1)->isFree());
+    EXPECT_FALSE(pool.at(2)->isFree() || pool.at(100)->isFree()) << "nobody waits";
+}
+
+TEST_F(ConnectionsTest, AFormInPiecesIsOneRequest)
+{
+    startSite();
+    const QByteArray body = "UserName=Admin&PW=secret&ReplayCount=7&x=" + QByteArray(4000, 'y');
+    const QByteArray head = "POST /UpdateAdminReplaysConfig HTTP/1.1\r\nHost: a\r\n"
+                            "content-length:  " +
+                            QByteArray::number(body.size()) + "\r\n\r\n";
+    const QByteArray form = head + body;
+    for (const qsizetype size : {form.size(), head.size(), qsizetype{700}, qsizetype{1}}) {
+        root->Options()->ReplayCount.Ex(0);
+        QTcpSocket client;
+        connectTo(client);
+        for (qsizetype start = 0; start < form.size(); start += size) {
+            fake.clock.advance(249);
+            client.write(form.mid(start, size));
+            client.flush();
+            QCoreApplication::processEvents();
+        }
+        EXPECT_TRUE(ended(client)) << size;
+        EXPECT_TRUE(client.readAll().contains("Configuration Updated")) << size;
+        EXPECT_EQ(root->Options()->ReplayCount(), 7) << size;
+    }
+    EXPECT_EQ(recordCount(), 0);
+
+    QTcpSocket cut; // is taken as it is when nothing more comes
+    connectTo(cut);
+    cut.write(form.first(head.size() + 38));
+    cut.flush();
+    settle();
+    fake.clock.advance(249);
+    settle();
+    EXPECT_EQ(cut.bytesAvailable(), 0);
+    fake.clock.advance(1);
+    EXPECT_TRUE(ended(cut));
+    EXPECT_TRUE(cut.readAll().contains("Configuration Updated"));
+}
+
+TEST_F(ConnectionsTest, AListenerThatFailsIsMadeAnew)
+{
+    startSite();
+    for (int failure = 1; failure <= 2; ++failure) {
+        EXPECT_TRUE(get("/Login").contains("logon"));
+        QTcpSocket client;
+        connectTo(client);
+        if (!withholdDescriptors(true)) {
+            GTEST_SKIP() << "there is no such limit";
+        }
+        settle();
+        fake.clock.advance(60000);
+        settle();
+        withholdDescriptors(false);
+        fake.clock.advance(3000);
+        EXPECT_TRUE(get("/Login").contains("logon"));
+        EXPECT_EQ(recordCount(), failure);
+    }
+    EXPECT_TRUE(lastRecord().startsWith(u"Global Controls|ConnectionRequest|None|"_s));
 }
 
 TEST_F(ConnectionsTest, AWaitingConnectionIsNotReadAndIsAnsweredThoughItsPeerHasFinished)

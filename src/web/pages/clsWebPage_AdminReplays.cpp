@@ -10,13 +10,12 @@ namespace {
 
 QString entries()
 {
-    const QString password = gRoot->Options()->AdminPassword();
     QString result;
     for (const QString &name : fnReplayFiles()) {
         result += QStringLiteral("<tr><td><input type=\"checkbox\" name=\"DELFILE") + name +
                   QStringLiteral("\" aria-label=\"Delete ") + name +
-                  QStringLiteral("\"></td><td class=\"replay\"><a href=\"GETFILE") + password +
-                  u'/' + name + QStringLiteral("\" target=\"_blank\">") + name +
+                  QStringLiteral("\"></td><td class=\"replay\"><a href=\"") + fnDownloadLink(name) +
+                  QStringLiteral("\" target=\"_blank\">") + name +
                   QStringLiteral("</a></td></tr>\n");
     }
     return result;

@@ -4,10 +4,21 @@
 #include <malloc.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 void finishSending(qintptr socket)
 {
     ::shutdown(static_cast<int>(socket), SHUT_WR);
+}
+
+bool withholdDescriptors(bool withhold)
+{
+    rlimit limit{};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    const int free = ::dup(STDERR_FILENO); // the lowest one
+    limit.rlim_cur = withhold ? static_cast<rlim_t>(free) : limit.rlim_max;
+    ::close(free);
+    return setrlimit(RLIMIT_NOFILE, &limit) == 0;
 }
 
 qsizetype heapInUse()

@@ -7,6 +7,11 @@ void finishSending(qintptr socket)
     shutdown(static_cast<SOCKET>(socket), SD_SEND);
 }
 
+bool withholdDescriptors(bool /*withhold*/)
+{
+    return false;
+}
+
 qsizetype heapInUse()
 {
     return 0;
