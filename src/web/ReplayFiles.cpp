@@ -13,6 +13,8 @@
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QStringDecoder>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -43,20 +45,24 @@ bool isInside(const QFileInfo &file, const QString &folder)
 
 QString encoded(const QString &text)
 {
-    return QString::fromLatin1(platform::toCodePage(text).toPercentEncoding());
+    return QString::fromLatin1(QUrl::toPercentEncoding(text));
 }
 
+/// Escapes stand for bytes of UTF-8, as browsers write them, or else of the code page.
 QString decodedOnce(const QString &text)
 {
     static const QRegularExpression escape(QStringLiteral("%([0-9A-Fa-f]{2})"));
-    QString result;
+    QByteArray bytes;
     qsizetype end = 0;
     for (const QRegularExpressionMatch &match : escape.globalMatch(text)) {
-        const auto code = static_cast<std::uint8_t>(match.captured(1).toUInt(nullptr, 16));
-        result += text.mid(end, match.capturedStart() - end) + platform::fromCodePage(code);
+        bytes += platform::toCodePage(text.mid(end, match.capturedStart() - end)) +
+                 QByteArray::fromHex(match.captured(1).toLatin1());
         end = match.capturedEnd();
     }
-    return result + text.mid(end);
+    bytes += platform::toCodePage(text.mid(end));
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString decoded = utf8(bytes);
+    return utf8.hasError() ? platform::fromCodePage(bytes) : decoded;
 }
 
 } // namespace

@@ -18,13 +18,13 @@ QStringList fnReplayFiles();
 std::optional<QString> fnReplayPath(const QString &name);
 
 /// The address of a replay's download: "GETFILE", the administrator's password, "/" and the file's
-/// name. Both are percent-encoded byte by byte of the code page, so that every character gets
-/// there.
+/// name, both percent-encoded, so that every character gets there.
 QString fnDownloadLink(const QString &name);
 
 /// The name in such an address without its first word, where the password may also stand as it is.
-/// Nothing with another password, or while none is stored. Unlike a form's values the name is
-/// decoded once only, since a "%" may be a character of it.
+/// Nothing with another password, or while none is stored. Escapes are those of UTF-8, as browsers
+/// send them, or else of the code page. Unlike a form's values the name is decoded once only, since
+/// a "%" may be a character of it.
 std::optional<QString> fnDownloadName(const QString &address);
 
 /// Deletes the file of a name with ".rpf" in it, if there is one. False for another name, and when

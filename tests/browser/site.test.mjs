@@ -1,6 +1,7 @@
 // The whole site as an operator uses it, in Chromium: as the tool serves it, and behind Apache.
 // ZEBEK_SCREENSHOTS names a directory for a picture after every step.
 import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
 import { existsSync, readFileSync } from 'node:fs';
 import https from 'node:https';
 import { test } from 'node:test';
@@ -68,7 +69,7 @@ for (const way of ['bare', 'apache']) {
         await step('lets the administrator in, and nobody else', async () => {
             await logIn('guess');
             await see('Sorry, your login information is incorrect');
-            await page.goto(`${site}/Login`);
+            await page.getByRole('link', { name: 'Log in again' }).click();
             await shootPhone('login');
             await logIn(credentials.PW);
             await see('Welcome to your GR Dedicated server web interface.');
@@ -148,14 +149,14 @@ for (const way of ['bare', 'apache']) {
         });
         await step('lists, sends and deletes replays', async () => {
             const bytes = Buffer.from(Array.from({ length: 5000 }, (_, index) => index * index));
-            const names = ['plain.rpf', 'Match 2 of 3.rpf', 'Küste & Hafen 1.rpf'];
+            const names = ['plain.rpf', 'Match 2 of 3.rpf', 'Küste & Hafen #1 50%.rpf'];
             const many = Array.from({ length: way === 'apache' ? 600 : 5 }, (_, index) => `${'long '.repeat(8)}${index}.rpf`);
             for (const name of [...names, ...many]) game.write(bytes, 'Replays', name);
             await press('Replays');
             await press('Update');
             await press('Replays');
             if (way === 'bare') await shootPhone('Replays-listed');
-            for (const name of names.slice(0, 2)) {
+            for (const name of names) {
                 const [download] = await Promise.all([page.waitForEvent('download'),
                     page.getByRole('link', { name, exact: true }).click()]);
                 assert.equal(download.suggestedFilename(), name);
@@ -209,6 +210,60 @@ for (const way of ['bare', 'apache']) {
                 }
                 assert.ok(!game.read('zebek-access.log').includes(credentials.PW));
             });
+            await step('answers strangers with headers of its own, and nothing that leads them elsewhere', async () => {
+                const ask = (path, options = {}) => new Promise((done, failed) => https.request(`https://127.0.0.1:${port}${path}`,
+                    { localAddress: '127.0.0.2', rejectUnauthorized: false, ...options }, (response) => done(response.resume()))
+                    .on('error', failed).end(options.body));
+                const image = await ask('/ServerStatus.gif');
+                assert.equal(image.statusCode, 307);
+                assert.equal(image.headers.location, forms[1][1].ServerCrash.replace('ö', '\xF6'));
+                const status = await ask('/');
+                assert.equal(status.headers['content-security-policy'], 'sandbox');
+                assert.equal(status.headers.vary, undefined);
+                for (const headers of [{ 'Content-Length': 3 }, { 'Transfer-Encoding': 'chunked' }])
+                    assert.equal((await ask('/', { headers, body: 'a=b' })).statusCode, 403);
+                await page.goto(`${site}/Login`);
+                await logIn(credentials.PW);
+                await press('Server Control');
+                await field('UserCMDLINE').fill("-player-name <meta/http-equiv='refresh'/content='0;/Login'>");
+                await press('Update');
+                await press('Server Control');
+                await press('Start Server');
+                const led = page.locator('meta[http-equiv=refresh]');
+                await until(async () => (await page.goto(site), await led.count()), 'the server answers');
+                await page.waitForLoadState('networkidle');
+                assert.equal(await page.title(), 'Ghost Recon Dedicated Server Info');
+            });
         }
     });
 }
+
+test('Long forms arrive whole over a slow line', { timeout: 100_000 }, async (context) => {
+    const game = new Game(context, 80);
+    await until(() => exchange(80, 'GET /\r\n'), 'the tool answers');
+    execFileSync('ip', ['link', 'set', 'lo', 'mtu', '1500']);
+    execFileSync('tc', 'qdisc add dev lo root tbf rate 10mbit burst 3kb latency 400ms'.split(' '));
+    context.after(() => execFileSync('tc', ['qdisc', 'del', 'dev', 'lo', 'root']));
+    const page = await (await openBrowser(context)).newPage();
+    const press = (name) => page.getByRole('button', { name, exact: true }).click();
+    await page.goto('http://zebek.test/Login');
+    await page.getByLabel('UserName:').fill(credentials.UserName);
+    await page.getByLabel('Password:').fill(credentials.PW);
+    await press('Submit');
+    for (let round = 0; round < 20; ++round) {
+        const line = `${round} `.padEnd(4000, 'ä"&');
+        await press('Server Control');
+        await page.locator('#UserCMDLINE').fill(line);
+        await press('Update');
+        await press('Server Control');
+        assert.equal(await page.locator('#UserCMDLINE').inputValue(), line, `round ${round}`);
+        for (let replay = 0; replay < 300; ++replay) game.write('x', 'Replays', `of the match number ${replay}.rpf`);
+        await press('Replays');
+        await press('Update');
+        await press('Replays');
+        await page.waitForLoadState('load');
+        await page.evaluate(() => document.querySelectorAll('[name^=DELFILE]').forEach((box) => (box.checked = true)));
+        await press('Delete');
+        await page.getByText('300 Replays Files Deleted').waitFor();
+    }
+});

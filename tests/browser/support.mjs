@@ -80,9 +80,9 @@ export class Game {
 /// Apache with the shipped configuration, in files of the test's own.
 export function startApache(context, game, port, toolPort) {
     const modules = ['mpm_event', 'alias', 'authz_core', 'authz_host', 'setenvif', 'headers', 'buffer',
-        'proxy', 'proxy_http', 'socache_shmcb', 'ssl'];
+        'proxy', 'proxy_http', 'lua', 'socache_shmcb', 'ssl'];
     const defines = { PORT: port, TOOL: `127.0.0.1:${toolPort}`, ADMINS: '127.0.0.1', LOGS: game.directory,
-        CERTIFICATE: game.path('certificate'), KEY: game.path('key') };
+        CERTIFICATE: game.path('certificate'), KEY: game.path('key'), LUA: join(root, 'packaging/apache/zebek.lua') };
     execFileSync('openssl', ['req', '-x509', '-newkey', 'rsa:2048', '-nodes', '-subj', '/CN=zebek.test',
         '-keyout', game.path('key'), '-out', game.path('certificate')], { stdio: 'ignore' });
     game.write([`ServerRoot ${game.directory}`, 'ServerName zebek.test', 'PidFile pid', `Listen ${port} https`,

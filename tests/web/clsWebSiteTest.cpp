@@ -41,6 +41,10 @@ TEST_F(clsWebSiteTest, AnswersEveryGetByteForByte)
         get("/GETFILEsecret/a%20b.rpf"),
         QByteArray("HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\n\r\n\0\xFF\r\n\r\n\r\n", 53));
     EXPECT_EQ(get("/GETFILESecret/a%20b.rpf"), "Access Denied");
+    writeReplay(u"ü.rpf"_s, "umlaut");
+    for (const char *name : {"%FC", "%C3%BC", "\xFC"}) { // as others may write it
+        EXPECT_TRUE(get(QByteArray("/GETFILEsecret/") + name + ".rpf").contains("umlaut")) << name;
+    }
     root->Options()->AdminPassword.Let(u"s#%?/ü 41"_s);
     for (const QString &name : {u"Zürich #1 50%.rpf"_s, u"100%41 %25.rpf"_s}) {
         writeReplay(name, "content");
