@@ -135,7 +135,7 @@ void ConnectionSocket::written()
 /// hold it up, but no more pieces than let the others wait a little.
 void ConnectionSocket::sendMore()
 {
-    constexpr int PiecesAtOnce = 8;
+    constexpr int PiecesAtOnce = 16;
     const QScopedValueRollback sending(m_sending, true); // flushing tells at once what is written
     const QPointer connection(m_socket.get());
     for (int piece = 0; piece < PiecesAtOnce; ++piece) {

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr qint64 PieceSize = qint64{128} * 1024;
+constexpr qint64 PieceSize = qint64{64} * 1024;
 
 platform::Failure unreadable(const QFile &file)
 {
