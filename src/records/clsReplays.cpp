@@ -29,6 +29,16 @@ QString replayPattern()
     return QStringLiteral("*.rpf");
 }
 
+QFileInfo gameReplay()
+{
+    return QFileInfo(fnGamePath(QStringLiteral("Data/Save/replay/defaultreplay.rpf")));
+}
+
+QString stampOf(const QDateTime &changed)
+{
+    return changed.toString(QStringLiteral("yyyy_MM_dd_HH_mm_ss_"));
+}
+
 /// A time in the future tells nothing of the replay's age.
 bool isStillWritten(const QDateTime &changed)
 {
@@ -66,14 +76,19 @@ void clsReplays::Release()
     m_timer = nullptr;
 }
 
+void clsReplays::LeaveReplayOut()
+{
+    m_lastStamp = stampOf(gameReplay().lastModified());
+}
+
 bool clsReplays::ArchiveReplay(const QString &Name)
 {
-    const QFileInfo replay(fnGamePath(QStringLiteral("Data/Save/replay/defaultreplay.rpf")));
+    const QFileInfo replay = gameReplay();
     const QDateTime changed = replay.lastModified();
     if (m_released || !replay.isFile() || !changed.isValid() || isStillWritten(changed)) {
         return false;
     }
-    const QString stamp = changed.toString(QStringLiteral("yyyy_MM_dd_HH_mm_ss_"));
+    const QString stamp = stampOf(changed);
     if (stamp == m_lastStamp || stamp == m_stampUnderWay) {
         return false;
     }

@@ -113,8 +113,11 @@ void clsTrackStats::RecordStatsFile()
     }
     // While the replay is archived, another look may go on to the next match.
     const QString map = m_owed->game.Map();
-    const bool settled =
-        m_owed->settled || !isWanted(m_owed->game) || gRoot->Replays()->ArchiveReplay(map);
+    const bool wanted = isWanted(m_owed->game);
+    const bool settled = m_owed->settled || !wanted || gRoot->Replays()->ArchiveReplay(map);
+    if (!wanted) {
+        gRoot->Replays()->LeaveReplayOut();
+    }
     if (settled && owes(page)) {
         m_owed->settled = true;
         SkipFailure([&] {

@@ -140,7 +140,10 @@ TEST_F(recordsTest, EachNewMatchIsArchivedOnce)
     root->Options()->SkipBlankReplays.Let(false);
     writePage(page({}, "x", ""));
     tick();
-    EXPECT_EQ(archive().last(), u"2004_03_15_22_00_00_replay.rpf"_s);
+    EXPECT_EQ(archive().size(), 2) << "that replay is the blank match's";
+    writeReplay(u"2004-03-15T22:30:00"_s);
+    tick();
+    EXPECT_EQ(archive().last(), u"2004_03_15_22_30_00_replay.rpf"_s);
 }
 
 TEST_F(recordsTest, AFullArchiveGivesUpItsSmallestName)
