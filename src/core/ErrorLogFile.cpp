@@ -154,6 +154,9 @@ void ErrorLogFile::write(const QByteArray &content) const
     platform::Files &files = gRoot->Machine().files;
     if (m_end.position == 0) {
         platform::replaceFile(files, m_path, content, platform::Durability::SurvivesCrash);
+    } else if (!QFileInfo(m_path).isWritable()) { // another user's; a copy is ours
+        platform::replaceFile(files, m_path, readFrom(0).first(m_end.position) + content,
+                              platform::Durability::SurvivesCrash);
     } else {
         files.replaceEnd(m_path, m_end.position, m_end.old, content);
     }

@@ -44,8 +44,14 @@ SingleInstance::Claim SingleInstance::claim(std::function<void()> onSecondStart)
                      });
     // Asked before listening, for on Windows two may listen to one name; and again when another
     // one was quicker. Where no name can be claimed at all, a tool that runs is worth more.
-    const Claim claim = tellTheFirst();
-    return claim == Claim::First && !m_server.listen(m_name) ? tellTheFirst() : claim;
+    Claim claim = tellTheFirst();
+    if (claim == Claim::First && !m_server.listen(m_name)) {
+        claim = tellTheFirst();
+        if (claim == Claim::First && m_server.serverError() == QAbstractSocket::AddressInUseError) {
+            claim = Claim::Ignored; // as many wait for it already as the system lets
+        }
+    }
+    return claim;
 }
 
 SingleInstance::Claim SingleInstance::tellTheFirst()

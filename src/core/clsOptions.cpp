@@ -169,9 +169,10 @@ void clsOptions::Load()
     for (const Row &row : Table) {
         if (!RunWithRetry(Initialize, [&] { LoadSetting(*document, row); })) {
             m_fileUnread = true;
-            return;
+            break;
         }
     }
+    SkipFailure([this] { m_autoRunInFile.Ex(fnToText(fnToBoolean(m_autoRunInFile()))); });
 }
 
 void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
@@ -192,7 +193,6 @@ void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
     if (qstrcmp(row.element, "ReplaysPath") == 0 && text == QLatin1String(DefaultFolder)) {
         ReplayFolder.Ex(defaultReplayFolder());
     }
-    SkipFailure([this] { m_autoRunInFile.Ex(fnToText(fnToBoolean(m_autoRunInFile()))); });
 }
 
 void clsOptions::Save()
@@ -259,8 +259,13 @@ void clsOptions::CopyUnreadFileAside()
     for (int number = 2; QFile::exists(aside); ++number) {
         aside = QStringLiteral("%1-%2.xml").arg(base, QString::number(number));
     }
-    platform::replaceFile(gRoot->Machine().files, aside, platform::readFile(m_path),
-                          platform::Durability::SurvivesPowerLoss, {.like = m_path});
+    platform::Files &files = gRoot->Machine().files;
+    if (QFileInfo(m_path).isReadable()) {
+        platform::replaceFile(files, aside, platform::readFile(m_path),
+                              platform::Durability::SurvivesPowerLoss, {.like = m_path});
+    } else {
+        files.rename(m_path, aside); // another user's, from a run as administrator perhaps
+    }
     m_fileUnread = false;
 }
 

@@ -37,17 +37,21 @@ void saveUnattended()
 /// Told by the exit code, since nobody looks at a window then.
 constexpr int NoDisplay = 69;
 
-/// Takes what Qt has to say before it aborts for want of a display.
+/// Takes what Qt has to say before it aborts for want of a display, or of what it shows one with.
 void endWithoutDisplay(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
+    static QString reason;
     if (type == QtFatalMsg) {
         std::cerr
-            << "ZebekSuite.exe: There is no display. Set DISPLAY to that of a running X server; "
-               "on a machine without a desktop start one, as in \"Xvfb :1 &\".\n";
+            << "ZebekSuite.exe: " << qPrintable(reason.isEmpty() ? message : reason)
+            << ". It needs the display of a running X server in DISPLAY; on a machine without "
+               "a desktop start one, as in \"Xvfb :1 &\".\n";
         std::_Exit(NoDisplay);
     }
     if (qstrncmp(context.category, "qt.qpa", 6) != 0) {
         std::cerr << qPrintable(message) << '\n';
+    } else if (reason.isEmpty()) {
+        reason = message;
     }
 }
 
@@ -59,9 +63,11 @@ int endAsSecond(const SingleInstance &instance, SingleInstance::Claim claim)
         return EXIT_SUCCESS;
     }
     platform::nativeMachine().messageBoxes.show(
-        QStringLiteral("The tool that serves this game directory, process %1, does not answer. End "
-                       "that process, then start this program again.")
-            .arg(instance.FirstProcess()),
+        QStringLiteral("The tool that serves this game directory%1 does not answer. End that "
+                       "process, then start this program again.")
+            .arg(instance.FirstProcess() == 0
+                     ? QString()
+                     : QStringLiteral(", process %1,").arg(instance.FirstProcess())),
         QStringLiteral("Zebek Suite Does Not Answer"), platform::OkOnly + platform::StopIcon);
     return EXIT_FAILURE;
 }

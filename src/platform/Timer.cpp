@@ -39,8 +39,7 @@ void Timer::arm()
 void Timer::ring()
 {
     m_lateness = std::max<qint64>(m_clock.milliseconds() - m_due, 0);
-    // Periods that have passed altogether are left out.
-    m_due += m_interval * (1 + m_lateness / m_interval);
+    m_due = m_clock.milliseconds() + m_interval;
     m_tick();
 }
 

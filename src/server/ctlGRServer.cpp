@@ -10,6 +10,9 @@
 #include "platform/Machine.h"
 #include "server/basWINAPI.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 constexpr qint64 MillisecondsPerSecond = 1000;
@@ -63,7 +66,7 @@ ctlGRServer::ctlGRServer()
       tmrDead(gRoot->Machine().clock, [this] { tmrDead_Timer(); })
 {
     tmrPollingFrequency.setEnabled(false);
-    uctlServerStatus.setTimedOut([this] { requestTimedOut(); });
+    uctlServerStatus.setTimedOut([this](qint64 lateness) { requestTimedOut(lateness); });
 }
 
 ServerQueryStatus ctlGRServer::Status() const
@@ -80,8 +83,8 @@ QString ctlGRServer::StatusText() const
     case ServerQueryStatus::Unknown:
         return QStringLiteral("Unknown");
     case ServerQueryStatus::Probing:
-        return m_seemsDead ? QStringLiteral("Probing Server (Seems to be dead)")
-                           : QStringLiteral("Probing Server");
+        return m_silence.seemsDead ? QStringLiteral("Probing Server (Seems to be dead)")
+                                   : QStringLiteral("Probing Server");
     case ServerQueryStatus::Responding:
         return QStringLiteral("Server Responding");
     case ServerQueryStatus::Dead:
@@ -110,58 +113,66 @@ QString ctlGRServer::ProcessStatusText() const
 
 bool ctlGRServer::StartGRServer(bool in_blnCheckForServer)
 {
+    return start(in_blnCheckForServer, clsProcess::Attempt::Single);
+}
+
+bool ctlGRServer::start(bool checkForServer, clsProcess::Attempt attempt)
+{
     return Trap(routine("StartGRServer"), [&] {
         if (Connected() && m_process->StillActive()) {
             return true;
         }
         const std::optional<platform::ProcessId> running = runningServer();
-        if ((in_blnCheckForServer || running) && FindGRServer()) {
+        if ((checkForServer || running) && FindGRServer()) {
             return true;
         }
         if (!running) {
-            m_waitingSince.reset();
-            return create();
+            return create(attempt);
         }
-        if (!canBeOpened(*running)) {
+        if (!canBeOpened(*running) && runsProgram(*running)) {
             RecordNewFailure(routine("FindGRServer"), foreignServer(*running));
             return false;
         }
-        return waitsForWindow() || create();
+        return waitsForWindow(*running) || create(attempt);
     });
+}
+
+bool ctlGRServer::runsProgram(platform::ProcessId process) const
+{
+    return gRoot->Machine().processes.program(process) == m_executablePath;
 }
 
 /// The process of this directory's program, whether it has a window or not.
 std::optional<platform::ProcessId> ctlGRServer::runningServer() const
 {
-    platform::Processes &processes = gRoot->Machine().processes;
-    for (const platform::ProcessId id : processes.running()) {
-        if (processes.program(id) == m_executablePath) {
+    for (const platform::ProcessId id : gRoot->Machine().processes.running()) {
+        if (runsProgram(id)) {
             return id;
         }
     }
     return std::nullopt;
 }
 
-bool ctlGRServer::waitsForWindow()
+bool ctlGRServer::waitsForWindow(platform::ProcessId process)
 {
     const qint64 now = gRoot->Machine().clock.milliseconds();
-    const qint64 since = m_waitingSince.value_or(now);
-    if (now - since >= gRoot->Options()->ServerStartupTimeout() * MillisecondsPerSecond) {
+    if (!m_waiting || m_waiting->process != process) {
+        m_waiting = {process,
+                     now + gRoot->Options()->ServerStartupTimeout() * MillisecondsPerSecond};
+    }
+    if (now >= m_waiting->until) {
         return false;
     }
-    m_waitingSince = since;
     if (m_owed == Owed::Nothing) {
         m_owed = Owed::Start;
     }
     return true;
 }
 
-bool ctlGRServer::create()
+bool ctlGRServer::create(clsProcess::Attempt attempt)
 {
-    const bool restarts = m_owed == Owed::RestartOfEnded || m_owed == Owed::RestartOfHung;
     m_process = std::make_unique<clsProcess>();
-    if (!m_process->Create(commandLine(), restarts ? clsProcess::Attempt::OneOfMany
-                                                   : clsProcess::Attempt::Single)) {
+    if (!m_process->Create(commandLine(), attempt)) {
         Disconnect();
         return false;
     }
@@ -174,7 +185,6 @@ bool ctlGRServer::StopGRServer()
 {
     return Trap(routine("StopGRServer"), [this] {
         m_owed = Owed::Nothing;
-        m_waitingSince.reset();
         if (!Connected() || !m_process->StopProcess()) {
             return false;
         }
@@ -213,7 +223,7 @@ bool ctlGRServer::IsHwndGRServer(platform::WindowHandle in_hwnd,
         auto process = std::make_unique<clsProcess>();
         if (!process->GetFromHwnd(in_hwnd)) {
             const platform::ProcessId owner = gRoot->Machine().windows.owner(in_hwnd);
-            if (gRoot->Machine().processes.program(owner) == m_executablePath) {
+            if (runsProgram(owner)) {
                 RecordNewFailure(routine("FindGRServer"), foreignServer(owner));
             }
             return false;
@@ -230,10 +240,8 @@ void ctlGRServer::StartMonitoring()
 {
     Trap(routine("StartMonitoring"), [this] {
         m_monitoring = true;
-        m_seemsDead = false;
-        m_restart = Restart::NotDue;
+        m_silence = {};
         m_owed = Owed::Nothing;
-        m_waitingSince.reset();
         clsProcess::ForgetAttempts();
         uctlServerStatus.setStatus(ServerQueryStatus::Unknown);
         m_pollingStarted = false;
@@ -252,7 +260,7 @@ void ctlGRServer::StopMonitoring()
     Trap(routine("StopMonitoring"), [this] {
         m_monitoring = false;
         m_pollingStarted = false;
-        m_restart = Restart::NotDue;
+        m_silence.restartDue = false;
         tmrStartupTimeout.setInterval(0);
         tmrPollingFrequency.setInterval(0);
         tmrDead.setInterval(0);
@@ -292,9 +300,10 @@ bool ctlGRServer::payOwed()
         m_owed = Owed::Nothing;
         return false;
     }
-    // A start that somebody asked for fails once; only restarts are tried on.
-    if (!StartGRServer(true) && m_owed == Owed::Start) {
-        m_owed = Owed::Nothing;
+    if (m_owed != Owed::Start) {
+        start(true, clsProcess::Attempt::OneOfMany);
+    } else if (!StartGRServer(true)) {
+        m_owed = Owed::Nothing; // a start that somebody asked for is not tried on
     }
     return true;
 }
@@ -318,7 +327,7 @@ bool ctlGRServer::isStillOwed() const
 void ctlGRServer::restart(Owed reason)
 {
     m_owed = reason;
-    StartGRServer(true);
+    start(true, clsProcess::Attempt::OneOfMany);
 }
 
 void ctlGRServer::noteEnd()
@@ -336,9 +345,8 @@ void ctlGRServer::noteEnd()
         routine("Supervise"),
         {platform::Failure::Unexpected,
          QStringLiteral("The game server has ended %1 times within 30 s, the last time with "
-                        "the exit code %2. Start it once by hand in a terminal to see why: "
-                        "%3")
-             .arg(QString::number(ends), exitCode, commandLine())});
+                        "the exit code %2. Start it once by hand in a terminal to see why")
+             .arg(QString::number(ends), exitCode)});
 }
 
 /// A setting may have been 0 for a moment, while another number was typed.
@@ -376,7 +384,7 @@ void ctlGRServer::tmrPollingFrequency_Timer()
         readLastAnswer();
         uctlServerStatus.Refresh();
         if (uctlServerStatus.Status() == ServerQueryStatus::Unknown) {
-            forgetSilence(); // a server that cannot be asked is not silent
+            m_silence.inDoubt = true; // a server that cannot be asked is not silent
         }
     }
     // Last, so that a dead timer that falls due at the same instant as a later tick comes first and
@@ -390,7 +398,7 @@ void ctlGRServer::readLastAnswer()
     if (uctlServerStatus.Status() == ServerQueryStatus::Responding) {
         forgetSilence();
     } else if (uctlServerStatus.Status() == ServerQueryStatus::Dead) {
-        m_seemsDead = true;
+        m_silence.seemsDead = true;
         // An armed timer runs on: its delay counts from the first silence.
         if (tmrDead.Interval() == 0 && options.AutoRestartGRServer()) {
             tmrDead.setInterval(options.ServerTimeout() * MillisecondsPerSecond);
@@ -400,42 +408,47 @@ void ctlGRServer::readLastAnswer()
 
 void ctlGRServer::forgetSilence()
 {
-    m_seemsDead = false;
-    m_restart = Restart::NotDue;
+    m_silence = {};
     tmrDead.setInterval(0);
+}
+
+bool ctlGRServer::isLate(qint64 milliseconds)
+{
+    constexpr qint64 Jitter = 250;
+    return milliseconds > std::max<qint64>(gRoot->Options()->ServerPollingFrequency(), Jitter);
 }
 
 void ctlGRServer::tmrDead_Timer()
 {
-    if (!m_monitoring || !m_seemsDead) {
+    if (!m_monitoring || !m_silence.seemsDead) {
         return;
     }
-    const bool late = tmrDead.Lateness() > gRoot->Options()->ServerPollingFrequency();
-    if (uctlServerStatus.Status() == ServerQueryStatus::Probing && m_restart == Restart::NotDue) {
-        m_restart = late ? Restart::AfterAnotherRequest : Restart::AfterThisRequest;
+    m_silence.inDoubt = m_silence.inDoubt || isLate(tmrDead.Lateness());
+    if (uctlServerStatus.Status() == ServerQueryStatus::Probing) {
+        m_silence.restartDue = true;
     } else if (uctlServerStatus.Status() == ServerQueryStatus::Dead) {
-        if (late) {
-            m_restart = Restart::AfterThisRequest;
-            uctlServerStatus.Refresh();
-        } else {
-            restartHungServer();
-        }
+        restartHungServer();
     }
 }
 
-void ctlGRServer::requestTimedOut()
+void ctlGRServer::requestTimedOut(qint64 lateness)
 {
-    if (m_restart == Restart::AfterAnotherRequest) {
-        m_restart = Restart::AfterThisRequest;
-        uctlServerStatus.Refresh();
-    } else if (m_restart == Restart::AfterThisRequest) {
+    m_silence.inDoubt = m_silence.inDoubt || isLate(lateness);
+    if (m_silence.restartDue) {
         restartHungServer();
     }
 }
 
 void ctlGRServer::restartHungServer()
 {
-    if (gRoot->Options()->AutoRestartGRServer() && StopGRServer()) {
-        restart(Owed::RestartOfHung);
+    if (m_silence.inDoubt && !std::exchange(m_silence.askedAgain, true)) {
+        m_silence.restartDue = true;
+        uctlServerStatus.Refresh();
+    } else if (gRoot->Options()->AutoRestartGRServer()) {
+        const bool stopped = StopGRServer();
+        m_owed = Owed::RestartOfHung; // also where it could not be stopped
+        if (stopped) {
+            restart(m_owed);
+        }
     }
 }

@@ -23,9 +23,10 @@
 /// A hung server is restarted when the dead timer ticks while it seems dead and a request is, or
 /// stays, unanswered, whatever the two intervals: the restart that falls due during a request is
 /// carried out when that one has had no answer either. At most it takes 5 s, a polling interval,
-/// ServerTimeout and 5 s from the first unanswered request on. A dead timer that comes late by more
-/// than a polling interval proves nothing, for this program itself may have been stopped: the
-/// server is then asked once more.
+/// ServerTimeout and 5 s from the first unanswered request on. A timer that comes late by more than
+/// a polling interval (and a quarter of a second) proves nothing, for this program itself may have
+/// been stopped, and neither does a time in which no request could be sent: the server is then
+/// asked once more.
 ///
 /// There are never two servers of one directory: a held one that is active is not started again,
 /// and before a start the running processes are looked through for this directory's program. One
@@ -102,20 +103,35 @@ public:
 private:
     /// What is to be done at the next look, while no server is held.
     enum class Owed { Nothing, Start, RestartOfEnded, RestartOfHung };
-    /// When a hung server is restarted.
-    enum class Restart { NotDue, AfterThisRequest, AfterAnotherRequest };
+    /// What is known of a server that does not answer.
+    struct Silence
+    {
+        bool seemsDead = false;
+        bool restartDue = false; ///< as soon as the request that is outstanding has had no answer
+        bool inDoubt = false;    ///< this program may have been the one that was late
+        bool askedAgain = false; ///< because of that
+    };
+    /// The process without a window that is waited for, and the clock's millisecond until which.
+    struct Waiting
+    {
+        platform::ProcessId process;
+        qint64 until;
+    };
 
     void readLastAnswer();
     void forgetSilence();
-    void requestTimedOut();
+    static bool isLate(qint64 milliseconds);
+    bool start(bool checkForServer, clsProcess::Attempt attempt);
+    void requestTimedOut(qint64 lateness);
     void restartHungServer();
     void restart(Owed reason);
     bool payOwed();
     bool isStillOwed() const;
-    bool waitsForWindow();
-    bool create();
+    bool waitsForWindow(platform::ProcessId process);
+    bool create(clsProcess::Attempt attempt);
     void noteEnd();
     void armIdleTimers();
+    bool runsProgram(platform::ProcessId process) const;
     std::optional<platform::ProcessId> runningServer() const;
 
     QString m_commandLineArguments;
@@ -123,11 +139,9 @@ private:
     bool m_created = false;
     bool m_monitoring = false;
     bool m_pollingStarted = false;
-    bool m_seemsDead = false;
-    Restart m_restart = Restart::NotDue;
+    Silence m_silence;
     Owed m_owed = Owed::Nothing;
-    /// Since when, in the clock's milliseconds, a process without a window is waited for.
-    std::optional<qint64> m_waitingSince;
+    std::optional<Waiting> m_waiting;
     RepeatedEnds m_ends;
     std::unique_ptr<clsProcess> m_process;
 };

@@ -133,7 +133,7 @@ void ctlServerStatus::TimerFired()
     if (m_status == ServerQueryStatus::Probing) {
         m_status = ServerQueryStatus::Dead;
         wsck->close();
-        m_timedOut();
+        m_timedOut(tmrRequestTimeout->Lateness());
     }
 }
 

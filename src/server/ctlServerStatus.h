@@ -80,8 +80,9 @@ public:
     /// The outstanding request was not answered in time, unless an answer waits that this program,
     /// itself late, has not looked at yet.
     void TimerFired();
-    /// What is called when a request was not answered in time.
-    void setTimedOut(std::function<void()> timedOut) { m_timedOut = std::move(timedOut); }
+    /// What is called when a request was not answered in time, with the milliseconds by which that
+    /// is noticed too late.
+    void setTimedOut(std::function<void(qint64)> timedOut) { m_timedOut = std::move(timedOut); }
     /// Takes the waiting datagram, of `bytesTotal` bytes. Any datagram is a sign of life.
     void DataArrival(qint64 bytesTotal);
     /// Forgets the outstanding request.
@@ -104,7 +105,7 @@ private:
     QString m_ip;
     QHostAddress m_address; ///< null for a host name that is not known: it cannot be asked
     bool m_ipIsOwn = true;
-    std::function<void()> m_timedOut = [] {};
+    std::function<void(qint64)> m_timedOut = [](qint64) {};
     ServerStatusReply m_reply;
     QString m_password;
     int m_ping = 0;

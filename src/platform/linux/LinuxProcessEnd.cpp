@@ -42,6 +42,8 @@ void LinuxProcessEnd::onRequest(std::function<void()> quit)
         quit();
     });
 
+    // Nobody may be left who reads what message boxes tell on the standard error.
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     struct sigaction action = {};
     action.sa_handler = noteSignal;
     action.sa_flags = SA_RESTART;

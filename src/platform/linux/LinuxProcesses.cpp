@@ -151,7 +151,7 @@ std::uint32_t exitCodeOf(int descriptor)
     return info.si_code == CLD_EXITED ? status : EndedBySignal + status;
 }
 
-/// Where the system hides the program of another user's process, it still shows its command line.
+/// The program by the command line, which the system shows of another user's process, too.
 QString programByCommandLine(ProcessId id)
 {
     QFile file(QStringLiteral("/proc/%1/cmdline").arg(id));
@@ -259,7 +259,7 @@ std::vector<ProcessId> LinuxProcesses::running()
 std::optional<QString> LinuxProcesses::program(ProcessId id)
 {
     QString path = executableOf(id);
-    if (path.isEmpty()) {
+    if (path.isEmpty() || isWineLoader(path)) { // which has not mapped its program yet
         path = programByCommandLine(id);
     }
     return path.isEmpty() ? std::nullopt : std::optional(path);

@@ -9,6 +9,7 @@
 
 #include <aclapi.h>
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <sddl.h>
 #include <string>
@@ -40,6 +41,28 @@ bool persistently(Operation operation)
     return true;
 }
 
+/// The user's own identifier. The owner of a file that an administrator makes may be a group, which
+/// lets the same user in only as an administrator.
+std::wstring userId()
+{
+    std::wstring result = L"OW"; // the file's owner
+    HANDLE token = nullptr;
+    if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token) == 0) {
+        return result;
+    }
+    alignas(TOKEN_USER) std::array<char, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user{};
+    DWORD size = 0;
+    LPWSTR text = nullptr;
+    if (GetTokenInformation(token, TokenUser, user.data(), static_cast<DWORD>(user.size()),
+                            &size) != 0 &&
+        ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER *>(user.data())->User.Sid, &text) != 0) {
+        result = text;
+        LocalFree(text);
+    }
+    CloseHandle(token);
+    return result;
+}
+
 /// The permissions as the system takes them for a new file; nothing of them for the usual ones.
 class SecurityAttributes
 {
@@ -53,10 +76,10 @@ public:
         }
         m_attributes.lpSecurityDescriptor = nullptr;
         if (permissions.ownerOnly) {
-            // The owner, administrators and the system, and nobody whom the folder would let.
-            constexpr const wchar_t *OwnerOnly = L"D:P(A;;FA;;;OW)(A;;FA;;;BA)(A;;FA;;;SY)";
+            // The user, administrators and the system, and nobody whom the folder would let.
+            const std::wstring access = L"D:P(A;;FA;;;" + userId() + L")(A;;FA;;;BA)(A;;FA;;;SY)";
             ConvertStringSecurityDescriptorToSecurityDescriptorW(
-                OwnerOnly, SDDL_REVISION_1, &m_attributes.lpSecurityDescriptor, nullptr);
+                access.c_str(), SDDL_REVISION_1, &m_attributes.lpSecurityDescriptor, nullptr);
         }
     }
 
@@ -146,8 +169,9 @@ private:
 
 bool isDiskFull(const Failure &failure)
 {
+    constexpr int QuotaExceeded = 1295; // which the headers of mingw-w64 lack
     return failure.number() == ERROR_DISK_FULL || failure.number() == ERROR_HANDLE_DISK_FULL ||
-           failure.number() == ERROR_DISK_QUOTA_EXCEEDED;
+           failure.number() == QuotaExceeded;
 }
 
 void SystemFiles::remove(const QString &path)
