@@ -190,7 +190,7 @@ for (const way of ['bare', 'apache']) {
             await press('Server Control');
             await press('Start Server');
             await until(async () => (await page.goto(site), page.getByText('Players (5/16)').isVisible()), 'the server answers');
-            assert.equal(await page.locator('script, img').count(), 2);
+            assert.equal(await page.locator('script, img').count(), 3);
             assert.equal(await page.title(), 'Ghost Recon Dedicated Server Info');
             assert.ok(complaints.some((text) => text.includes('Content Security Policy')));
             await logIn(credentials.PW);
