@@ -214,7 +214,9 @@ bool clsOptions::SaveUnattended()
 void clsOptions::SaveSoon()
 {
     constexpr int Milliseconds = 2000;
-    tmrSave.setInterval(Milliseconds);
+    if (tmrSave.Interval() == 0) { // else changes without a pause would put it off for ever
+        tmrSave.setInterval(Milliseconds);
+    }
 }
 
 void clsOptions::tmrSave_Timer()

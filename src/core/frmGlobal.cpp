@@ -108,14 +108,14 @@ void frmGlobal::wsckNewConnections_ConnectionRequest()
 /// Null when none is free or would make place.
 ConnectionSocket *frmGlobal::ElementForAnother() const
 {
-    constexpr qint64 LongSilence = 30000;
+    constexpr qint64 LongWithoutAnswer = 30000;
     ConnectionSocket *silent = nullptr;
     for (std::size_t index = 1; index < wsckConnections.size(); ++index) {
         ConnectionSocket *const element = wsckConnections[index].get();
         if (element != nullptr && element->isFree()) {
             return element;
         }
-        if (element != nullptr && !element->isAnswered() && element->silence() >= LongSilence &&
+        if (element != nullptr && !element->isAnswered() && element->age() >= LongWithoutAnswer &&
             (silent == nullptr || element->silence() > silent->silence())) {
             silent = element;
         }

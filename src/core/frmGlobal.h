@@ -39,9 +39,10 @@ public:
     /// every sixth heartbeat until it is stopped; each reason is recorded once.
     void StartWebServer();
 
-    /// Gives connections that wait to free elements, the lowest first. Where none is free, the one
-    /// that has been silent the longest, without an answer and for at least 30 s, makes place.
-    /// Those that find none wait on, and are neither accepted nor refused.
+    /// Gives connections that wait to free elements, the lowest first. Where none is free, of those
+    /// that have had no answer for at least 30 s the one that has been silent the longest makes
+    /// place: a few bytes now and then hold none. Those that find none wait on, and are neither
+    /// accepted nor refused.
     void wsckNewConnections_ConnectionRequest();
     void wsckConnections_DataArrival(std::size_t index);
 

@@ -3,6 +3,7 @@
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
 #include "platform/Machine.h"
+#include "platform/StandardError.h"
 #include "ui/WrappedToolTips.h"
 #include "ui/frmMain.h"
 
@@ -10,7 +11,6 @@
 #include <QDir>
 
 #include <cstdlib>
-#include <iostream>
 
 namespace {
 
@@ -37,21 +37,26 @@ void saveUnattended()
 /// Told by the exit code, since nobody looks at a window then.
 constexpr int NoDisplay = 69;
 
-/// Takes what Qt has to say before it aborts for want of a display, or of what it shows one with.
-void endWithoutDisplay(QtMsgType type, const QMessageLogContext &context, const QString &message)
+/// What Qt's platform part complained of first while the application was made.
+QString displayProblem; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+
+/// Takes what Qt has to say, also before it aborts for want of a display or of what it shows one
+/// with.
+void takeMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
-    static QString reason;
-    if (type == QtFatalMsg) {
-        std::cerr
-            << "ZebekSuite.exe: " << qPrintable(reason.isEmpty() ? message : reason)
-            << ". It needs the display of a running X server in DISPLAY; on a machine without "
-               "a desktop start one, as in \"Xvfb :1 &\".\n";
+    const bool starting = QApplication::instance() == nullptr || QApplication::startingUp();
+    if (type == QtFatalMsg && starting) {
+        platform::tellOnStandardError(
+            QStringLiteral(
+                "ZebekSuite.exe: %1. It needs the display of a running X server in "
+                "DISPLAY; on a machine without a desktop start one, as in \"Xvfb :1 &\".")
+                .arg(displayProblem.isEmpty() ? message : displayProblem));
         std::_Exit(NoDisplay);
     }
-    if (qstrncmp(context.category, "qt.qpa", 6) != 0) {
-        std::cerr << qPrintable(message) << '\n';
-    } else if (reason.isEmpty()) {
-        reason = message;
+    if (!starting || qstrncmp(context.category, "qt.qpa", 6) != 0) {
+        platform::tellOnStandardError(message);
+    } else if (displayProblem.isEmpty()) {
+        displayProblem = message;
     }
 }
 
@@ -81,9 +86,8 @@ constexpr char QtsOwnEventLoop[] = "QT_NO_GLIB";
 int main(int argc, char *argv[])
 {
     qputenv(QtsOwnEventLoop, "1");
-    qInstallMessageHandler(endWithoutDisplay);
+    qInstallMessageHandler(takeMessage);
     QApplication application(argc, argv);
-    qInstallMessageHandler(nullptr);
     qunsetenv(QtsOwnEventLoop); // the game server has its own choice
     QApplication::setApplicationName(QStringLiteral("Zebek Suite"));
     // Closing the main window ends the program by itself; closing a message box must not.

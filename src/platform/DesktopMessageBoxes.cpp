@@ -1,10 +1,10 @@
 #include "platform/DesktopMessageBoxes.h"
 
+#include "platform/StandardError.h"
+
 #include <QApplication>
 #include <QEventLoop>
 #include <QMessageBox>
-
-#include <iostream>
 
 namespace platform {
 
@@ -29,7 +29,7 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
     box.setStandardButtons(asksToRetry ? QMessageBox::Retry | QMessageBox::Cancel
                                        : QMessageBox::Ok);
     m_texts.append(text);
-    std::cerr << qPrintable(title) << ": " << qPrintable(box.text()) << std::endl;
+    tellOnStandardError(title + QStringLiteral(": ") + box.text());
     // At once, for this call returns only after those that came meanwhile.
     QObject::connect(&box, &QDialog::finished, [&] { m_texts.removeOne(text); });
     waitForTurn();

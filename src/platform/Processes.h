@@ -49,7 +49,7 @@ public:
 
     /// The full path of the program that the process runs; nothing when it cannot be had.
     virtual std::optional<QString> executablePath(ProcessHandle process) = 0;
-    /// All processes that run now.
+    /// All processes that run now. Throws Failure where they cannot be had.
     virtual std::vector<ProcessId> running() = 0;
     /// The full path of the program that a process runs, be it another user's, as far as the system
     /// tells it; nothing when it does not.

@@ -39,6 +39,11 @@ qint64 ConnectionSocket::silence() const
     return machineClock().milliseconds() - m_lastActivity;
 }
 
+qint64 ConnectionSocket::age() const
+{
+    return machineClock().milliseconds() - m_accepted;
+}
+
 void ConnectionSocket::noteActivity()
 {
     m_lastActivity = machineClock().milliseconds();
@@ -50,6 +55,7 @@ void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
     m_socket.reset(connection.release());
     m_answered = false;
     noteActivity();
+    m_accepted = m_lastActivity;
     awaitRequest();
     connect(m_socket.get(), &QTcpSocket::readyRead, this, &ConnectionSocket::received);
     connect(m_socket.get(), &QTcpSocket::bytesWritten, this, &ConnectionSocket::written);

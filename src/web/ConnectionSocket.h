@@ -33,6 +33,8 @@ public:
     /// For how many milliseconds nothing has come from the peer or, of an answered one, nothing of
     /// the answer has been taken.
     qint64 silence() const;
+    /// For how many milliseconds the connection has been here.
+    qint64 age() const;
     /// Takes a connection over, ending the one before.
     void accept(std::unique_ptr<QTcpSocket> connection);
 
@@ -66,6 +68,7 @@ private:
     std::unique_ptr<QTcpSocket, LaterDeleter> m_socket;
     IncomingRequest m_request;
     platform::Timer m_pause; ///< since the last piece of a request that is not whole
+    qint64 m_accepted = 0;
     qint64 m_lastActivity = 0;
     bool m_answered = false;
     bool m_sending = false;

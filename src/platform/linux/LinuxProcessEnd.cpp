@@ -42,13 +42,18 @@ void LinuxProcessEnd::onRequest(std::function<void()> quit)
         quit();
     });
 
-    // Nobody may be left who reads what message boxes tell on the standard error.
-    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    // Writing to a pipe without a reader, or beyond a limit, is a failure like others.
+    for (const int signal : {SIGPIPE, SIGXFSZ}) {
+        static_cast<void>(std::signal(signal, SIG_IGN));
+    }
     struct sigaction action = {};
     action.sa_handler = noteSignal;
     action.sa_flags = SA_RESTART;
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        if (::sigaction(signal, &action, nullptr) != 0) {
+        struct sigaction before = {};
+        if (::sigaction(signal, nullptr, &before) != 0 ||
+            (before.sa_handler != SIG_IGN && // as nohup has it
+             ::sigaction(signal, &action, nullptr) != 0)) {
             throw systemFailure(errno, QStringLiteral("sigaction"));
         }
     }

@@ -9,11 +9,14 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/eventfd.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -139,6 +142,17 @@ QString executableOf(pid_t id)
     return withoutDeletionMark(isWineLoader(path) ? programMappedBy(id).value_or(path) : path);
 }
 
+/// A process that is started and then cannot be opened would run beside the next one.
+void requireDescriptors()
+{
+    constexpr int Needed = 2; // by open()
+    std::array<int, Needed> descriptors{};
+    std::generate(descriptors.begin(), descriptors.end(), [] { return ::eventfd(0, EFD_CLOEXEC); });
+    const int error = descriptors.back() < 0 ? errno : 0;
+    std::for_each(descriptors.begin(), descriptors.end(), ::close);
+    check(error, QStringLiteral("A process cannot be started"));
+}
+
 /// Of an ended child that is not reaped yet.
 std::uint32_t exitCodeOf(int descriptor)
 {
@@ -168,6 +182,7 @@ QString programByCommandLine(ProcessId id)
 ProcessId LinuxProcesses::start(const QString &commandLine)
 {
     reapEndedChildren();
+    requireDescriptors();
     QStringList arguments = splitCommandLine(commandLine);
     const QString program = arguments.first();
     const SpawnSettings settings(QFile::encodeName(QFileInfo(program).absolutePath()));
@@ -248,6 +263,9 @@ std::vector<ProcessId> LinuxProcesses::running()
 {
     std::vector<ProcessId> result;
     const QStringList entries = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    if (entries.isEmpty()) { // where at least this process is
+        throw systemFailure(EMFILE, QStringLiteral("/proc"));
+    }
     for (const QString &entry : entries) {
         if (const ProcessId id = entry.toInt(); id > 0) {
             result.push_back(id);
