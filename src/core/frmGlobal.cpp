@@ -62,25 +62,32 @@ void frmGlobal::StopWebServer()
 {
     wsckNewConnections->close();
     m_webServerRunning = false;
-    m_webServerWanted = false;
+    m_wantedPort.reset();
 }
 
 void frmGlobal::StartWebServer()
 {
-    const clsOptions &options = *gRoot->Options();
-    if (m_webServerRunning || options.AdminUserName().isEmpty() ||
-        options.AdminPassword().isEmpty() || options.RemoteAccessPort() == 0) {
+    if (m_webServerRunning) {
         return;
     }
-    m_webServerWanted = true;
-    NoteSuccess(Start); // who presses the button again is told again
-    Listen();
+    m_wantedPort.reset();
+    const std::int32_t port = gRoot->Options()->RemoteAccessPort();
+    if (HasLogIn() && port != 0) {
+        m_wantedPort = port;
+        NoteSuccess(Start); // who presses the button again is told again
+        Listen(port);
+    }
 }
 
-void frmGlobal::Listen()
+bool frmGlobal::HasLogIn()
 {
-    m_webServerRunning = TrapRepeated(Start, [this] {
-        const std::int32_t port = gRoot->Options()->RemoteAccessPort();
+    const clsOptions &options = *gRoot->Options();
+    return !options.AdminUserName().isEmpty() && !options.AdminPassword().isEmpty();
+}
+
+void frmGlobal::Listen(std::int32_t port)
+{
+    m_webServerRunning = TrapRepeated(Start, [&] {
         if (port < 0 || port > std::numeric_limits<quint16>::max()) {
             throw platform::Failure(platform::Failure::Overflow,
                                     QStringLiteral("%1 is not a port").arg(port));
@@ -115,7 +122,8 @@ ConnectionSocket *frmGlobal::ElementForAnother() const
         if (element != nullptr && element->isFree()) {
             return element;
         }
-        if (element != nullptr && !element->isAnswered() && element->age() >= LongWithoutAnswer &&
+        if (element != nullptr && !element->isAnswered() && !element->isHandled() &&
+            element->age() >= LongWithoutAnswer &&
             (silent == nullptr || element->silence() > silent->silence())) {
             silent = element;
         }
@@ -132,8 +140,8 @@ void frmGlobal::LookAfterWebServer()
             element->close(); // it takes nothing of its answer
         }
     }
-    if (m_webServerWanted && !wsckNewConnections->isListening()) {
-        Listen();
+    if (m_wantedPort && HasLogIn() && !wsckNewConnections->isListening()) {
+        Listen(*m_wantedPort);
     }
     wsckNewConnections_ConnectionRequest();
 }

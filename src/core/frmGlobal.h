@@ -6,6 +6,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 
 class ConnectionSocket;
 class Listener;
@@ -61,11 +62,13 @@ public:
 private:
     /// Makes one element of the pool. Throws when the system has no more of what it takes.
     void LoadConnection(std::size_t index);
-    void Listen();
+    static bool HasLogIn();
+    void Listen(std::int32_t port);
     ConnectionSocket *ElementForAnother() const;
     void LookAfterWebServer();
 
     int m_heartbeatCount = 1;
     bool m_webServerRunning = false;
-    bool m_webServerWanted = false;
+    /// The port that is, or is to be, listened on; nothing while the web server is stopped.
+    std::optional<std::int32_t> m_wantedPort;
 };

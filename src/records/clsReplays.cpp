@@ -60,12 +60,12 @@ QByteArray readUnchanged(const QFileInfo &entry)
     return content;
 }
 
-/// Of each match, the replay comes into the archive and then the page into the cache. One that is
-/// newer than the cache is thus of the match that the cache lacks yet, not an earlier one's.
-bool isNewerThanCache(const QString &archived)
+/// The cache has the time at which the last match was recorded. What the game wrote until then is
+/// that match's replay or an earlier one's, kept or not wanted.
+bool isOfRecordedMatch(const QDateTime &changed)
 {
-    return QFileInfo(archived).lastModified() >
-           QFileInfo(gRoot->StatsCacheFileName()).lastModified();
+    const QFileInfo cache(gRoot->StatsCacheFileName());
+    return cache.isFile() && changed <= cache.lastModified();
 }
 
 } // namespace
@@ -76,16 +76,12 @@ void clsReplays::Release()
     m_timer = nullptr;
 }
 
-void clsReplays::LeaveReplayOut()
-{
-    m_lastStamp = stampOf(gameReplay().lastModified());
-}
-
 bool clsReplays::ArchiveReplay(const QString &Name)
 {
     const QFileInfo replay = gameReplay();
     const QDateTime changed = replay.lastModified();
-    if (m_released || !replay.isFile() || !changed.isValid() || isStillWritten(changed)) {
+    if (m_released || !replay.isFile() || !changed.isValid() || isStillWritten(changed) ||
+        isOfRecordedMatch(changed)) {
         return false;
     }
     const QString stamp = stampOf(changed);
@@ -141,7 +137,7 @@ bool clsReplays::archive(const QFileInfo &replay, const QString &stamp, const QS
         write(content, target, folder, step);
     }
     m_lastStamp = stamp;
-    return !folder.hasStamp || isNewerThanCache(target);
+    return !folder.hasStamp || QFileInfo::exists(target);
 }
 
 void clsReplays::write(const QByteArray &content, const QString &target, const Folder &folder,

@@ -36,9 +36,6 @@ public:
     /// operator act meanwhile.
     bool ArchiveReplay(const QString &Name);
 
-    /// The game's replay is that of a match whose replay is not wanted, and so of no later one.
-    void LeaveReplayOut();
-
     /// Deletes the oldest replay if the folder is full, which ArchiveReplay() does by itself. False
     /// when it failed, which is recorded, or when the archive was released meanwhile.
     bool MaintainReplayDirectory();
@@ -65,7 +62,7 @@ private:
     static void deleteOldest(const Folder &folder);
 
     // A stamp is a replay's time as the names of its copies begin with it.
-    QString m_lastStamp;     ///< of the replay that was last archived, found to be, or left out
+    QString m_lastStamp;     ///< of the replay that was last archived, or found to be
     QString m_stampUnderWay; ///< of the one that is being archived, while the folder is listed
     QString m_roomMadeFor;   ///< the path that a replay was last deleted for on a full disk
     const platform::Timer *m_timer = nullptr;

@@ -12,6 +12,7 @@
 #include "records/clsReplays.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace {
@@ -45,6 +46,20 @@ bool fnStatsFilesEqual(QByteArray first, QByteArray second)
     fnBlankStatsHeader(first);
     fnBlankStatsHeader(second);
     return first == second;
+}
+
+/// The cache's time tells when the match was settled, also where it could be written later only.
+void writeCache(const QByteArray &page, const QDateTime &settled)
+{
+    const QString path = gRoot->StatsCacheFileName();
+    platform::Replacement copy(gRoot->Machine().files, path, page,
+                               platform::Durability::SurvivesPowerLoss);
+    QFile file(platform::replacementName(path));
+    if (file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly)) {
+        file.setFileTime(settled, QFileDevice::FileModificationTime);
+        file.close();
+    }
+    copy.commit();
 }
 
 bool isWanted(const clsGame &game)
@@ -113,16 +128,14 @@ void clsTrackStats::RecordStatsFile()
     }
     // While the replay is archived, another look may go on to the next match.
     const QString map = m_owed->game.Map();
-    const bool wanted = isWanted(m_owed->game);
-    const bool settled = m_owed->settled || !wanted || gRoot->Replays()->ArchiveReplay(map);
-    if (!wanted) {
-        gRoot->Replays()->LeaveReplayOut();
-    }
+    const bool settled = m_owed->settled.isValid() || !isWanted(m_owed->game) ||
+                         gRoot->Replays()->ArchiveReplay(map);
     if (settled && owes(page)) {
-        m_owed->settled = true;
+        if (!m_owed->settled.isValid()) {
+            m_owed->settled = gRoot->Machine().clock.now();
+        }
         SkipFailure([&] {
-            platform::replaceFile(gRoot->Machine().files, gRoot->StatsCacheFileName(), page,
-                                  platform::Durability::SurvivesPowerLoss);
+            writeCache(page, m_owed->settled);
             m_lastRecordKey = key;
             m_owed.reset();
         });

@@ -4,6 +4,7 @@
 #include "records/clsGame.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 
 #include <optional>
@@ -14,8 +15,8 @@
 /// of one match when they differ in nothing but the time in their heading.
 ///
 /// A match is recorded, which is to say its page is copied to "ZEBEKSCache.dat" in the game's
-/// directory, when its replay is kept or not wanted. Until then the replay is owed: each look tries
-/// again, also after a restart, until the next match's page comes.
+/// directory, when its replay is kept or not wanted; the copy's time tells when. Until then the
+/// replay is owed: each look tries again, also after a restart, until the next match's page comes.
 class clsTrackStats
 {
 public:
@@ -43,7 +44,7 @@ private:
 
         QByteArray page;
         clsGame game;
-        bool settled = false; ///< the page can be recorded
+        QDateTime settled; ///< since when the page can be recorded; invalid before
     };
 
     bool isWhole(const QByteArray &page, const QString &path);

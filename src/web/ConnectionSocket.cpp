@@ -51,7 +51,7 @@ void ConnectionSocket::noteActivity()
 
 void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
 {
-    close();
+    letGo(); // and not close(), which would have the element given away
     m_socket.reset(connection.release());
     m_answered = false;
     noteActivity();
@@ -103,6 +103,7 @@ void ConnectionSocket::arrived(const QPointer<QTcpSocket> &connection)
     const auto waits = [&] { return connection && connection == m_socket.get() && !m_answered; };
     const auto isOpen = [&] { return m_socket->state() == QAbstractSocket::ConnectedState; };
     if (waits() && isOpen()) {
+        const QScopedValueRollback handling(m_handled, connection);
         m_dataArrival();
     }
     if (!waits()) {
@@ -119,7 +120,8 @@ void ConnectionSocket::arrived(const QPointer<QTcpSocket> &connection)
 void ConnectionSocket::send(const QByteArray &head, std::unique_ptr<FileContent> content,
                             const QByteArray &tail)
 {
-    if (!m_socket || std::exchange(m_answered, true)) {
+    // A handler that showed a message box may outlive its connection.
+    if (!m_socket || m_handled != m_socket.get() || std::exchange(m_answered, true)) {
         return;
     }
     m_head = head;
@@ -191,16 +193,24 @@ bool ConnectionSocket::writeNextPiece()
 
 void ConnectionSocket::close()
 {
+    if (letGo()) {
+        m_closed();
+    }
+}
+
+/// False where there is no connection.
+bool ConnectionSocket::letGo()
+{
     m_pause.setInterval(0);
     m_request = {};
     m_content.reset();
     if (!m_socket) {
-        return;
+        return false;
     }
     m_socket->disconnect(this);
     m_socket->close();
     m_socket.reset();
-    m_closed();
+    return true;
 }
 
 /// Closing with unread data resets the connection, and an answer that is on its way is lost.

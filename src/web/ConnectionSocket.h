@@ -30,6 +30,8 @@ public:
 
     bool isFree() const { return m_socket == nullptr; }
     bool isAnswered() const { return m_answered; }
+    /// Whether a request of the connection is being handled.
+    bool isHandled() const { return m_handled != nullptr; }
     /// For how many milliseconds nothing has come from the peer or, of an answered one, nothing of
     /// the answer has been taken.
     qint64 silence() const;
@@ -41,7 +43,8 @@ public:
     /// What a `dataArrival` tells of.
     const QByteArray &data() const { return m_request.data(); }
     /// Sends the answer, a text or a text, a file and another text, and then closes. Nothing more
-    /// is read from now on. Only the first answer on a connection counts.
+    /// is read from now on. Only the first answer on a connection counts, and only while its
+    /// request is handled.
     void send(const QByteArray &head, std::unique_ptr<FileContent> content = nullptr,
               const QByteArray &tail = {});
     void close();
@@ -61,6 +64,7 @@ private:
     void sendMore();
     bool writeNextPiece();
     void dropUnread();
+    bool letGo();
     void noteActivity();
 
     Event m_dataArrival;
@@ -70,6 +74,7 @@ private:
     platform::Timer m_pause; ///< since the last piece of a request that is not whole
     qint64 m_accepted = 0;
     qint64 m_lastActivity = 0;
+    QPointer<QTcpSocket> m_handled; ///< whose request is being handled
     bool m_answered = false;
     bool m_sending = false;
     // What is still to be sent.

@@ -4,8 +4,8 @@
 #include <QFile>
 
 /// The content of a file as it is now, for an answer that takes its time. A file that is replaced
-/// or deleted meanwhile stays readable; of the error log, which is continued in place, only the end
-/// changes, and that is read at once.
+/// or deleted meanwhile stays readable (Windows allows neither); of the error log, which is
+/// continued in place, only the end changes, and that is read at once.
 class FileContent
 {
 public:

@@ -43,9 +43,10 @@ bool isInside(const QFileInfo &file, const QString &folder)
            QFileInfo(file.canonicalFilePath()).path() == QDir(folder).canonicalPath();
 }
 
+/// With separators as they are, which servers in front refuse in another form.
 QString encoded(const QString &text)
 {
-    return QString::fromLatin1(QUrl::toPercentEncoding(text));
+    return QString::fromLatin1(QUrl::toPercentEncoding(text, "/"));
 }
 
 /// Escapes stand for bytes of UTF-8, as browsers write them, or else of the code page.
@@ -98,12 +99,16 @@ QString fnDownloadLink(const QString &name)
 std::optional<QString> fnDownloadName(const QString &address)
 {
     const QString password = gRoot->Options()->AdminPassword();
-    for (const QString &beginning : {password, encoded(password)}) {
-        if (!password.isEmpty() && address.startsWith(beginning)) {
-            return decodedOnce(address.mid(beginning.size() + 1));
-        }
+    if (password.isEmpty()) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    const QString decoded = decodedOnce(address);
+    if (decoded.startsWith(password)) {
+        return decoded.mid(password.size() + 1);
+    }
+    return address.startsWith(password)
+               ? std::optional(decodedOnce(address.mid(password.size() + 1)))
+               : std::nullopt;
 }
 
 bool RemoveReplay(const QString &name)

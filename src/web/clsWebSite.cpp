@@ -352,11 +352,12 @@ void clsWebSite::update(const clsWebServerRequest &request, ConnectionSocket &so
         return;
     }
     const QString message = form->update(request);
+    const QString answer = QLatin1String(form->page) + QStringLiteral("Update");
     if (form->changesLogIn) {
-        RefreshPages(EveryPage); // first, so that the answer's own menu has the new one
+        Page(answer)->Refresh(); // its own menu has the new one
     }
-    sendPage(socket, QLatin1String(form->page) + QStringLiteral("Update"), message);
-    RefreshPages(form->page);
+    sendPage(socket, answer, message);
+    RefreshPages(form->changesLogIn ? EveryPage : form->page);
     if (form->fillsPanels) {
         gRoot->Desktop()->FillFields();
     }

@@ -14,10 +14,11 @@ class clsWebServerRequest;
 /// The web site: answers every request on the connection that brought it.
 ///
 /// Anybody gets the public page, the log-in page, the redirect to the image of the server's state
-/// and the error log. Everything else is posted, and every post carries the administrator's name
-/// and password in fields of its form: no log-in is kept. While no name or no password is stored,
-/// nobody is let in. Texts and pages are sent bare, without a
-/// status line and headers; the end of an answer is the end of its connection.
+/// and the error log. Replays are sent to who has the administrator's password in
+/// the address. Everything else is posted, and every post carries name and password in fields of
+/// its form: no log-in is kept. While no name or no password is stored, nobody is let in. Texts and
+/// pages are sent bare, without a status line and headers; the end of an answer is the end of its
+/// connection.
 class clsWebSite
 {
 public:

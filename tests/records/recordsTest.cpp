@@ -109,17 +109,17 @@ TEST_F(recordsTest, APageThatStaysCutIsRecordedOnceUntilAWholeOneComes)
 
 TEST_F(recordsTest, EachNewMatchIsArchivedOnce)
 {
-    writeReplay(u"2004-03-15T21:07:09"_s);
+    writeReplay(u"2034-03-15T21:07:09"_s);
     writePage(page(Rows));
     tick();
-    const QString castle = u"2004_03_15_21_07_09_Castle_replay.rpf"_s;
+    const QString castle = u"2034_03_15_21_07_09_Castle_replay.rpf"_s;
     EXPECT_EQ(archive(), QStringList{castle});
     EXPECT_EQ(read(u"ZEBEKSCache.dat"_s), page(Rows));
     EXPECT_EQ(read(u"Replays/"_s + castle), "replay");
 
     // The same match with another time in its heading.
     writePage(page(Rows, "Wed Jun 18 20:55:00 2003"));
-    writeReplay(u"2004-03-15T21:30:00"_s);
+    writeReplay(u"2034-03-15T21:30:00"_s);
     tick();
     EXPECT_EQ(archive(), QStringList{castle});
 
@@ -130,36 +130,37 @@ TEST_F(recordsTest, EachNewMatchIsArchivedOnce)
     EXPECT_EQ(archive().size(), 1);
     root->Options()->RecordReplays.Let(true);
     tick();
-    EXPECT_EQ(archive().last(), u"2004_03_15_21_30_00_Farm_replay.rpf"_s);
+    EXPECT_EQ(archive().last(), u"2034_03_15_21_30_00_Farm_replay.rpf"_s);
 
-    // One player is a blank match.
-    writeReplay(u"2004-03-15T22:00:00"_s);
+    // One player is a blank match, whose replay is no later one's, also after a restart.
+    writeReplay(u"2026-03-14T15:00:00"_s);
     writePage(page(Rows.first(Rows.indexOf("<TR>\r\n<td>"))));
     tick();
     EXPECT_EQ(archive().size(), 2);
+    startIdle();
     root->Options()->SkipBlankReplays.Let(false);
     writePage(page({}, "x", ""));
     tick();
-    EXPECT_EQ(archive().size(), 2) << "that replay is the blank match's";
-    writeReplay(u"2004-03-15T22:30:00"_s);
+    EXPECT_EQ(archive().size(), 2);
+    writeReplay(u"2034-03-15T22:30:00"_s);
     tick();
-    EXPECT_EQ(archive().last(), u"2004_03_15_22_30_00_replay.rpf"_s);
+    EXPECT_EQ(archive().last(), u"2034_03_15_22_30_00_replay.rpf"_s);
 }
 
 TEST_F(recordsTest, AFullArchiveGivesUpItsSmallestName)
 {
     root->Options()->ReplayCount.Let(3);
-    for (const char *name : {"Old.rpf", "2004_a.rpf", "1999_old.rpf", "0note.txt"}) {
+    for (const char *name : {"Old.rpf", "2034_a.rpf", "1999_old.rpf", "0note.txt"}) {
         write(u"Replays/"_s + QString::fromLatin1(name), {});
     }
     write(u"Replays/9.rpf.zebek-new"_s, "left over");
     QDir(path(u"Replays"_s)).mkdir(u"0.rpf"_s);
-    writeReplay(u"2004-03-15T21:07:09"_s);
+    writeReplay(u"2034-03-15T21:07:09"_s);
     root->Replays()->ArchiveReplay(u"M"_s);
-    EXPECT_EQ(archive(), (QStringList{u"0note.txt"_s, u"2004_03_15_21_07_09_M_replay.rpf"_s,
-                                      u"2004_a.rpf"_s, u"Old.rpf"_s}));
+    EXPECT_EQ(archive(), (QStringList{u"0note.txt"_s, u"2034_03_15_21_07_09_M_replay.rpf"_s,
+                                      u"2034_a.rpf"_s, u"Old.rpf"_s}));
     EXPECT_TRUE(root->Replays()->MaintainReplayDirectory());
-    EXPECT_EQ(archive(), (QStringList{u"0note.txt"_s, u"2004_a.rpf"_s, u"Old.rpf"_s}));
+    EXPECT_EQ(archive(), (QStringList{u"0note.txt"_s, u"2034_a.rpf"_s, u"Old.rpf"_s}));
 }
 
 TEST_F(recordsTest, WithoutAReplayNothingHappensAndACopyThatCannotBeMadeIsRecorded)
@@ -167,7 +168,7 @@ TEST_F(recordsTest, WithoutAReplayNothingHappensAndACopyThatCannotBeMadeIsRecord
     root->Replays()->ArchiveReplay(u"no replay"_s);
     EXPECT_EQ(recordCount(), 0);
 
-    writeReplay(u"2004-03-15T21:07:09"_s);
+    writeReplay(u"2034-03-15T21:07:09"_s);
     root->Replays()->ArchiveReplay(u"a/b"_s);
     EXPECT_EQ(lastRecord(), u"clsReplays|ArchiveReplay|Root Object|75"_s);
     root->Replays()->ArchiveReplay(u"M"_s);
@@ -181,7 +182,7 @@ TEST_F(recordsTest, WithoutAReplayNothingHappensAndACopyThatCannotBeMadeIsRecord
     root->Options()->ReplayCount.Let(1);
     root->Replays()->ArchiveReplay(u"N"_s);
     EXPECT_EQ(lastRecord(), u"clsReplays|ArchiveReplay|Root Object|75"_s);
-    EXPECT_EQ(archive(), QStringList{u"2004_03_15_21_07_09_M_replay.rpf"_s});
+    EXPECT_EQ(archive(), QStringList{u"2034_03_15_21_07_09_M_replay.rpf"_s});
 #endif
 }
 
@@ -194,7 +195,7 @@ TEST_F(recordsTest, WhatIsOwedIsTriedAtEachLookAndEachReasonIsRecordedOnceAMatch
     writePage(page(Rows, "never")); // it has no date, which is recorded
     EXPECT_EQ(lookThrice(), 1);
     root->Options()->ReplayFolder.Let(path(u"nowhere"_s));
-    writeReplay(u"2004-03-15T21:07:09"_s);
+    writeReplay(u"2034-03-15T21:07:09"_s);
     EXPECT_EQ(lookThrice(), 2);
     writePage(page(Rows, "", "Farm")); // nor has this
     EXPECT_EQ(lookThrice(), 4);
@@ -212,7 +213,7 @@ TEST_F(recordsTest, WhatIsOwedIsTriedAtEachLookAndEachReasonIsRecordedOnceAMatch
     EXPECT_EQ(lookThrice(), 6);
     QDir(directory.path()).rmdir(u"ZEBEKSCache.dat"_s);
     tick();
-    const QStringList kept{u"2.rpf"_s, u"2004_03_15_21_07_09_Farm_replay.rpf"_s};
+    const QStringList kept{u"2.rpf"_s, u"2034_03_15_21_07_09_Farm_replay.rpf"_s};
     EXPECT_EQ(archive(), kept);
     EXPECT_EQ(read(u"ZEBEKSCache.dat"_s), page(Rows, "", "Farm"));
 
@@ -285,29 +286,29 @@ TEST_F(recordsTest, WhatHappensWhileTheFolderIsListedDoesNoHarm)
     for (const char *name : {"1.rpf", "2.rpf", "3.rpf"}) {
         write(u"Replays/"_s + QString::fromLatin1(name), {});
     }
-    writeReplay(u"2004-03-15T21:07:09"_s);
+    writeReplay(u"2034-03-15T21:07:09"_s);
     const auto duringTheListing = [](std::function<void()> event) {
         QMetaObject::invokeMethod(qApp, std::move(event), Qt::QueuedConnection);
     };
     duringTheListing([this] { QFile::remove(path(u"Replays/1.rpf"_s)); });
     root->Replays()->ArchiveReplay(u"M"_s);
     EXPECT_EQ(archive(),
-              (QStringList{u"2.rpf"_s, u"2004_03_15_21_07_09_M_replay.rpf"_s, u"3.rpf"_s}));
+              (QStringList{u"2.rpf"_s, u"2034_03_15_21_07_09_M_replay.rpf"_s, u"3.rpf"_s}));
 
     // The game goes on to the next match; each is archived with its own content.
     clsTrackStats tracker;
     const QByteArray next = page(Rows, "Thu Jun 19 20:51:40 2003", "Farm");
     writePage(page(Rows));
-    writeReplay(u"2004-03-15T21:08:00"_s);
+    writeReplay(u"2034-03-15T21:08:00"_s);
     duringTheListing([&] {
         writePage(next);
         tracker.RecordStatsFile(); // its replay is not there yet
-        writeReplay(u"2004-03-15T21:09:00"_s, "next");
+        writeReplay(u"2034-03-15T21:09:00"_s, "next");
         tracker.RecordStatsFile();
     });
     tracker.RecordStatsFile();
-    EXPECT_EQ(read(u"Replays/2004_03_15_21_08_00_Castle_replay.rpf"_s), "replay");
-    EXPECT_EQ(read(u"Replays/2004_03_15_21_09_00_Farm_replay.rpf"_s), "next");
+    EXPECT_EQ(read(u"Replays/2034_03_15_21_08_00_Castle_replay.rpf"_s), "replay");
+    EXPECT_EQ(read(u"Replays/2034_03_15_21_09_00_Farm_replay.rpf"_s), "next");
     EXPECT_EQ(archive().size(), 3);
     EXPECT_EQ(read(u"ZEBEKSCache.dat"_s), next);
     EXPECT_EQ(recordCount(), 0);
@@ -319,7 +320,7 @@ TEST_F(recordsTest, TheHeartbeatGoesOnWhileAFolderOf20000ReplaysIsListed)
     for (int number = 0; number < 20000; ++number) {
         write(u"Replays/%1.rpf"_s.arg(number), {});
     }
-    writeReplay(u"2004-03-15T21:07:09"_s);
+    writeReplay(u"2034-03-15T21:07:09"_s);
     platform::SystemClock clock;
     QElapsedTimer sinceBeat;
     std::vector<qint64> gaps;
@@ -334,7 +335,7 @@ TEST_F(recordsTest, TheHeartbeatGoesOnWhileAFolderOf20000ReplaysIsListed)
     noteGap();
     const QStringList replays = archive();
     EXPECT_EQ(replays.size(), 20000);
-    EXPECT_TRUE(replays.contains(u"2004_03_15_21_07_09_M_replay.rpf"_s));
+    EXPECT_TRUE(replays.contains(u"2034_03_15_21_07_09_M_replay.rpf"_s));
     EXPECT_GE(gaps.size(), 5U);
     EXPECT_LE(std::ranges::max(gaps), 200) << "by so much the heartbeat of 500 ms may be late";
 }

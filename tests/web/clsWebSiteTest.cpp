@@ -45,8 +45,8 @@ TEST_F(clsWebSiteTest, AnswersEveryGetByteForByte)
     for (const char *name : {"%FC", "%C3%BC", "\xFC"}) { // as others may write it
         EXPECT_TRUE(get(QByteArray("/GETFILEsecret/") + name + ".rpf").contains("umlaut")) << name;
     }
-    root->Options()->AdminPassword.Let(u"s#%?/ü 41"_s);
     for (const QString &name : {u"Zürich #1 50%.rpf"_s, u"100%41 %25.rpf"_s}) {
+        root->Options()->AdminPassword.Let(name.startsWith(u'Z') ? u"s#%?/ü 41"_s : u"100%"_s);
         writeReplay(name, "content");
         root->RefreshPages(u"AdminReplays"_s);
         const QByteArray shown = page("AdminReplays");

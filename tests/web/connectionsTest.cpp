@@ -42,10 +42,15 @@ TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
     EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, 70000));
     EXPECT_EQ(recordCount(), 2);
     EXPECT_TRUE(lastRecord().startsWith(u"Global Controls|StartWebServer|None|"_s));
-    options.RemoteAccessPort.Let(Port);
+    EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, Port));
+    options.RemoteAccessPort.Let(808); // as it is while another one is typed
     fake.clock.advance(30000);
     EXPECT_EQ(recordCount(), 3) << "one for each reason, not for each attempt";
     other.close();
+    options.AdminPassword.Let({});
+    fake.clock.advance(3000);
+    EXPECT_FALSE(form.WebServerRunning());
+    options.AdminPassword.Let(u"p"_s);
     fake.clock.advance(3000);
     EXPECT_TRUE(form.WebServerRunning());
     QTcpSocket open;
@@ -99,7 +104,7 @@ TEST_F(ConnectionsTest, SilentConnectionsMakePlaceAndThoseThatTakeNothingAreClos
     startSite();
     const QByteArray request = "GET /GETFILEsecret/large.rpf HTTP/1.1\r\nHost: a\r\n\r\n";
     writeReplay(u"large.rpf"_s, QByteArray(qsizetype{64} * 1024 * 1024, 'x'));
-    auto clients = connectMany(101); // the last one waits
+    auto clients = connectMany(103); // the last three wait
     clients.at(0)->setReadBufferSize(1);
     clients.at(0)->write(request);
     settle();
@@ -114,10 +119,13 @@ TEST_F(ConnectionsTest, SilentConnectionsMakePlaceAndThoseThatTakeNothingAreClos
     fake.clock.advance(14999);
     EXPECT_FALSE(ended(2));
     fake.clock.advance(3000);
-    EXPECT_TRUE(ended(2));
-    EXPECT_FALSE(ended(1) || ended(3) || ended(99));
-    clients.at(100)->write("GET /Login HTTP/1.1\r\n\r\n");
-    EXPECT_TRUE(WebTest::ended(*clients.at(100)));
+    EXPECT_TRUE(ended(2) && ended(3) && ended(4));
+    EXPECT_FALSE(ended(1) || ended(5) || ended(99));
+    for (std::size_t waiting = 100; waiting < 103; ++waiting) {
+        clients.at(waiting)->write("GET /Login HTTP/1.1\r\n\r\n");
+        EXPECT_TRUE(WebTest::ended(*clients.at(waiting)));
+        EXPECT_TRUE(clients.at(waiting)->readAll().contains("logon"));
+    }
 
     fake.clock.advance(30000); // 60 s since the file was asked for
     settle();
