@@ -34,7 +34,7 @@ QByteArray FileContent::next()
     if (m_left == 0) {
         return std::exchange(m_last, {});
     }
-    const QByteArray piece = read(std::min(m_left, PieceSize));
+    QByteArray piece = read(std::min(m_left, PieceSize));
     m_left -= piece.size();
     return piece;
 }
