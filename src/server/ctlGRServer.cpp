@@ -118,7 +118,7 @@ bool ctlGRServer::StartGRServer(bool in_blnCheckForServer)
 
 bool ctlGRServer::start(bool checkForServer, clsProcess::Attempt attempt)
 {
-    return Trap(routine("StartGRServer"), [&] {
+    const auto findOrCreate = [&] {
         if (Connected() && m_process->StillActive()) {
             return true;
         }
@@ -134,7 +134,10 @@ bool ctlGRServer::start(bool checkForServer, clsProcess::Attempt attempt)
             return false;
         }
         return waitsForWindow(*running) || create(attempt);
-    });
+    };
+    return attempt == clsProcess::Attempt::Single
+               ? Trap(routine("StartGRServer"), findOrCreate)
+               : TrapRepeated(routine("StartGRServer"), findOrCreate);
 }
 
 bool ctlGRServer::runsProgram(platform::ProcessId process) const
