@@ -68,6 +68,10 @@ public:
     Setting<QString> ServerRunningGif{"AdminStatusOptions"}; ///< URL of an image
     Setting<QString> ServerCrashGif{"AdminStatusOptions"};   ///< URL of an image
 
+    /// Whether there is a user name and a password. Without one of them nobody is the
+    /// administrator.
+    bool HasLogIn() const { return !AdminUserName().isEmpty() && !AdminPassword().isEmpty(); }
+
     /// The folder that the keys of the match records are formed from.
     static QString StatsPath();
 

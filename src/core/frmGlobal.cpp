@@ -71,18 +71,13 @@ void frmGlobal::StartWebServer()
         return;
     }
     m_wantedPort.reset();
-    const std::int32_t port = gRoot->Options()->RemoteAccessPort();
-    if (HasLogIn() && port != 0) {
+    const clsOptions &options = *gRoot->Options();
+    const std::int32_t port = options.RemoteAccessPort();
+    if (options.HasLogIn() && port != 0) {
         m_wantedPort = port;
         NoteSuccess(Start); // who presses the button again is told again
         Listen(port);
     }
-}
-
-bool frmGlobal::HasLogIn()
-{
-    const clsOptions &options = *gRoot->Options();
-    return !options.AdminUserName().isEmpty() && !options.AdminPassword().isEmpty();
 }
 
 void frmGlobal::Listen(std::int32_t port)
@@ -140,7 +135,7 @@ void frmGlobal::LookAfterWebServer()
             element->close(); // it takes nothing of its answer
         }
     }
-    if (m_wantedPort && HasLogIn() && !wsckNewConnections->isListening()) {
+    if (m_wantedPort && gRoot->Options()->HasLogIn() && !wsckNewConnections->isListening()) {
         Listen(*m_wantedPort);
     }
     wsckNewConnections_ConnectionRequest();

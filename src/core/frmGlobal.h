@@ -62,7 +62,6 @@ public:
 private:
     /// Makes one element of the pool. Throws when the system has no more of what it takes.
     void LoadConnection(std::size_t index);
-    static bool HasLogIn();
     void Listen(std::int32_t port);
     ConnectionSocket *ElementForAnother() const;
     void LookAfterWebServer();

@@ -48,17 +48,11 @@ ctlGRServer &server()
     return *gRoot->GlobalForm()->uctlGRServer;
 }
 
-/// Whether there is a log-in at all. Without one nobody is the administrator.
-bool hasLogIn()
-{
-    const clsOptions &options = *gRoot->Options();
-    return !options.AdminUserName().isEmpty() && !options.AdminPassword().isEmpty();
-}
-
 bool fnCheckCredentials(const QString &user, const QString &password)
 {
     const clsOptions &options = *gRoot->Options();
-    return hasLogIn() && password == options.AdminPassword() && user == options.AdminUserName();
+    return options.HasLogIn() && password == options.AdminPassword() &&
+           user == options.AdminUserName();
 }
 
 void SendStraightText(ConnectionSocket &socket, const QByteArray &text)
@@ -285,7 +279,7 @@ void clsWebSite::redirectToStatusImage(const clsWebServerRequest & /*request*/,
 void clsWebSite::sendReplay(const clsWebServerRequest &request, ConnectionSocket &socket)
 {
     const std::optional<QString> name = fnDownloadName(request.URI().mid(RouteLength));
-    if (!name || !hasLogIn()) {
+    if (!name || !gRoot->Options()->HasLogIn()) {
         SendStraightText(socket, QByteArrayLiteral("Access Denied"));
         return;
     }
