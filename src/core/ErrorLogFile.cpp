@@ -82,8 +82,7 @@ QByteArray ErrorLogFile::readFrom(qint64 position) const
         content = file.readAll();
     }
     if (file.error() != QFileDevice::NoError) {
-        throw platform::Failure(platform::Failure::PathAccess,
-                                QStringLiteral("%1: %2").arg(m_path, file.errorString()));
+        throw platform::fileFailure(file);
     }
     return content;
 }

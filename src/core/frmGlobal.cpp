@@ -114,10 +114,13 @@ ConnectionSocket *frmGlobal::ElementForAnother() const
     ConnectionSocket *silent = nullptr;
     for (std::size_t index = 1; index < wsckConnections.size(); ++index) {
         ConnectionSocket *const element = wsckConnections[index].get();
-        if (element != nullptr && element->isFree()) {
+        if (element == nullptr) {
+            continue; // it could not be made
+        }
+        if (element->isFree()) {
             return element;
         }
-        if (element != nullptr && !element->isAnswered() && !element->isHandled() &&
+        if (!element->isAnswered() && !element->isHandled() &&
             element->age() >= LongWithoutAnswer &&
             (silent == nullptr || element->silence() > silent->silence())) {
             silent = element;

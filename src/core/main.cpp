@@ -37,13 +37,11 @@ void saveUnattended()
 /// Told by the exit code, since nobody looks at a window then.
 constexpr int NoDisplay = 69;
 
-/// What Qt's platform part complained of first while the application was made.
-QString displayProblem; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
-
 /// Takes what Qt has to say, also before it aborts for want of a display or of what it shows one
 /// with.
 void takeMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
+    static QString displayProblem; // what Qt's platform part has complained of first
     const bool starting = QApplication::instance() == nullptr || QApplication::startingUp();
     if (type == QtFatalMsg && starting) {
         platform::tellOnStandardError(

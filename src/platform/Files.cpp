@@ -25,6 +25,11 @@ QString behindLinks(const QString &path)
 
 } // namespace
 
+Failure fileFailure(const QFileDevice &file)
+{
+    return {Failure::PathAccess, QStringLiteral("%1: %2").arg(file.fileName(), file.errorString())};
+}
+
 QByteArray readFile(const QString &path, qint64 atMost)
 {
     QFile file(path);
@@ -33,7 +38,7 @@ QByteArray readFile(const QString &path, qint64 atMost)
         content = file.read(std::min(atMost, file.size()));
     }
     if (file.error() != QFileDevice::NoError) {
-        throw Failure(Failure::PathAccess, QStringLiteral("%1: %2").arg(path, file.errorString()));
+        throw fileFailure(file);
     }
     return content;
 }

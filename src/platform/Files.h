@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFileDevice>
 #include <QString>
 
 #include <limits>
@@ -81,6 +82,9 @@ private:
 /// Replaces a file whole, in one go. Throws Failure; the old file is then in place.
 void replaceFile(Files &files, const QString &path, const QByteArray &content,
                  Durability durability, const Permissions &permissions = {});
+
+/// What a file's operation has failed for, with the file's name.
+Failure fileFailure(const QFileDevice &file);
 
 /// The file's content, or its first bytes where a limit is given. Throws Failure.
 QByteArray readFile(const QString &path, qint64 atMost = std::numeric_limits<qint64>::max());

@@ -1,6 +1,7 @@
 #include "platform/XmlOutline.h"
 
 #include "platform/Failure.h"
+#include "platform/Files.h"
 #include "platform/XmlParser.h"
 
 #include <QFile>
@@ -103,7 +104,7 @@ XmlOutline outlineXml(const QString &path, const char *name)
         result = Look(file, name).run();
     }
     if (file.error() != QFileDevice::NoError) {
-        throw Failure(Failure::PathAccess, QStringLiteral("%1: %2").arg(path, file.errorString()));
+        throw fileFailure(file);
     }
     return result;
 }

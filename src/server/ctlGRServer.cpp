@@ -46,6 +46,13 @@ platform::Failure foreignServer(platform::ProcessId id)
             .arg(id)};
 }
 
+/// By more than what any machine is late by now and then.
+bool isLate(qint64 milliseconds)
+{
+    constexpr qint64 Jitter = 250;
+    return milliseconds > std::max<qint64>(gRoot->Options()->ServerPollingFrequency(), Jitter);
+}
+
 bool canBeOpened(platform::ProcessId id)
 {
     platform::Processes &processes = gRoot->Machine().processes;
@@ -413,12 +420,6 @@ void ctlGRServer::forgetSilence()
 {
     m_silence = {};
     tmrDead.setInterval(0);
-}
-
-bool ctlGRServer::isLate(qint64 milliseconds)
-{
-    constexpr qint64 Jitter = 250;
-    return milliseconds > std::max<qint64>(gRoot->Options()->ServerPollingFrequency(), Jitter);
 }
 
 void ctlGRServer::tmrDead_Timer()

@@ -120,7 +120,6 @@ private:
 
     void readLastAnswer();
     void forgetSilence();
-    static bool isLate(qint64 milliseconds);
     bool start(bool checkForServer, clsProcess::Attempt attempt);
     void requestTimedOut(qint64 lateness);
     void restartHungServer();

@@ -1,6 +1,7 @@
 #include "web/FileContent.h"
 
 #include "platform/Failure.h"
+#include "platform/Files.h"
 
 #include <algorithm>
 #include <utility>
@@ -9,18 +10,12 @@ namespace {
 
 constexpr qint64 PieceSize = qint64{64} * 1024;
 
-platform::Failure unreadable(const QFile &file)
-{
-    return {platform::Failure::PathAccess,
-            QStringLiteral("%1: %2").arg(file.fileName(), file.errorString())};
-}
-
 } // namespace
 
 FileContent::FileContent(const QString &path) : m_file(path)
 {
     if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        throw unreadable(m_file);
+        throw platform::fileFailure(m_file);
     }
     const qint64 size = m_file.size();
     m_left = std::max<qint64>(size - PieceSize, 0);
@@ -43,7 +38,7 @@ QByteArray FileContent::read(qint64 size)
 {
     QByteArray piece(size, Qt::Uninitialized);
     if (m_file.read(piece.data(), size) != size) {
-        throw unreadable(m_file);
+        throw platform::fileFailure(m_file);
     }
     return piece;
 }

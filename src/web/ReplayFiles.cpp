@@ -120,8 +120,7 @@ bool RemoveReplay(const QString &name)
         const std::optional<QString> path = fnReplayPath(name);
         QFile file(path.value_or(QString()));
         if (path && !file.remove()) {
-            throw platform::Failure(platform::Failure::PathAccess,
-                                    QStringLiteral("%1: %2").arg(*path, file.errorString()));
+            throw platform::fileFailure(file);
         }
         return true;
     });
