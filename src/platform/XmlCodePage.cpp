@@ -59,10 +59,12 @@ int fromUtf8(unsigned char *out, int *outLength, const unsigned char *in, int *i
         if (taken + length > *inLength) {
             break; // the rest comes with the next call
         }
-        const QByteArray byte =
-            toCodePage(QString::fromUtf8(reinterpret_cast<const char *>(in + taken), length));
-        // The conversion takes a U+FEFF for a byte order mark, which it leaves out.
-        known = !byte.isEmpty() && (byte != "?" || in[taken] == '?');
+        const QString character =
+            QString::fromUtf8(reinterpret_cast<const char *>(in + taken), length);
+        const QByteArray byte = toCodePage(character);
+        // Not all that is converted comes back: "?" stands for what the code page lacks, of a byte
+        // order mark nothing is left, and controls from U+0080 on share their bytes with letters.
+        known = !byte.isEmpty() && fromCodePage(byte) == character;
         if (known) {
             out[written++] = static_cast<unsigned char>(byte.front());
             taken += length;
