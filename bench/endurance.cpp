@@ -1,6 +1,6 @@
+#include "app/Program.h"
+#include "app/frmGlobal.h"
 #include "core/basMain.h"
-#include "core/clsZebek.h"
-#include "core/frmGlobal.h"
 #include "figures.h"
 #include "fullReply.h"
 #include "server/ctlGRServer.h"
@@ -65,15 +65,12 @@ public:
     }
 
 private:
-    const ctlServerStatus &query() const
-    {
-        return m_root.GlobalForm()->uctlGRServer->StatusObject();
-    }
+    const ctlServerStatus &query() const { return m_root.Server().StatusObject(); }
     bool asking() const { return query().Status() == ServerQueryStatus::Probing; }
 
     QTemporaryDir m_directory;
     FakeMachine m_fake;
-    clsZebek m_root{m_fake.machine, m_directory.path()};
+    Program m_root{m_fake.machine, m_directory.path()};
     QUdpSocket m_game;
     QByteArray m_reply = fullReply();
 };

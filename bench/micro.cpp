@@ -1,6 +1,6 @@
+#include "app/Program.h"
 #include "core/basMain.h"
 #include "core/clsErrors.h"
-#include "core/clsZebek.h"
 #include "figures.h"
 #include "fullReply.h"
 #include "platform/Machine.h"
@@ -61,7 +61,7 @@ public:
 
 private:
     QTemporaryDir m_directory;
-    clsZebek m_root{platform::nativeMachine(), m_directory.path()};
+    Program m_root{platform::nativeMachine(), m_directory.path()};
 };
 
 void recordError(benchmark::State &state)

@@ -1,7 +1,7 @@
+#include "app/Program.h"
+#include "app/frmGlobal.h"
 #include "core/basMain.h"
 #include "core/clsOptions.h"
-#include "core/clsZebek.h"
-#include "core/frmGlobal.h"
 #include "figures.h"
 #include "records/basParse.h"
 #include "records/clsReplays.h"
@@ -288,7 +288,7 @@ private:
     Disk m_disk;
     platform::Machine m_machine{m_fake.autostart,  m_fake.clock,  m_disk,       m_fake.boxes,
                                 m_fake.processEnd, m_fake.system, m_fake.system};
-    clsZebek m_root{m_machine, m_directory.path()};
+    Program m_root{m_machine, m_directory.path()};
     QString m_replay = m_directory.filePath(QStringLiteral("Data/Save/replay/defaultreplay.rpf"));
     QString m_plain = m_directory.filePath(QStringLiteral("plain"));
     QString m_copy = m_plain + QStringLiteral("/copy");

@@ -2,7 +2,6 @@
 
 #include "core/basMain.h"
 #include "core/basTraps.h"
-#include "core/clsErrors.h"
 #include "core/clsZebek.h"
 #include "platform/Failure.h"
 #include "platform/Machine.h"
@@ -20,14 +19,12 @@ constexpr std::uint32_t GeneralFailure = 31;
 /// A buffer of 4096 characters, of which the last ends the text.
 constexpr int MaximumLength = 4095;
 
-void report(const char *routine, int number, const QString &text)
+constexpr Module Here{"System Module", "None"};
+
+void report(const char *routine, const platform::Failure &failure)
 {
-    const QString module = QStringLiteral("System Module");
-    const QString name = QString::fromLatin1(routine);
-    if (clsErrors *const errors = gRoot->Errors()) {
-        errors->RecordError(module, name, QStringLiteral("None"), number, text);
-    }
-    ShowErrorMessage(module, name, QStringLiteral("-"), number, text, platform::OkOnly);
+    RecordFailure(Here(routine), failure);
+    ShowFailure({Here.name, routine, "-"}, failure, platform::OkOnly);
 }
 
 /// Runs the body, which returns a Windows error code; one that is not in `expected` is reported, as
@@ -39,10 +36,10 @@ std::uint32_t reported(const char *routine, std::initializer_list<std::uint32_t>
     try {
         code = body();
         if (std::find(expected.begin(), expected.end(), code) == expected.end()) {
-            report(routine, static_cast<int>(code), FormatAPIResultMessage(code));
+            report(routine, {static_cast<int>(code), FormatAPIResultMessage(code)});
         }
     } catch (const platform::Failure &failure) {
-        report(routine, failure.number(), failure.description());
+        report(routine, failure);
     }
     return code;
 }
@@ -70,6 +67,6 @@ bool SetRunOnStartup(bool in_blnState)
 
 QString FormatAPIResultMessage(std::uint32_t code)
 {
-    return Trap({"System Module", "FormatAPIResultMessage", "None"},
+    return Trap(Here("FormatAPIResultMessage"),
                 [code] { return platform::systemMessage(code).left(MaximumLength); });
 }

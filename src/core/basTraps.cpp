@@ -57,6 +57,13 @@ void NoteSuccess(const Routine &routine)
     }
 }
 
+int ShowFailure(const Routine &routine, const platform::Failure &failure, int buttons)
+{
+    return ShowErrorMessage(QString::fromLatin1(routine.module), QString::fromLatin1(routine.name),
+                            QString::fromLatin1(routine.id), failure.number(),
+                            failure.description(), buttons);
+}
+
 bool RunWithRetry(const Routine &routine, const std::function<void()> &step)
 {
     for (;;) {
@@ -64,12 +71,8 @@ bool RunWithRetry(const Routine &routine, const std::function<void()> &step)
             step();
             return true;
         } catch (...) {
-            const platform::Failure failure = CaughtFailure();
-            const int pressed =
-                ShowErrorMessage(QString::fromLatin1(routine.module),
-                                 QString::fromLatin1(routine.name), QString::fromLatin1(routine.id),
-                                 failure.number(), failure.description(), platform::RetryCancel);
-            if (pressed != platform::RetryButton) {
+            if (ShowFailure(routine, CaughtFailure(), platform::RetryCancel) !=
+                platform::RetryButton) {
                 return false;
             }
         }

@@ -17,6 +17,19 @@ struct Routine
     bool byStrangers = false;
 };
 
+/// A module as records name it, and the context of its routines: gives the routines.
+struct Module
+{
+    const char *name = nullptr;
+    const char *id = nullptr;
+    bool byStrangers = false;
+
+    constexpr Routine operator()(const char *routine) const
+    {
+        return {name, routine, id, byStrangers};
+    }
+};
+
 /// The exception that is being handled.
 platform::Failure CaughtFailure();
 
@@ -71,6 +84,10 @@ void SkipFailure(Step step)
     } catch (...) { // NOLINT(bugprone-empty-catch)
     }
 }
+
+/// Shows a failure in a message box with those buttons (platform::MessageBoxStyle); the result is
+/// the one pressed.
+int ShowFailure(const Routine &routine, const platform::Failure &failure, int buttons);
 
 /// Runs one step and shows a failure in a message box with Retry and Cancel: Retry runs the step
 /// again, Cancel gives up. True when the step ended well.

@@ -37,13 +37,11 @@ QString fnParseURLValue(const QString &text)
         return text; // most are so, and spare the decoder
     }
     PercentDecoder decoder(text);
-    Trap({"Utilities", "fnParseURLValue", "None", /*byStrangers=*/true}, [&] {
-        if (!decoder.decode()) {
-            throw platform::Failure(
-                platform::Failure::TypeMismatch,
-                QStringLiteral("A \"%\" is not followed by a hexadecimal number"));
-        }
-    });
+    if (!decoder.decode()) {
+        RecordFailure({"Utilities", "fnParseURLValue", "None", /*byStrangers=*/true},
+                      {platform::Failure::TypeMismatch,
+                       QStringLiteral("A \"%\" is not followed by a hexadecimal number")});
+    }
     return decoder.text();
 }
 

@@ -1,6 +1,7 @@
 #include "core/clsErrors.h"
 
 #include "core/basMain.h"
+#include "core/basTraps.h"
 #include "core/clsZebek.h"
 #include "platform/Failure.h"
 #include "platform/Machine.h"
@@ -60,11 +61,11 @@ void clsErrors::tmrMinute_Timer()
     tmrMinute.setInterval(0);
     const qint64 leftOut = std::exchange(m_byStrangers, 0) - MostOfStrangers;
     if (leftOut > 0) {
-        RecordError(QStringLiteral("Error Log"), QStringLiteral("tmrMinute_Timer"),
-                    QStringLiteral("None"), platform::Failure::Overflow,
-                    QStringLiteral("%1 more failures that requests caused within this minute were "
-                                   "left out")
-                        .arg(leftOut));
+        RecordFailure({"Error Log", "tmrMinute_Timer", "None"},
+                      {platform::Failure::Overflow,
+                       QStringLiteral("%1 more failures that requests caused within this minute "
+                                      "were left out")
+                           .arg(leftOut)});
     }
 }
 

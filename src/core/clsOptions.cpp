@@ -16,8 +16,9 @@ namespace {
 
 using platform::XmlDocument;
 
-constexpr Routine Initialize{"Options", "Class_Initialize", "Root Object"};
-constexpr Routine Terminate{"Options", "Class_Terminate", "Root Object"};
+constexpr Module Here{"Options", "Root Object"};
+constexpr Module Xml{"Options", ""};
+constexpr Routine Initialize = Here("Class_Initialize");
 
 /// Stands for the folder "Replays" in the game's directory.
 constexpr const char *DefaultFolder = "NONE";
@@ -64,7 +65,7 @@ QString initialText(const char *element)
 std::optional<XmlDocument> CreateXML()
 {
     std::optional<XmlDocument> result;
-    RunWithRetry({"Options", "CreateXML", ""}, [&result] {
+    RunWithRetry(Xml("CreateXML"), [&result] {
         XmlDocument document = XmlDocument::create("options");
         for (const char *const element : Elements) {
             document.root().append(element).setText(initialText(element));
@@ -77,7 +78,7 @@ std::optional<XmlDocument> CreateXML()
 QString ExtractAttribute(XmlDocument &document, const char *element, const QString &missing)
 {
     QString text;
-    RunWithRetry({"Options", "ExtractAttribute", ""}, [&] {
+    RunWithRetry(Xml("ExtractAttribute"), [&] {
         const auto found = document.findFirst(element);
         text = found ? found->text() : QString();
     });
@@ -86,7 +87,7 @@ QString ExtractAttribute(XmlDocument &document, const char *element, const QStri
 
 void SetAttribute(XmlDocument &document, const char *element, const QString &text)
 {
-    RunWithRetry({"Options", "SetAttribute", ""}, [&] {
+    RunWithRetry(Xml("SetAttribute"), [&] {
         if (auto found = document.findFirst(element)) {
             found->setText(text);
         }
@@ -143,11 +144,10 @@ clsOptions::clsOptions()
         Load();
         return;
     }
-    ShowErrorMessage(QString::fromLatin1(Initialize.module), QString::fromLatin1(Initialize.name),
-                     QString::fromLatin1(Initialize.id), 0,
-                     QStringLiteral("Unable to initialize MSXML. The options file cannot be "
-                                    "loaded, defaults will be used, no preferences will be saved"),
-                     platform::OkOnly);
+    ShowFailure(Initialize,
+                {0, QStringLiteral("Unable to initialize MSXML. The options file cannot be loaded, "
+                                   "defaults will be used, no preferences will be saved")},
+                platform::OkOnly);
 }
 
 void clsOptions::Load()
@@ -198,14 +198,14 @@ void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
 void clsOptions::Save()
 {
     if (const std::optional<XmlDocument> document = ToXML()) {
-        RunWithRetry(Terminate, [&] { Write(*document); });
+        RunWithRetry(Here("Class_Terminate"), [&] { Write(*document); });
     }
 }
 
 bool clsOptions::SaveUnattended()
 {
     const std::optional<XmlDocument> document = ToXML();
-    return !document || TrapRepeated(Terminate, [&] {
+    return !document || TrapRepeated(Here("Class_Terminate"), [&] {
         Write(*document);
         return true;
     });

@@ -2,7 +2,7 @@
 
 class clsMods;
 
-/// What the web site and the supervisor ask of the main window.
+/// What the others ask of the main window.
 class iMainWindow
 {
 public:
@@ -11,6 +11,8 @@ public:
     /// Lets the panel of the selected tab load its controls from the settings, unless it holds
     /// unsaved edits.
     virtual void FillFields() = 0;
+    /// Lets the panel of the selected tab refresh its live state.
+    virtual void PushUpdate() = 0;
     /// Lets the server options panel read the mods anew; its unsaved edits stay.
     virtual void LoadMods() = 0;
     /// The mods of the server options panel; null where there is no such panel.

@@ -21,8 +21,9 @@
 
 namespace {
 
-constexpr Routine Archiving{"clsReplays", "ArchiveReplay", "Root Object"};
-constexpr Routine Maintaining{"clsReplays", "MaintainReplayDirectory", "Root Object"};
+constexpr Module Here{"clsReplays", "Root Object"};
+constexpr Routine Archiving = Here("ArchiveReplay");
+constexpr Routine Maintaining = Here("MaintainReplayDirectory");
 
 QString replayPattern()
 {

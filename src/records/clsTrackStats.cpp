@@ -3,7 +3,6 @@
 #include "core/basGamePath.h"
 #include "core/basMain.h"
 #include "core/basTraps.h"
-#include "core/clsErrors.h"
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
 #include "platform/Failure.h"
@@ -16,6 +15,8 @@
 #include <QFileInfo>
 
 namespace {
+
+constexpr Routine Recording{"Stats Track Class", "RecordStatsFile", "Unknown"};
 
 QString fnStatsFileName(const QDateTime &changed)
 {
@@ -68,13 +69,6 @@ bool isWanted(const clsGame &game)
     return options.RecordReplays() && (!options.SkipBlankReplays() || game.PlayerCount() > 1);
 }
 
-void record(int number, const QString &description)
-{
-    gRoot->Errors()->RecordError(QStringLiteral("Stats Track Class"),
-                                 QStringLiteral("RecordStatsFile"), QStringLiteral("Unknown"),
-                                 number, description);
-}
-
 } // namespace
 
 clsTrackStats::~clsTrackStats()
@@ -115,9 +109,9 @@ void clsTrackStats::RecordStatsFile()
     const QByteArray page = contentOf(path);
     if (page.size() > LargestStatisticsPage) {
         m_lastRecordKey = key; // one record is enough for a page that stays as it is
-        record(platform::Failure::Overflow,
-               QStringLiteral("%1: too large a page, more than %2 bytes")
-                   .arg(path, QString::number(LargestStatisticsPage)));
+        RecordFailure(Recording, {platform::Failure::Overflow,
+                                  QStringLiteral("%1: too large a page, more than %2 bytes")
+                                      .arg(path, QString::number(LargestStatisticsPage))});
         return;
     }
     if (!isWhole(page, path) || fnStatsFilesEqual(contentOf(gRoot->StatsCacheFileName()), page)) {
@@ -148,9 +142,9 @@ bool clsTrackStats::isWhole(const QByteArray &page, const QString &path)
     const bool whole = fnIsWholePage(page);
     m_cutLooks = whole ? 0 : m_cutLooks + 1;
     if (m_cutLooks == PatientLooks) {
-        record(platform::Failure::TypeMismatch,
-               QStringLiteral("%1: no end of its table, in %2 looks in a row")
-                   .arg(path, QString::number(PatientLooks)));
+        RecordFailure(Recording, {platform::Failure::TypeMismatch,
+                                  QStringLiteral("%1: no end of its table, in %2 looks in a row")
+                                      .arg(path, QString::number(PatientLooks))});
     }
     return whole;
 }

@@ -9,6 +9,7 @@
 
 namespace {
 
+constexpr Module Here{"WINAPI", "None"};
 /// A buffer of 512 characters, of which the last ends the text.
 constexpr int MaximumCaption = 511;
 
@@ -16,7 +17,7 @@ constexpr int MaximumCaption = 511;
 
 std::vector<platform::WindowHandle> fnFindWindows(const QString &text)
 {
-    return Trap({"WINAPI", "fnFindWindows", "None"}, [&] {
+    return Trap(Here("fnFindWindows"), [&] {
         std::vector<platform::WindowHandle> found;
         for (const platform::WindowHandle window : gRoot->Machine().windows.topLevel()) {
             if (fnGetWindowCaption(window).contains(text) &&
@@ -30,7 +31,7 @@ std::vector<platform::WindowHandle> fnFindWindows(const QString &text)
 
 QString fnGetWindowCaption(platform::WindowHandle window)
 {
-    return Trap({"WINAPI", "fnGetWindowCaption", "None"},
+    return Trap(Here("fnGetWindowCaption"),
                 [&] { return gRoot->Machine().windows.caption(window, MaximumCaption); });
 }
 

@@ -16,10 +16,7 @@
 
 namespace {
 
-constexpr Routine routine(const char *name)
-{
-    return {"Options XML Class", name, "Unknown"};
-}
+constexpr Module Here{"Options XML Class", "Unknown"};
 
 /// The endings of a colour's elements, and where their bytes are.
 constexpr std::array<std::pair<char, int>, 3> Components{{{'R', 0}, {'G', 8}, {'B', 16}}};
@@ -158,7 +155,7 @@ std::optional<platform::XmlElement> clsOptionsXML::find(const QString &element)
 
 QString clsOptionsXML::GetNodeValue(const QString &element)
 {
-    return Trap(routine("GetNodeValue"), [&] {
+    return Trap(Here("GetNodeValue"), [&] {
         const auto found = find(element);
         return found ? found->text() : QString();
     });
@@ -166,7 +163,7 @@ QString clsOptionsXML::GetNodeValue(const QString &element)
 
 void clsOptionsXML::SetNodeValue(const QString &element, const QString &text)
 {
-    Trap(routine("SetNodeValue"), [&] {
+    Trap(Here("SetNodeValue"), [&] {
         if (auto found = find(element)) {
             found->setText(text);
         }

@@ -16,12 +16,9 @@ namespace {
 /// How long a process may take to close on request, in milliseconds.
 constexpr int CloseMilliseconds = 5000;
 
-constexpr Routine routine(const char *name)
-{
-    return {"Process Class", name, "Unknown"};
-}
+constexpr Module Here{"Process Class", "Unknown"};
 
-constexpr Routine Creation = routine("Create");
+constexpr Routine Creation = Here("Create");
 
 platform::Processes &processes()
 {
@@ -76,7 +73,7 @@ void clsProcess::ForgetAttempts()
 
 bool clsProcess::GetFromHwnd(platform::WindowHandle window)
 {
-    return Trap(routine("GetFromHwnd"), [&] {
+    return Trap(Here("GetFromHwnd"), [&] {
         Clear();
         const platform::ProcessId id = gRoot->Machine().windows.owner(window);
         if (id == 0) {
@@ -123,8 +120,7 @@ bool clsProcess::GetFromHwndToolhelp(platform::ProcessId id)
 
 std::uint32_t clsProcess::ExitCode() const
 {
-    return Trap(routine("StillActive"),
-                [this] { return processes().exitCode(m_handle).value_or(0); });
+    return Trap(Here("StillActive"), [this] { return processes().exitCode(m_handle).value_or(0); });
 }
 
 bool clsProcess::StillActive() const
@@ -134,7 +130,7 @@ bool clsProcess::StillActive() const
 
 bool clsProcess::StopProcess()
 {
-    const bool stopped = Trap(routine("StopProcess"), [this] {
+    const bool stopped = Trap(Here("StopProcess"), [this] {
         // The id of a process that has ended may be another one's by now.
         if (!processes().wait(m_handle, 0)) {
             for (const platform::WindowHandle window : gRoot->Machine().windows.topLevel()) {

@@ -17,10 +17,7 @@ namespace {
 
 constexpr qint64 MillisecondsPerSecond = 1000;
 
-constexpr Routine routine(const char *name)
-{
-    return {"GR Server Class", name, "Unknown"};
-}
+constexpr Module Here{"GR Server Class", "Unknown"};
 
 QString windowCaption()
 {
@@ -137,14 +134,14 @@ bool ctlGRServer::start(bool checkForServer, clsProcess::Attempt attempt)
             return create(attempt);
         }
         if (!canBeOpened(*running) && runsProgram(*running)) {
-            RecordNewFailure(routine("FindGRServer"), foreignServer(*running));
+            RecordNewFailure(Here("FindGRServer"), foreignServer(*running));
             return false;
         }
         return waitsForWindow(*running) || create(attempt);
     };
     return attempt == clsProcess::Attempt::Single
-               ? Trap(routine("StartGRServer"), findOrCreate)
-               : TrapRepeated(routine("StartGRServer"), findOrCreate);
+               ? Trap(Here("StartGRServer"), findOrCreate)
+               : TrapRepeated(Here("StartGRServer"), findOrCreate);
 }
 
 bool ctlGRServer::runsProgram(platform::ProcessId process) const
@@ -193,7 +190,7 @@ bool ctlGRServer::create(clsProcess::Attempt attempt)
 
 bool ctlGRServer::StopGRServer()
 {
-    return Trap(routine("StopGRServer"), [this] {
+    return Trap(Here("StopGRServer"), [this] {
         m_owed = Owed::Nothing;
         if (!Connected() || !m_process->StopProcess()) {
             return false;
@@ -207,7 +204,7 @@ bool ctlGRServer::StopGRServer()
 
 bool ctlGRServer::FindGRServer()
 {
-    return Trap(routine("FindGRServer"), [this] {
+    return Trap(Here("FindGRServer"), [this] {
         bool found = false;
         for (const platform::WindowHandle window : fnFindWindows(windowCaption())) {
             std::unique_ptr<clsProcess> process;
@@ -226,7 +223,7 @@ bool ctlGRServer::IsHwndGRServer(platform::WindowHandle in_hwnd,
                                  std::unique_ptr<clsProcess> &out_objProcess)
 {
     out_objProcess.reset();
-    return Trap(routine("IsHwndGRServer"), [&] {
+    return Trap(Here("IsHwndGRServer"), [&] {
         if (fnGetWindowCaption(in_hwnd) != windowCaption()) {
             return false;
         }
@@ -234,7 +231,7 @@ bool ctlGRServer::IsHwndGRServer(platform::WindowHandle in_hwnd,
         if (!process->GetFromHwnd(in_hwnd)) {
             const platform::ProcessId owner = gRoot->Machine().windows.owner(in_hwnd);
             if (runsProgram(owner)) {
-                RecordNewFailure(routine("FindGRServer"), foreignServer(owner));
+                RecordNewFailure(Here("FindGRServer"), foreignServer(owner));
             }
             return false;
         }
@@ -248,7 +245,7 @@ bool ctlGRServer::IsHwndGRServer(platform::WindowHandle in_hwnd,
 
 void ctlGRServer::StartMonitoring()
 {
-    Trap(routine("StartMonitoring"), [this] {
+    Trap(Here("StartMonitoring"), [this] {
         m_monitoring = true;
         m_silence = {};
         m_owed = Owed::Nothing;
@@ -259,7 +256,7 @@ void ctlGRServer::StartMonitoring()
         tmrDead.setInterval(0);
         tmrStartupTimeout.setInterval(gRoot->Options()->ServerStartupTimeout() *
                                       MillisecondsPerSecond);
-        if (iMainWindow *const window = gRoot->Desktop()) {
+        if (iMainWindow *const window = gRoot->MainWindow()) {
             window->LoadMods(); // which the server has now
         }
     });
@@ -267,7 +264,7 @@ void ctlGRServer::StartMonitoring()
 
 void ctlGRServer::StopMonitoring()
 {
-    Trap(routine("StopMonitoring"), [this] {
+    Trap(Here("StopMonitoring"), [this] {
         m_monitoring = false;
         m_pollingStarted = false;
         m_silence.restartDue = false;
@@ -279,7 +276,7 @@ void ctlGRServer::StopMonitoring()
 
 void ctlGRServer::Disconnect()
 {
-    Trap(routine("Disconnect"), [this] {
+    Trap(Here("Disconnect"), [this] {
         StopMonitoring();
         m_process.reset();
     });
@@ -352,7 +349,7 @@ void ctlGRServer::noteEnd()
     const QString exitCode =
         m_created ? QString::number(m_process->ExitCode()) : QStringLiteral("unknown");
     RecordFailure(
-        routine("Supervise"),
+        Here("Supervise"),
         {platform::Failure::Unexpected,
          QStringLiteral("The game server has ended %1 times within 30 s, the last time with "
                         "the exit code %2. Start it once by hand in a terminal to see why")

@@ -14,6 +14,7 @@
 
 namespace {
 
+constexpr Module Here{"Server Status Control", "None"};
 constexpr quint16 QueryPort = 2348;
 constexpr int TimeoutMilliseconds = 5000;
 constexpr std::string_view Request("\xC0\xDE\xF1\x11\x42\x06\x00\xF5\x03\x00\x00\x00\x00", 13);
@@ -86,7 +87,7 @@ void ctlServerStatus::Refresh()
     if (m_status == ServerQueryStatus::Probing) {
         return;
     }
-    const bool sent = TrapRepeated({"Server Status Control", "Refresh", "None"}, [this] {
+    const bool sent = TrapRepeated(Here("Refresh"), [this] {
         sendRequest();
         return true;
     });
@@ -153,7 +154,7 @@ void ctlServerStatus::DataArrival(qint64 bytesTotal)
     }
     m_status = ServerQueryStatus::Responding;
     tmrRequestTimeout->setEnabled(false);
-    Trap({"Server Status Control", "DataArrival", "None"}, [&] {
+    Trap(Here("DataArrival"), [&] {
         datagram.truncate(length);
         if (datagram.size() < ServerStatusReply::MinimumSize) {
             return;

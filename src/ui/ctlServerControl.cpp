@@ -1,6 +1,5 @@
 #include "ui/ctlServerControl.h"
 
-#include "core/frmGlobal.h"
 #include "server/ctlGRServer.h"
 #include "ui/CheckBoxSetting.h"
 #include "ui/ScrolledNumberSetting.h"
@@ -12,7 +11,7 @@ namespace {
 
 ctlGRServer &server()
 {
-    return *gRoot->GlobalForm()->uctlGRServer;
+    return gRoot->Server();
 }
 
 } // namespace

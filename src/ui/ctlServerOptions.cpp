@@ -3,7 +3,6 @@
 #include "core/basMain.h"
 #include "core/basTraps.h"
 #include "core/clsZebek.h"
-#include "core/frmGlobal.h"
 #include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "server/ctlGRServer.h"
@@ -23,14 +22,11 @@ constexpr int KeyRole = Qt::UserRole;
 const QLatin1String SeparatorKey("Separator");
 constexpr int SeparatorLength = 36;
 
-constexpr Routine routine(const char *name)
-{
-    return {"Server Options Panel", name, "Unknown"};
-}
+constexpr Module Here{"Server Options Panel", "Unknown"};
 
 bool serverRuns()
 {
-    const ctlGRServer &server = *gRoot->GlobalForm()->uctlGRServer;
+    const ctlGRServer &server = gRoot->Server();
     return server.Connected() && server.Process()->StillActive();
 }
 
@@ -177,7 +173,7 @@ bool fills(Step step)
         step();
         return true;
     } catch (...) {
-        RecordNewFailure(routine("FillFields"), CaughtFailure());
+        RecordNewFailure(Here("FillFields"), CaughtFailure());
         return false;
     }
 }
@@ -287,7 +283,7 @@ void ctlServerOptions::showOptions()
         row.edited = false;
     });
     if (sound) {
-        NoteSuccess(routine("FillFields"));
+        NoteSuccess(Here("FillFields"));
     }
 }
 
@@ -320,7 +316,7 @@ bool ctlServerOptions::showsMods() const
 
 void ctlServerOptions::FillListView()
 {
-    Trap(routine("FillListView"), [this] {
+    Trap(Here("FillListView"), [this] {
         QListWidget &list = *m_ui->lsvMods;
         const QSignalBlocker filling(list);
         list.clear();
@@ -356,7 +352,7 @@ bool ctlServerOptions::Dirty() const
 
 void ctlServerOptions::UpdateControls()
 {
-    Trap(routine("UpdateControls"), [this] {
+    Trap(Here("UpdateControls"), [this] {
         enableButton(*m_ui->cmdSave, Dirty(), *m_ui->txtName);
         enableButton(*m_ui->cmdCancel, Dirty(), *m_ui->txtName);
         updateMoveButtons();
@@ -421,7 +417,7 @@ void ctlServerOptions::cmdSave_Click()
                    QStringLiteral("Please note"), platform::OkOnly + platform::InformationIcon);
         return;
     }
-    const bool saved = Trap(routine("cmdSave_Click"), [this] {
+    const bool saved = Trap(Here("cmdSave_Click"), [this] {
         saveOptions();
         return saveMods();
     });

@@ -1,7 +1,7 @@
 #include "ui/ctlSystemOptions.h"
 
 #include "core/basUtilities.h"
-#include "core/frmGlobal.h"
+#include "core/iGlobalForm.h"
 #include "ui/CheckBoxSetting.h"
 #include "ui/NumberSetting.h"
 #include "ui/TextSetting.h"
@@ -13,7 +13,7 @@
 
 namespace {
 
-frmGlobal &webServer()
+iGlobalForm &webServer()
 {
     return *gRoot->GlobalForm();
 }

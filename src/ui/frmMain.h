@@ -36,9 +36,7 @@ public:
     void Form_Load();
 
     void FillFields() override;
-    /// Lets the panel of the selected tab refresh its live state.
-    void PushUpdate();
-
+    void PushUpdate() override;
     void LoadMods() override;
     const clsMods *ModsList() const override;
 

@@ -1,7 +1,6 @@
 // The forms of the game's settings and mods.
 #include "core/basMain.h"
 #include "core/clsZebek.h"
-#include "core/frmGlobal.h"
 #include "core/iMainWindow.h"
 #include "server/clsMods.h"
 #include "server/clsOptionsXML.h"
@@ -40,7 +39,7 @@ constexpr std::pair<const char *, void (clsMods::*)(const QString &)> ModActions
 
 bool serverIsHeld()
 {
-    return gRoot->GlobalForm()->uctlGRServer->Connected();
+    return gRoot->Server().Connected();
 }
 
 } // namespace
@@ -81,7 +80,7 @@ QString Update_ModList(const clsWebServerRequest &request)
         if (!mods.Save()) {
             return UpdateFailed;
         }
-        gRoot->Desktop()->LoadMods();
+        gRoot->MainWindow()->LoadMods();
         return QString();
     });
 }

@@ -4,7 +4,6 @@
 #include "core/basTraps.h"
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
-#include "core/frmGlobal.h"
 #include "core/iMainWindow.h"
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
@@ -45,7 +44,7 @@ const QByteArray LineEnd = QByteArrayLiteral("\r\n");
 
 ctlGRServer &server()
 {
-    return *gRoot->GlobalForm()->uctlGRServer;
+    return gRoot->Server();
 }
 
 bool fnCheckCredentials(const QString &user, const QString &password)
@@ -353,7 +352,7 @@ void clsWebSite::update(const clsWebServerRequest &request, ConnectionSocket &so
     sendPage(socket, answer, message);
     RefreshPages(form->changesLogIn ? EveryPage : form->page);
     if (form->fillsPanels) {
-        gRoot->Desktop()->FillFields();
+        gRoot->MainWindow()->FillFields();
     }
 }
 

@@ -27,7 +27,7 @@ TEST_F(clsZebekTest, StartsTheServerOfItsDirectoryAndTheHeartbeat)
     EXPECT_EQ(fake.system.commandLines,
               QStringList{u"\"%1GhostRecon.exe\" -autoserve "_s.arg(rootDirectory())});
     EXPECT_EQ(root->GlobalForm()->tmrHeartbeat.Interval(), 500);
-    EXPECT_NE(root->GlobalForm()->wsckConnections.back(), nullptr);
+    EXPECT_NE(root->GlobalForm()->webServer.wsckConnections.back(), nullptr);
 
     startWith({}); // takes over a running server, if it may look for one
     EXPECT_TRUE(server().ProcessLocated());

@@ -1,5 +1,5 @@
+#include "app/Program.h"
 #include "core/basMain.h"
-#include "core/clsZebek.h"
 #include "platform/CodePage.h"
 #include "platform/Machine.h"
 #include "web/clsWebServerRequest.h"
@@ -12,7 +12,7 @@
 /// that is kept has a value and is the only one of its name, and a body does not reach the target.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    static clsZebek root(platform::nativeMachine(), {}); // has no error log: nothing is recorded
+    static Program root(platform::nativeMachine(), {}); // has no error log: nothing is recorded
     gRoot = &root;
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     const QByteArray good = QByteArrayLiteral("POST /x HTTP/1.1\r\nHost: a\r\n\r\n");

@@ -1,5 +1,5 @@
+#include "app/Program.h"
 #include "core/basMain.h"
-#include "core/clsZebek.h"
 #include "platform/Machine.h"
 #include "records/basParse.h"
 
@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     const auto page =
         QByteArray::fromRawData(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
-    static clsZebek root(platform::nativeMachine(), {}); // has the clock
+    static Program root(platform::nativeMachine(), {}); // has the clock
     gRoot = &root;
 
     XmlDocument record = XMLFromGamePage(page, QStringLiteral("missionstats.htm"));

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "app/Program.h"
+#include "app/frmGlobal.h"
 #include "core/basMain.h"
 #include "core/clsErrors.h"
 #include "core/clsOptions.h"
-#include "core/clsZebek.h"
-#include "core/frmGlobal.h"
 #include "platform/XmlDocument.h"
 #include "server/ctlGRServer.h"
 #include "support/FakeMachine.h"
@@ -43,7 +43,7 @@ protected:
     void newTool()
     {
         root.reset();
-        root = std::make_unique<clsZebek>(fake.machine, directory.path());
+        root = std::make_unique<Program>(fake.machine, directory.path());
         gRoot = root.get();
     }
     void writeOptions(const QByteArray &elements) const
@@ -86,7 +86,7 @@ protected:
     }
     qsizetype recordCount() const { return read(ErrorLog).count("<Error "); }
 
-    ctlGRServer &server() const { return *root->GlobalForm()->uctlGRServer; }
+    ctlGRServer &server() const { return root->Server(); }
     /// On the selected tab, else wherever it is: names recur on other tabs.
     template <typename Widget>
     Widget *child(const char *name) const
@@ -102,5 +102,5 @@ protected:
     const QString ErrorLog = u"ZEBEK_Error.xml"_s;
     QTemporaryDir directory;
     FakeMachine fake;
-    std::unique_ptr<clsZebek> root;
+    std::unique_ptr<Program> root;
 };

@@ -114,5 +114,5 @@ TEST_F(optionPanelsTest, ThePortIsCheckedAndTheButtonStartsAndStopsTheWebServer)
     // Until the heartbeat letters the button anew, it does the same again.
     QTest::mouseClick(child<QPushButton>("cmdWebServer"), Qt::LeftButton);
     EXPECT_EQ(clickWebServer(), u"Web server is currently stopped"_s);
-    EXPECT_FALSE(root->GlobalForm()->wsckNewConnections->isListening());
+    EXPECT_FALSE(root->GlobalForm()->webServer.wsckNewConnections.isListening());
 }

@@ -70,7 +70,7 @@ TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeEleme
 {
     startSite();
     const auto clients = connectMany(103);
-    const auto &pool = root->GlobalForm()->wsckConnections;
+    const auto &pool = root->GlobalForm()->webServer.wsckConnections;
     EXPECT_TRUE(pool.front()->isFree());
     for (std::size_t element = 1; element < pool.size(); ++element) {
         ASSERT_FALSE(pool.at(element)->isFree());
@@ -111,7 +111,7 @@ TEST_F(ConnectionsTest, SilentConnectionsMakePlaceAndThoseThatTakeNothingAreClos
     fake.clock.advance(15000);
     clients.at(1)->write("HEAD / H\r\n\r\n"); // which is silent for less than the others
     settle();
-    const auto &pool = root->GlobalForm()->wsckConnections;
+    const auto &pool = root->GlobalForm()->webServer.wsckConnections;
     const auto ended = [&](std::size_t client) {
         settle();
         return clients.at(client)->state() == QTcpSocket::UnconnectedState;
@@ -208,7 +208,7 @@ TEST_F(ConnectionsTest, AWaitingConnectionIsNotReadAndIsAnsweredThoughItsPeerHas
     clients.at(50)->abort();
     EXPECT_TRUE(ended(waiting));
     EXPECT_EQ(waiting.readAll().count("</html>"), 1);
-    const auto &pool = root->GlobalForm()->wsckConnections;
+    const auto &pool = root->GlobalForm()->webServer.wsckConnections;
     EXPECT_TRUE(QTest::qWaitFor([&] { return pool.at(51)->isFree(); }));
 }
 
@@ -318,7 +318,7 @@ TEST_F(ConnectionsTest, HostileRequestsNeitherStopTheSiteNorKeepAnything)
     sendAll(others, 8000);
     EXPECT_LT(heapInUse(), before + qsizetype{8000} * 8);
     EXPECT_TRUE(ask(good).contains("MAIN"));
-    const auto &pool = root->GlobalForm()->wsckConnections;
+    const auto &pool = root->GlobalForm()->webServer.wsckConnections;
     EXPECT_TRUE(QTest::qWaitFor([&] {
         return std::all_of(pool.begin(), pool.end(), [](const auto &e) { return e->isFree(); });
     }));

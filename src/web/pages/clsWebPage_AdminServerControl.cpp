@@ -3,14 +3,13 @@
 #include "core/basMain.h"
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
-#include "core/frmGlobal.h"
 #include "platform/CodePage.h"
 #include "server/ctlGRServer.h"
 #include "web/pages/PageText.h"
 
 QByteArray clsWebPage_AdminServerControl::HTML(const QString & /*message*/)
 {
-    const ctlGRServer &server = *gRoot->GlobalForm()->uctlGRServer;
+    const ctlGRServer &server = gRoot->Server();
     return platform::toCodePage(page::adminFrame() + page::text(3200) + page::credentialFields() +
                                 page::text(3201) + page::row(server.ProcessStatusText()) +
                                 page::row(server.NetworkStatusText()) + page::text(3202)) +

@@ -4,7 +4,6 @@
 #include "core/basNumbers.h"
 #include "core/basTraps.h"
 #include "core/clsZebek.h"
-#include "core/frmGlobal.h"
 #include "platform/CodePage.h"
 #include "server/clsMods.h"
 #include "server/clsOptionsXML.h"
@@ -90,7 +89,7 @@ QString endOfForm()
 {
     const QString tablesEnd = QStringLiteral("</table></td></tr></table>\n<p class=\"submit\">");
     const QString formEnd = QStringLiteral("</p>\n</form>\n");
-    if (!gRoot->GlobalForm()->uctlGRServer->Connected()) {
+    if (!gRoot->Server().Connected()) {
         return page::row(QStringLiteral(
                    "<input type=\"button\" value=\"Change Active Mods\" onclick=\"fnOpenMods()\">"
                    "<br><small>(Opens another window, please ensure you disable your popup "

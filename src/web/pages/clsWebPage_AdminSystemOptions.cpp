@@ -3,7 +3,7 @@
 #include "core/basMain.h"
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
-#include "core/frmGlobal.h"
+#include "core/iGlobalForm.h"
 #include "web/pages/PageText.h"
 
 QString clsWebPage_AdminSystemOptions::build() const

@@ -2,7 +2,6 @@
 
 #include "core/basMain.h"
 #include "core/clsZebek.h"
-#include "core/frmGlobal.h"
 #include "core/iMainWindow.h"
 #include "platform/CodePage.h"
 #include "server/clsMods.h"
@@ -32,7 +31,7 @@ QString labelled(const char *label, const QString &value)
 /// In the order in which they were found.
 QString activeMods()
 {
-    iMainWindow *const window = gRoot->Desktop();
+    iMainWindow *const window = gRoot->MainWindow();
     if (window == nullptr) {
         return {};
     }
@@ -109,7 +108,7 @@ QByteArray clsWebPage_PublicStatus::HTML(const QString & /*message*/)
 
 void clsWebPage_PublicStatus::Refresh()
 {
-    const ctlGRServer &server = *gRoot->GlobalForm()->uctlGRServer;
+    const ctlGRServer &server = gRoot->Server();
     const QString part =
         isRunning(server.StatusText())
             ? runningServer(server.StatusObject())

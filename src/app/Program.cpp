@@ -1,22 +1,20 @@
-#include "core/clsZebek.h"
+#include "app/Program.h"
 
+#include "app/frmGlobal.h"
 #include "core/basGamePath.h"
 #include "core/basTraps.h"
 #include "core/clsErrors.h"
 #include "core/clsOptions.h"
 #include "core/config.h"
-#include "core/frmGlobal.h"
 #include "platform/Failure.h"
 #include "platform/Machine.h"
 #include "records/clsReplays.h"
 #include "records/clsTrackStats.h"
-#include "server/ctlGRServer.h"
 #include "ui/ctlReplayOptions.h"
 #include "ui/ctlServerControl.h"
 #include "ui/ctlServerOptions.h"
 #include "ui/ctlStatusOptions.h"
 #include "ui/ctlSystemOptions.h"
-#include "ui/frmMain.h"
 #include "web/clsWebSite.h"
 
 #include <QDir>
@@ -51,24 +49,14 @@ QString rootDirectoryOf(const QString &programDirectory)
 
 } // namespace
 
-clsZebek::clsZebek(const platform::Machine &machine, QString programDirectory)
+Program::Program(const platform::Machine &machine, QString programDirectory)
     : m_machine(machine), m_programDirectory(std::move(programDirectory))
 {
 }
 
-clsZebek::~clsZebek() = default;
+Program::~Program() = default;
 
-QString clsZebek::StatsCacheFileName() const
-{
-    return m_rootDirectory + QStringLiteral("ZEBEKSCache.dat");
-}
-
-iMainWindow *clsZebek::Desktop() const
-{
-    return m_mainWindow.get();
-}
-
-void clsZebek::RefreshPages(const QString &key) const
+void Program::RefreshPages(const QString &key) const
 {
     if (!m_webSite) {
         return;
@@ -80,7 +68,7 @@ void clsZebek::RefreshPages(const QString &key) const
     }
 }
 
-void clsZebek::Start()
+void Program::Start()
 {
     constexpr Routine start{"Zebek", "Start", "Root Object"};
     bool gameFound = false;
@@ -109,7 +97,7 @@ void clsZebek::Start()
     }
 }
 
-bool clsZebek::LocateRootDirectory()
+bool Program::LocateRootDirectory()
 {
     m_rootDirectory = rootDirectoryOf(m_programDirectory);
     if (!QFileInfo(gameProgram()).isFile()) {
@@ -124,7 +112,7 @@ bool clsZebek::LocateRootDirectory()
     return true;
 }
 
-void clsZebek::CreateReplaysFolder() const
+void Program::CreateReplaysFolder() const
 {
     const QString folder = m_rootDirectory + QStringLiteral("Replays");
     if (!QFileInfo(folder).isDir() && !QDir().mkdir(folder)) {
@@ -133,19 +121,19 @@ void clsZebek::CreateReplaysFolder() const
     }
 }
 
-void clsZebek::LoadGlobalForm()
+void Program::LoadGlobalForm()
 {
     m_globalForm = std::make_unique<frmGlobal>();
     m_globalForm->Form_Load();
 }
 
-void clsZebek::CreateWebSite()
+void Program::CreateWebSite()
 {
     m_webSite = std::make_unique<clsWebSite>();
     m_webSite->RefreshAllPages();
 }
 
-void clsZebek::LoadMainWindow()
+void Program::LoadMainWindow()
 {
     m_mainWindow = std::make_unique<frmMain>();
     m_mainWindow->HostPanel(frmMain::System, std::make_unique<ctlSystemOptions>());
@@ -157,34 +145,34 @@ void clsZebek::LoadMainWindow()
     m_mainWindow->FillFields();
 }
 
-void clsZebek::StartWebServer() const
+void Program::StartWebServer() const
 {
     if (m_options->AllowRemoteAccess()) {
         m_globalForm->StartWebServer();
     }
 }
 
-void clsZebek::ConfigureSupervisor() const
+void Program::ConfigureSupervisor() const
 {
-    ctlGRServer &server = *m_globalForm->uctlGRServer;
+    ctlGRServer &server = m_globalForm->uctlGRServer;
     server.setEXEPath(gameProgram());
     server.setCMDLineArgs(m_options->ServerCommandLineArgs());
 }
 
-void clsZebek::WatchStatistics() const
+void Program::WatchStatistics() const
 {
     m_globalForm->tmrReplays.setInterval(StatisticsMilliseconds);
     m_trackStats->setTimerControl(&m_globalForm->tmrReplays);
 }
 
-void clsZebek::AutoStartServer() const
+void Program::AutoStartServer() const
 {
     if (m_options->AutoStartGRServer()) {
-        m_globalForm->uctlGRServer->StartGRServer(m_options->FindGRServer());
+        m_globalForm->uctlGRServer.StartGRServer(m_options->FindGRServer());
     }
 }
 
-void clsZebek::Quit()
+void Program::Quit()
 {
     if (std::exchange(m_quitting, true)) {
         return;
@@ -200,7 +188,7 @@ void clsZebek::Quit()
     m_machine.processEnd.end();
 }
 
-void clsZebek::QuitUnattended()
+void Program::QuitUnattended()
 {
     if (m_options) {
         m_options->SaveUnattended();

@@ -1,11 +1,10 @@
-#include "core/SingleInstance.h"
+#include "app/Program.h"
+#include "app/SingleInstance.h"
 #include "core/basMain.h"
 #include "core/clsOptions.h"
-#include "core/clsZebek.h"
 #include "platform/Machine.h"
 #include "platform/StandardError.h"
 #include "ui/WrappedToolTips.h"
-#include "ui/frmMain.h"
 
 #include <QApplication>
 #include <QDir>
@@ -14,10 +13,9 @@
 
 namespace {
 
-void bringToFront()
+void bringToFront(QWidget *mainWindow)
 {
-    for (QWidget *const window :
-         {static_cast<QWidget *>(gRoot->MainWindow()), QApplication::activeModalWidget()}) {
+    for (QWidget *const window : {mainWindow, QApplication::activeModalWidget()}) {
         if (window != nullptr && window->isVisible()) {
             window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
             window->raise();
@@ -95,17 +93,17 @@ int main(int argc, char *argv[])
 
     const platform::Machine &machine = platform::nativeMachine();
     const QString directory = QDir::toNativeSeparators(QApplication::applicationDirPath());
+    static Program root(machine, directory); // still there when exit() saves the options
+    gRoot = &root;
     SingleInstance instance(directory);
-    const SingleInstance::Claim claim = instance.claim(bringToFront);
+    const SingleInstance::Claim claim = instance.claim([] { bringToFront(root.MainWindow()); });
     if (claim != SingleInstance::Claim::First) {
         return endAsSecond(instance, claim);
     }
-    static clsZebek root(machine, directory); // still there when exit() saves the options
-    gRoot = &root;
-    machine.processEnd.onRequest([] { gRoot->QuitUnattended(); });
+    machine.processEnd.onRequest([] { root.QuitUnattended(); });
     // The end of the desktop session arrives as the end of the application, which the window does
     // not outlive.
-    QObject::connect(&application, &QApplication::aboutToQuit, [] { gRoot->QuitUnattended(); });
+    QObject::connect(&application, &QApplication::aboutToQuit, [] { root.QuitUnattended(); });
     if (std::atexit(saveUnattended) != 0) {
         qWarning("The settings cannot be saved if the display goes away.");
     }

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "core/iGlobalForm.h"
+#include "platform/Timer.h"
+#include "server/ctlGRServer.h"
+#include "web/WebServer.h"
+
+#include <QString>
+
+/// The hidden form: owner of the periodic timers, the supervisor and the web server.
+class frmGlobal final : public iGlobalForm
+{
+public:
+    frmGlobal();
+
+    /// Makes the pool of connection sockets. A failing one is shown with Retry and Cancel; Cancel
+    /// leaves it and the ones after it missing.
+    void Form_Load();
+
+    /// Every tick refreshes the visible panel; every sixth, about every 3 s, lets the supervisor
+    /// look after the game server. A failure in one duty is recorded and hinders neither the other
+    /// nor the next tick.
+    void tmrHeartbeat_Timer();
+
+    QString DefaultLocalIP() const override;
+    bool WebServerRunning() const override;
+    void StopWebServer() override;
+    void StartWebServer() override;
+
+    /// Ticks of the heartbeat, 1 to 601 and again from 1.
+    int HeartbeatCount() const { return m_heartbeatCount; }
+
+    ctlGRServer uctlGRServer;
+    WebServer webServer;
+    platform::Timer tmrHeartbeat;
+    /// Ticks for the statistics tracker.
+    platform::Timer tmrReplays;
+
+private:
+    int m_heartbeatCount = 1;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+/// What the settings' panels and pages ask of the global form: how the web server fares.
+class iGlobalForm
+{
+public:
+    iGlobalForm() = default;
+    iGlobalForm(const iGlobalForm &) = delete;
+    iGlobalForm &operator=(const iGlobalForm &) = delete;
+    virtual ~iGlobalForm() = default;
+
+    /// The address under which this machine is reached, to show it.
+    virtual QString DefaultLocalIP() const = 0;
+    virtual bool WebServerRunning() const = 0;
+    /// Open connections are left to finish.
+    virtual void StopWebServer() = 0;
+    /// Listens on the port of the settings, on all addresses. Nothing when it runs already, and
+    /// without a user name, a password or a port. One that fails, now or later, is tried again
+    /// every 3 s until it is stopped; each reason is recorded once.
+    virtual void StartWebServer() = 0;
+};

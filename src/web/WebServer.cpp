@@ -1,0 +1,131 @@
+#include "web/WebServer.h"
+
+#include "core/basMain.h"
+#include "core/basTraps.h"
+#include "core/clsOptions.h"
+#include "core/clsZebek.h"
+#include "platform/Failure.h"
+#include "web/clsWebSite.h"
+
+#include <limits>
+
+namespace {
+
+constexpr Module Here{"Global Controls", "None"};
+constexpr Routine Start = Here("StartWebServer");
+
+} // namespace
+
+WebServer::WebServer() : wsckNewConnections([this] { wsckNewConnections_ConnectionRequest(); })
+{
+    loadConnection(0);
+}
+
+void WebServer::loadConnections()
+{
+    for (std::size_t index = 1; index < wsckConnections.size(); ++index) {
+        if (!RunWithRetry(Here("Load"), [&] { loadConnection(index); })) {
+            return;
+        }
+    }
+}
+
+void WebServer::loadConnection(std::size_t index)
+{
+    wsckConnections.at(index) =
+        std::make_unique<ConnectionSocket>([this, index] { wsckConnections_DataArrival(index); },
+                                           [this] { wsckNewConnections_ConnectionRequest(); });
+}
+
+void WebServer::stop()
+{
+    wsckNewConnections.close();
+    m_running = false;
+    m_wantedPort.reset();
+}
+
+void WebServer::start()
+{
+    if (m_running) {
+        return;
+    }
+    m_wantedPort.reset();
+    const clsOptions &options = *gRoot->Options();
+    const std::int32_t port = options.RemoteAccessPort();
+    if (options.HasLogIn() && port != 0) {
+        m_wantedPort = port;
+        NoteSuccess(Start); // who presses the button again is told again
+        listen(port);
+    }
+}
+
+void WebServer::listen(std::int32_t port)
+{
+    m_running = TrapRepeated(Start, [&] {
+        if (port < 0 || port > std::numeric_limits<quint16>::max()) {
+            throw platform::Failure(platform::Failure::Overflow,
+                                    QStringLiteral("%1 is not a port").arg(port));
+        }
+        wsckNewConnections.listen(static_cast<quint16>(port));
+        return true;
+    });
+}
+
+void WebServer::wsckNewConnections_ConnectionRequest()
+{
+    TrapRepeated(Here("ConnectionRequest"), [this] {
+        while (ConnectionSocket *const element = elementForAnother()) {
+            std::unique_ptr<QTcpSocket> connection = wsckNewConnections.next();
+            if (!connection) {
+                wsckNewConnections.setAccepting(true);
+                return;
+            }
+            element->accept(std::move(connection));
+        }
+        wsckNewConnections.setAccepting(false); // until an element is free, or silent for long
+    });
+}
+
+/// Null when none is free or would make place.
+ConnectionSocket *WebServer::elementForAnother() const
+{
+    constexpr qint64 LongWithoutAnswer = 30000;
+    ConnectionSocket *silent = nullptr;
+    for (std::size_t index = 1; index < wsckConnections.size(); ++index) {
+        ConnectionSocket *const element = wsckConnections[index].get();
+        if (element == nullptr) {
+            continue; // it could not be made
+        }
+        if (element->isFree()) {
+            return element;
+        }
+        if (!element->isAnswered() && !element->isHandled() &&
+            element->age() >= LongWithoutAnswer &&
+            (silent == nullptr || element->silence() > silent->silence())) {
+            silent = element;
+        }
+    }
+    return silent;
+}
+
+void WebServer::lookAfter()
+{
+    constexpr qint64 LongestStop = 60000;
+    for (const auto &element : wsckConnections) {
+        if (element && !element->isFree() && element->isAnswered() &&
+            element->silence() >= LongestStop) {
+            element->close(); // it takes nothing of its answer
+        }
+    }
+    if (m_wantedPort && gRoot->Options()->HasLogIn() && !wsckNewConnections.isListening()) {
+        listen(*m_wantedPort);
+    }
+    wsckNewConnections_ConnectionRequest();
+}
+
+void WebServer::wsckConnections_DataArrival(std::size_t index)
+{
+    const std::string id = std::to_string(index);
+    Trap({Here.name, "Connection_DataArrival", id.c_str()},
+         [&] { gRoot->WebSite()->ParseRequest(*wsckConnections.at(index)); });
+}

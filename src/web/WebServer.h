@@ -1,0 +1,53 @@
+#pragma once
+
+#include "web/ConnectionSocket.h"
+#include "web/Listener.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+/// The web server: listens, and gives what it accepts to a fixed pool of connection elements. Each
+/// of them takes one request, which the web site answers.
+class WebServer
+{
+public:
+    WebServer();
+
+    /// Makes the elements 1 to 100. A failing one is shown with Retry and Cancel; Cancel leaves it
+    /// and the ones after it missing.
+    void loadConnections();
+
+    bool isRunning() const { return m_running; }
+    /// Open connections are left to finish.
+    void stop();
+    /// Listens on the port of the settings, on all addresses. Nothing when it runs already, and
+    /// without a user name, a password or a port. One that fails, now or later, is tried again at
+    /// every lookAfter() until it is stopped; each reason is recorded once.
+    void start();
+    /// Listens again where that has failed, and ends connections whose peer takes nothing of its
+    /// answer for 60 s.
+    void lookAfter();
+
+    /// Gives connections that wait to free elements, the lowest first. Where none is free, of those
+    /// that have had no answer for at least 30 s the one that has been silent the longest makes
+    /// place: a few bytes now and then hold none. Those that find none wait on, and are neither
+    /// accepted nor refused.
+    void wsckNewConnections_ConnectionRequest();
+    void wsckConnections_DataArrival(std::size_t index);
+
+    Listener wsckNewConnections;
+    /// Element 0 is there from the beginning and takes no connection.
+    std::array<std::unique_ptr<ConnectionSocket>, 101> wsckConnections;
+
+private:
+    /// Makes one element of the pool. Throws when the system has no more of what it takes.
+    void loadConnection(std::size_t index);
+    void listen(std::int32_t port);
+    ConnectionSocket *elementForAnother() const;
+
+    bool m_running = false;
+    /// The port that is, or is to be, listened on; nothing while the web server is stopped.
+    std::optional<std::int32_t> m_wantedPort;
+};
