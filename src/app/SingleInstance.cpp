@@ -1,6 +1,7 @@
 #include "app/SingleInstance.h"
 
-#include "platform/FirstInstance.h"
+#include "platform/Sockets.h"
+#include "platform/SystemServices.h"
 
 #include <QCryptographicHash>
 #include <QLocalSocket>

@@ -3,7 +3,7 @@
 #include "core/basMain.h"
 #include "core/clsOptions.h"
 #include "platform/Machine.h"
-#include "platform/StandardError.h"
+#include "platform/SystemServices.h"
 #include "ui/WrappedToolTips.h"
 
 #include <QApplication>

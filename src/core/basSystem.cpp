@@ -5,7 +5,7 @@
 #include "core/clsZebek.h"
 #include "platform/Failure.h"
 #include "platform/Machine.h"
-#include "platform/SystemMessage.h"
+#include "platform/SystemServices.h"
 
 #include <algorithm>
 #include <functional>

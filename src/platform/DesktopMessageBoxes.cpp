@@ -1,6 +1,6 @@
 #include "platform/DesktopMessageBoxes.h"
 
-#include "platform/StandardError.h"
+#include "platform/SystemServices.h"
 
 #include <QApplication>
 #include <QEventLoop>

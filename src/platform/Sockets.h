@@ -4,7 +4,7 @@
 
 #include <optional>
 
-/// What Qt lacks for listening TCP sockets, which are named by their descriptors.
+/// What Qt lacks for sockets, which are named by their descriptors.
 namespace platform {
 
 /// Lets the system notice when the other end of a connection is gone without a word, for those that
@@ -15,5 +15,9 @@ void noticeLostPeer(qintptr listener);
 /// nothing when none waits. Throws Failure when the system has no more of what a connection takes.
 /// Qt's own server keeps its first such failure for ever, and takes later ones for another.
 std::optional<qintptr> acceptConnection(qintptr listener);
+
+/// The id of the process that serves the local server to which a QLocalSocket is connected, by the
+/// socket's descriptor; 0 when unknown.
+qint64 processServing(qintptr descriptor);
 
 } // namespace platform

@@ -2,8 +2,9 @@
 
 #include "core/basNumbers.h"
 
-#include <algorithm>
-#include <cmath>
+#include <QtEndian>
+
+#include <bit>
 
 namespace {
 
@@ -42,22 +43,16 @@ public:
     {
         std::uint32_t bits = 0;
         if (m_position + SingleWidth <= m_bytes.size()) {
-            for (qsizetype index = SingleWidth - 1; index >= 0; --index) {
-                bits = bits << 8 | byteAt(m_position + index);
-            }
+            bits = qFromLittleEndian<std::uint32_t>(m_bytes.constData() + m_position);
         }
         skip(SingleWidth);
-        if (bits == 0) {
-            return 0;
-        }
-        const double mantissa = 1.0 + static_cast<double>(bits & 0x7FFFFFU) / 0x800000;
-        const int exponent = static_cast<int>(bits >> 23 & 0xFFU) - 127;
-        return fnRound(std::ldexp(mantissa, exponent)).value_or(0);
+        constexpr std::uint32_t WithoutSign = 0x7FFFFFFF;
+        return fnRound(std::bit_cast<float>(bits & WithoutSign)).value_or(0);
     }
 
 private:
     static constexpr qsizetype LengthWidth = 4;
-    static constexpr qsizetype SingleWidth = 4;
+    static constexpr qsizetype SingleWidth = sizeof(float);
 
     std::uint8_t byteAt(qsizetype position) const
     {

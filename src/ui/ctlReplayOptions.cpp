@@ -1,6 +1,6 @@
 #include "ui/ctlReplayOptions.h"
 
-#include "platform/FolderView.h"
+#include "platform/SystemServices.h"
 #include "ui/CheckBoxSetting.h"
 #include "ui/ScrolledNumberSetting.h"
 #include "ui/bound.h"

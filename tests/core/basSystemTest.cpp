@@ -1,6 +1,6 @@
 #include "core/basSystem.h"
 
-#include "platform/SystemMessage.h"
+#include "platform/SystemServices.h"
 #include "support/ToolTest.h"
 
 using basSystemTest = ToolTest;

@@ -42,4 +42,13 @@ std::optional<qintptr> acceptConnection(qintptr listener)
     return descriptor < 0 ? std::nullopt : std::optional<qintptr>(descriptor);
 }
 
+qint64 processServing(qintptr descriptor)
+{
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    return ::getsockopt(static_cast<int>(descriptor), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0
+               ? peer.pid
+               : 0;
+}
+
 } // namespace platform

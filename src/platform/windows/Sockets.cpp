@@ -36,4 +36,10 @@ std::optional<qintptr> acceptConnection(qintptr listener)
     return error != 0 ? std::nullopt : std::optional(static_cast<qintptr>(descriptor));
 }
 
+qint64 processServing(qintptr descriptor)
+{
+    ULONG id = 0;
+    return GetNamedPipeServerProcessId(reinterpret_cast<HANDLE>(descriptor), &id) != 0 ? id : 0;
+}
+
 } // namespace platform

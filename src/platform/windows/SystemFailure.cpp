@@ -1,6 +1,6 @@
 #include "platform/windows/SystemFailure.h"
 
-#include "platform/SystemMessage.h"
+#include "platform/SystemServices.h"
 
 #include <windows.h>
 

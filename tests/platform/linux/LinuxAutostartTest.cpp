@@ -1,6 +1,6 @@
 #include "platform/linux/LinuxAutostart.h"
 
-#include "platform/SystemMessage.h"
+#include "platform/SystemServices.h"
 #include "support/ToolTest.h"
 
 using LinuxAutostartTest = ToolTest;

@@ -1,10 +1,27 @@
-#include "platform/StandardError.h"
+#include "platform/SystemServices.h"
+
+#include "platform/linux/ErrorCodes.h"
+
+#include <QDesktopServices>
+#include <QUrl>
 
 #include <climits>
 #include <poll.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace platform {
+
+bool showFolder(const QString &folder)
+{
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+}
+
+QString systemMessage(std::uint32_t code)
+{
+    const std::optional<int> error = errorOf(code);
+    return error ? QString::fromStdString(std::generic_category().message(*error)) : QString();
+}
 
 void tellOnStandardError(const QString &text)
 {
@@ -16,5 +33,8 @@ void tellOnStandardError(const QString &text)
             !::write(STDERR_FILENO, line.constData(), static_cast<size_t>(line.size())));
     }
 }
+
+/// The window manager decides.
+void letOthersComeToFront() {}
 
 } // namespace platform

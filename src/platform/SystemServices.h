@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+
+/// Small services of the system that Qt lacks.
+namespace platform {
+
+/// Shows a folder in the desktop's file manager, without waiting for it. False where there is none.
+bool showFolder(const QString &folder);
+
+/// The system's text for a Windows error code, in the words of the system that runs; empty for a
+/// code that it has no text for. The text may end in a line break.
+QString systemMessage(std::uint32_t code);
+
+/// Writes a line to the standard error, if somebody takes it at once: a reader that stopped must
+/// not stop this program. Of a long text the beginning is written.
+void tellOnStandardError(const QString &text);
+
+/// Lets another program bring its window to the front, which Windows allows only to the one that
+/// the user has started last.
+void letOthersComeToFront();
+
+} // namespace platform

@@ -1,0 +1,45 @@
+#include "platform/SystemServices.h"
+
+#include "platform/windows/Ansi.h"
+
+#include <QDir>
+#include <QProcess>
+
+#include <windows.h>
+
+#include <array>
+#include <cstdio>
+
+namespace platform {
+
+bool showFolder(const QString &folder)
+{
+    QProcess explorer;
+    explorer.setProgram(QStringLiteral("explorer.exe"));
+    // Always in quotes: it takes a comma for the end of a path.
+    explorer.setNativeArguments(
+        QStringLiteral("\"%1\"").arg(QDir::toNativeSeparators(QDir::cleanPath(folder))));
+    return explorer.startDetached();
+}
+
+QString systemMessage(std::uint32_t code)
+{
+    std::array<char, 4096> text{};
+    const DWORD length =
+        FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0,
+                       text.data(), static_cast<DWORD>(text.size()), nullptr);
+    return fromAnsi(text.data(), static_cast<qsizetype>(length));
+}
+
+/// A program with windows has none unless it is given one.
+void tellOnStandardError(const QString &text)
+{
+    static_cast<void>(std::fputs((text.toLocal8Bit() + '\n').constData(), stderr));
+}
+
+void letOthersComeToFront()
+{
+    AllowSetForegroundWindow(ASFW_ANY); // refused where there is nothing to let
+}
+
+} // namespace platform
