@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// One mod of the game, a folder below "Mods". The active ones form a list in their order.
+/// One mod of the game, a folder below "Mods". Of an active one clsMods tells its neighbours.
 class clsModInfo
 {
 public:

@@ -10,6 +10,8 @@
 #include <QDirIterator>
 #include <QFile>
 
+#include <algorithm>
+
 namespace {
 
 constexpr Routine routine(const char *name)
@@ -45,8 +47,7 @@ void clsMods::Load()
 
 bool clsMods::LoadAvailableMods()
 {
-    m_first = nullptr;
-    m_last = nullptr;
+    m_active.clear();
     m_mods.clear();
     return TrapRepeated(routine("LoadAvailableMods"), [this] {
         const QString folder = fnGamePath(QStringLiteral("Mods"));
@@ -69,8 +70,6 @@ bool clsMods::LoadAvailableMods()
 
 bool clsMods::CheckActiveMods()
 {
-    m_first = nullptr;
-    m_last = nullptr;
     const bool read = TrapRepeated(routine("CheckActiveMods"), [this] {
         const QStringList lines = platform::fromCodePage(platform::readFile(listPath()))
                                       .replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
@@ -93,7 +92,7 @@ bool clsMods::Save()
     }
     return Trap(routine("Save"), [this] {
         QString text = heading();
-        for (const clsModInfo *mod = m_first; mod != nullptr; mod = mod->NextActiveMod) {
+        for (const clsModInfo *const mod : m_active) {
             text += QStringLiteral("\"%1\"\r\n").arg(mod->ModName.toLower());
         }
         platform::replaceFile(gRoot->Machine().files, listPath(), platform::toCodePage(text),
@@ -117,66 +116,51 @@ void clsMods::ActivateMod(const QString &in_strModName)
 {
     clsModInfo *const mod = find(in_strModName);
     if (mod != nullptr && !mod->Active) {
-        append(*mod);
+        m_active.push_back(mod);
+        noteChange();
     }
 }
 
 void clsMods::DeactivateMod(const QString &in_strModName)
 {
-    clsModInfo *const mod = find(in_strModName);
-    if (mod != nullptr && mod->Active) {
-        unlink(*mod);
+    if (std::erase(m_active, find(in_strModName)) > 0) {
+        noteChange();
     }
 }
 
 void clsMods::DecreaseModPosition(const QString &in_strModName)
 {
-    const clsModInfo *const mod = find(in_strModName);
-    if (mod != nullptr && mod->PreviousActiveMod != nullptr) {
-        swapWithNext(*mod->PreviousActiveMod);
+    const auto place = std::ranges::find(m_active, find(in_strModName));
+    if (place != m_active.end() && place != m_active.begin()) {
+        std::iter_swap(place, place - 1);
+        noteChange();
     }
 }
 
 void clsMods::IncreaseModPosition(const QString &in_strModName)
 {
-    clsModInfo *const mod = find(in_strModName);
-    if (mod != nullptr && mod->NextActiveMod != nullptr) {
-        swapWithNext(*mod);
+    const auto place = std::ranges::find(m_active, find(in_strModName));
+    if (place != m_active.end() && place + 1 != m_active.end()) {
+        std::iter_swap(place, place + 1);
+        noteChange();
     }
 }
 
-void clsMods::append(clsModInfo &mod)
+void clsMods::noteChange()
 {
     m_changed = true;
-    mod.Active = true;
-    mod.PreviousActiveMod = m_last;
-    mod.NextActiveMod = nullptr;
-    (m_last == nullptr ? m_first : m_last->NextActiveMod) = &mod;
-    m_last = &mod;
-}
-
-void clsMods::unlink(clsModInfo &mod)
-{
-    m_changed = true;
-    mod.Active = false;
-    (mod.PreviousActiveMod == nullptr ? m_first : mod.PreviousActiveMod->NextActiveMod) =
-        mod.NextActiveMod;
-    (mod.NextActiveMod == nullptr ? m_last : mod.NextActiveMod->PreviousActiveMod) =
-        mod.PreviousActiveMod;
-    mod.PreviousActiveMod = nullptr;
-    mod.NextActiveMod = nullptr;
-}
-
-void clsMods::swapWithNext(clsModInfo &mod)
-{
-    m_changed = true;
-    clsModInfo &next = *mod.NextActiveMod;
-    clsModInfo *const before = mod.PreviousActiveMod;
-    clsModInfo *const after = next.NextActiveMod;
-    (before == nullptr ? m_first : before->NextActiveMod) = &next;
-    (after == nullptr ? m_last : after->PreviousActiveMod) = &mod;
-    next.PreviousActiveMod = before;
-    next.NextActiveMod = &mod;
-    mod.PreviousActiveMod = &next;
-    mod.NextActiveMod = after;
+    for (const auto &mod : m_mods) {
+        mod->Active = false;
+        mod->PreviousActiveMod = nullptr;
+        mod->NextActiveMod = nullptr;
+    }
+    clsModInfo *previous = nullptr;
+    for (clsModInfo *const mod : m_active) {
+        mod->Active = true;
+        mod->PreviousActiveMod = previous;
+        if (previous != nullptr) {
+            previous->NextActiveMod = mod;
+        }
+        previous = mod;
+    }
 }

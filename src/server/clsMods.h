@@ -40,21 +40,20 @@ public:
 
     /// In the order in which the file system lists their folders.
     const std::vector<std::unique_ptr<clsModInfo>> &Mods() const { return m_mods; }
-    clsModInfo *FirstActiveMod() const { return m_first; }
-    clsModInfo *LastActiveMod() const { return m_last; }
+    const std::vector<clsModInfo *> &ActiveMods() const { return m_active; }
+    clsModInfo *FirstActiveMod() const { return m_active.empty() ? nullptr : m_active.front(); }
+    clsModInfo *LastActiveMod() const { return m_active.empty() ? nullptr : m_active.back(); }
 
 private:
     /// These tell whether what they are to read is known now.
     bool LoadAvailableMods();
     bool CheckActiveMods();
     clsModInfo *find(const QString &key) const;
-    void append(clsModInfo &mod);
-    void unlink(clsModInfo &mod);
-    void swapWithNext(clsModInfo &mod);
+    /// The active ones have changed: lets each mod tell its place among them.
+    void noteChange();
 
     std::vector<std::unique_ptr<clsModInfo>> m_mods;
-    clsModInfo *m_first = nullptr;
-    clsModInfo *m_last = nullptr;
+    std::vector<clsModInfo *> m_active; ///< in their order
     bool m_loaded = false;
     bool m_changed = false;
 };

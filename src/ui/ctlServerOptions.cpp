@@ -69,10 +69,7 @@ void addSeparator(QListWidget &list)
 /// What the rows show, in order. Null is the separator.
 std::vector<const clsModInfo *> modsInOrder(const clsMods &mods)
 {
-    std::vector<const clsModInfo *> rows;
-    for (const clsModInfo *mod = mods.FirstActiveMod(); mod != nullptr; mod = mod->NextActiveMod) {
-        rows.push_back(mod);
-    }
+    std::vector<const clsModInfo *> rows(mods.ActiveMods().begin(), mods.ActiveMods().end());
     rows.push_back(nullptr);
     for (const auto &mod : mods.Mods()) {
         if (!mod->Active) {

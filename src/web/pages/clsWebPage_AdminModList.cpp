@@ -35,7 +35,7 @@ QString clsWebPage_AdminModList::build() const
     const QString availableCells = QStringLiteral("<td class=\"modline activate\" colspan=\"3\">") +
                                    button("  Activate  ", "Activate") + QStringLiteral("</td>");
     QString page = page::text(3600);
-    for (const clsModInfo *mod = mods.FirstActiveMod(); mod != nullptr; mod = mod->NextActiveMod) {
+    for (const clsModInfo *const mod : mods.ActiveMods()) {
         page += form(*mod, activeCells);
     }
     page += QStringLiteral("<table><tr><td class=\"available\" colspan=\"4\">Available "

@@ -72,7 +72,7 @@ QString modRows()
     clsMods mods;
     mods.Load();
     QString rows = page::row(QStringLiteral("<span class=\"ModsTitle\">Active Mods</span>"));
-    for (const clsModInfo *mod = mods.FirstActiveMod(); mod != nullptr; mod = mod->NextActiveMod) {
+    for (const clsModInfo *const mod : mods.ActiveMods()) {
         rows += page::row(page::disabledCheckBox(true, mod->Name()));
     }
     rows += page::row(QStringLiteral("<hr>Available Mods"));
