@@ -1,12 +1,15 @@
 #pragma once
 
 #include "core/basNumbers.h"
+#include "core/basTraps.h"
 #include "web/clsWebServerRequest.h"
 
 #include <QString>
 
 #include <cstdint>
 #include <limits>
+#include <optional>
+#include <type_traits>
 #include <variant>
 
 /// A field of a posted form and the setting that it becomes. A check box is ticked when its field
@@ -25,66 +28,46 @@ struct FormField
     static constexpr std::int32_t NoLimit = std::numeric_limits<std::int32_t>::max();
 };
 
-/// Stores one form in its settings, field by field, and collects the messages.
-template <typename Target, template <typename> class Held, typename Store>
-class FormReader
-{
-public:
-    /// `store` is called with a setting and its new value.
-    FormReader(const clsWebServerRequest &request, Target &target, Store store)
-        : m_request(request), m_target(target), m_store(store)
-    {
-    }
-
-    void read(const FormField<Target, Held> &field)
-    {
-        m_field = &field;
-        m_text = m_request.FormField(QString::fromLatin1(field.name));
-        std::visit([this](auto setting) { take(m_target.*setting); }, field.setting);
-    }
-
-    const QString &messages() const { return m_messages; }
-
-private:
-    void take(Held<bool> &setting) { m_store(setting, m_text == QLatin1String("on")); }
-
-    void take(Held<QString> &setting)
-    {
-        if (m_text.size() > m_field->limit) {
-            m_text.truncate(m_field->limit);
-            m_messages += QLatin1String(m_field->message) + m_text + QLatin1String(")<br>");
-        }
-        m_store(setting, m_text);
-    }
-
-    void take(Held<std::int32_t> &setting)
-    {
-        const std::optional<std::int32_t> number = fnIfInteger(m_text);
-        const bool limited = m_field->limit != m_field->NoLimit;
-        if (!number || (limited && (*number < 0 || *number > m_field->limit))) {
-            m_messages += QLatin1String(m_field->message);
-            return;
-        }
-        m_store(setting, *number);
-    }
-
-    const clsWebServerRequest &m_request;
-    Target &m_target;
-    Store m_store;
-    const FormField<Target, Held> *m_field = nullptr;
-    QString m_text;
-    QString m_messages;
-};
-
-/// Stores a form in its settings. The result are the messages, or that all is well.
+/// Stores a form in its settings, field by field: `store` is called with a setting and its new
+/// value. The result are the messages, or that all is well.
 template <typename Target, template <typename> class Held, std::size_t Count, typename Store>
 QString storeForm(const clsWebServerRequest &request, Target &target,
                   const FormField<Target, Held> (&fields)[Count], Store store)
 {
-    FormReader<Target, Held, Store> reader(request, target, store);
+    QString messages;
+    const auto storeField = [&]<typename Value>(const FormField<Target, Held> &field,
+                                                Held<Value> &setting) {
+        QString text = request.FormField(QString::fromLatin1(field.name));
+        if constexpr (std::is_same_v<Value, bool>) {
+            store(setting, text == QLatin1String("on"));
+        } else if constexpr (std::is_same_v<Value, QString>) {
+            if (text.size() > field.limit) {
+                text.truncate(field.limit);
+                messages += QLatin1String(field.message) + text + QLatin1String(")<br>");
+            }
+            store(setting, text);
+        } else if (const std::optional<Value> number = fnIfInteger(text);
+                   number &&
+                   (field.limit == field.NoLimit || (*number >= 0 && *number <= field.limit))) {
+            store(setting, *number);
+        } else {
+            messages += QLatin1String(field.message);
+        }
+    };
     for (const FormField<Target, Held> &field : fields) {
-        reader.read(field);
+        std::visit([&](auto setting) { storeField(field, target.*setting); }, field.setting);
     }
-    return reader.messages().isEmpty() ? QStringLiteral("Configuration Updated")
-                                       : reader.messages();
+    return messages.isEmpty() ? QStringLiteral("Configuration Updated") : messages;
+}
+
+/// What the page of an update tells after a failure.
+inline const QString UpdateFailed = QStringLiteral("An Error has occured. Please check the log");
+
+/// Runs the body of an update, which returns what its page tells; a failure is recorded and told.
+template <typename Body>
+QString trapUpdate(const char *routine, Body body)
+{
+    QString message = UpdateFailed;
+    Trap(Routine{"Website", routine, "Root Object"}, [&] { message = body(); });
+    return message;
 }

@@ -7,7 +7,6 @@
 #include "server/ctlGRServer.h"
 #include "web/FormFields.h"
 #include "web/UpdateForms.h"
-#include "web/UpdateTrap.h"
 
 #include <utility>
 

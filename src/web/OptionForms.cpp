@@ -4,7 +4,6 @@
 #include "core/clsZebek.h"
 #include "web/FormFields.h"
 #include "web/UpdateForms.h"
-#include "web/UpdateTrap.h"
 
 namespace {
 
