@@ -56,15 +56,15 @@ Program::Program(const platform::Machine &machine, QString programDirectory)
 
 Program::~Program() = default;
 
-void Program::RefreshPages(const QString &key) const
+void Program::RefreshPages(std::optional<PageKey> key) const
 {
     if (!m_webSite) {
         return;
     }
-    if (key.isEmpty()) {
+    if (key) {
+        m_webSite->Page(*key).Refresh();
+    } else {
         m_webSite->RefreshAllPages();
-    } else if (iWebPage *const page = m_webSite->Page(key)) {
-        page->Refresh();
     }
 }
 

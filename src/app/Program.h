@@ -37,7 +37,7 @@ public:
     ctlGRServer &Server() const override { return m_globalForm->uctlGRServer; }
     frmGlobal *GlobalForm() const override { return m_globalForm.get(); }
     frmMain *MainWindow() const override { return m_mainWindow.get(); }
-    void RefreshPages(const QString &key) const override;
+    void RefreshPages(std::optional<PageKey> key) const override;
 
 private:
     bool LocateRootDirectory();

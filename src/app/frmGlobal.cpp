@@ -48,7 +48,7 @@ void frmGlobal::tmrHeartbeat_Timer()
     m_heartbeatCount = m_heartbeatCount < LastHeartbeatCount ? m_heartbeatCount + 1 : 1;
     Trap(tick, [] { gRoot->MainWindow()->PushUpdate(); });
     if (m_heartbeatCount % SupervisionTicks == 0) {
-        Trap(tick, [] { gRoot->WebSite()->Page(QStringLiteral("PublicStatus"))->setStale(true); });
+        Trap(tick, [] { gRoot->WebSite()->Page(PageKey::PublicStatus).setStale(true); });
         Trap(tick, [this] { uctlGRServer.Supervise(); });
         Trap(tick, [this] { webServer.lookAfter(); });
     }

@@ -4,16 +4,16 @@
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
 
-void RefreshPages(const char *pages)
-{
-    if (pages != NoPage) {
-        gRoot->RefreshPages(QString::fromLatin1(pages));
-    }
-}
-
-void NoteChangedSetting()
+void SettingBase::noteStored()
 {
     if (clsOptions *const options = gRoot->Options()) {
         options->SaveSoon();
+    }
+}
+
+void SettingBase::noteLet() const
+{
+    if (const clsOptions *const options = gRoot->Options()) {
+        options->Notify(*this);
     }
 }

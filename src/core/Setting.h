@@ -2,32 +2,30 @@
 
 #include <utility>
 
-/// Pages of the web site that show a setting: the key of one of them, or one of these.
-inline constexpr const char *NoPage = nullptr;
-inline constexpr const char *EveryPage = "";
-
-/// Renders the pages again that show a setting, if there is a web site yet.
-void RefreshPages(const char *pages);
-/// Lets the settings be saved soon, if they are loaded already.
-void NoteChangedSetting();
+/// What a setting of any type does when it changes.
+class SettingBase
+{
+protected:
+    /// Lets the settings be saved soon, if they are loaded already.
+    static void noteStored();
+    /// Lets the settings' observer know of it.
+    void noteLet() const;
+};
 
 /// One setting of the tool: reading it is calling it.
 template <typename Value>
-class Setting
+class Setting : public SettingBase
 {
 public:
-    explicit Setting(const char *pages, Value initial = {})
-        : m_pages(pages), m_value(std::move(initial))
-    {
-    }
+    explicit Setting(Value initial = {}) : m_value(std::move(initial)) {}
 
     const Value &operator()() const { return m_value; }
-    /// Stores the value and renders the pages again that show it. The value that it has already
-    /// changes nothing.
+    /// Stores the value and tells the settings' observer. The value that it has already changes
+    /// nothing.
     void Let(Value value)
     {
         if (store(std::move(value))) {
-            RefreshPages(m_pages);
+            noteLet();
         }
     }
     /// For the web site's own handlers, which render their pages themselves: only stores.
@@ -40,10 +38,9 @@ private:
             return false;
         }
         m_value = std::move(value);
-        NoteChangedSetting();
+        noteStored();
         return true;
     }
 
-    const char *m_pages;
     Value m_value;
 };

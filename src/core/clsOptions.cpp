@@ -127,7 +127,7 @@ bool RunOnStartupSetting::operator()() const
 void RunOnStartupSetting::Let(bool value) const
 {
     Ex(value);
-    RefreshPages("AdminSystemOptions");
+    noteLet();
 }
 
 void RunOnStartupSetting::Ex(bool value) const
@@ -136,7 +136,7 @@ void RunOnStartupSetting::Ex(bool value) const
 }
 
 clsOptions::clsOptions()
-    : ReplayFolder("AdminReplays", defaultReplayFolder()),
+    : ReplayFolder(defaultReplayFolder()),
       tmrSave(gRoot->Machine().clock, [this] { tmrSave_Timer(); }),
       m_path(gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.xml"))
 {
@@ -223,6 +223,13 @@ void clsOptions::tmrSave_Timer()
 {
     if (SaveUnattended()) {
         tmrSave.setInterval(0);
+    }
+}
+
+void clsOptions::Notify(const SettingBase &changed) const
+{
+    if (m_observer != nullptr) {
+        m_observer(changed);
     }
 }
 

@@ -13,8 +13,9 @@
 
 /// Whether the tool is started when somebody logs on: a setting that the system keeps, not the
 /// file.
-struct RunOnStartupSetting
+class RunOnStartupSetting : public SettingBase
 {
+public:
     bool operator()() const;
     void Let(bool value) const;
     void Ex(bool value) const;
@@ -47,26 +48,31 @@ public:
     /// Saves; what fails is tried again at the next tick.
     void tmrSave_Timer();
 
-    Setting<QString> AdminUserName{EveryPage, QStringLiteral("Admin")};
-    Setting<QString> AdminPassword{EveryPage};
-    Setting<bool> AllowRemoteAccess{"AdminSystemOptions"};
+    /// Is told of every setting that Let() has changed, at once.
+    using Observer = void (*)(const SettingBase &);
+    void setObserver(Observer observer) { m_observer = observer; }
+    void Notify(const SettingBase &changed) const;
+
+    Setting<QString> AdminUserName{QStringLiteral("Admin")};
+    Setting<QString> AdminPassword;
+    Setting<bool> AllowRemoteAccess;
     RunOnStartupSetting AutoRunOnStartup;
-    Setting<bool> AutoStartGRServer{"AdminServerControl"};
-    Setting<bool> AutoRestartGRServer{"AdminServerControl"};
-    Setting<bool> AutoRestartOnProcessStop{"AdminServerControl"};
-    Setting<bool> FindGRServer{"AdminSystemOptions"};
-    Setting<QString> RemoteAccessIP{NoPage};
-    Setting<std::int32_t> RemoteAccessPort{"AdminSystemOptions", 80};
-    Setting<std::int32_t> ReplayCount{"AdminReplays", 100};
-    Setting<bool> RecordReplays{"AdminReplays", true};
+    Setting<bool> AutoStartGRServer;
+    Setting<bool> AutoRestartGRServer;
+    Setting<bool> AutoRestartOnProcessStop;
+    Setting<bool> FindGRServer;
+    Setting<QString> RemoteAccessIP;
+    Setting<std::int32_t> RemoteAccessPort{80};
+    Setting<std::int32_t> ReplayCount{100};
+    Setting<bool> RecordReplays{true};
     Setting<QString> ReplayFolder;
-    Setting<std::int32_t> ServerPollingFrequency{"AdminServerControl"}; ///< milliseconds
-    Setting<std::int32_t> ServerStartupTimeout{"AdminServerControl"};   ///< seconds
-    Setting<std::int32_t> ServerTimeout{"AdminServerControl"};          ///< seconds
-    Setting<QString> ServerCommandLineArgs{"AdminServerControl"};
-    Setting<bool> SkipBlankReplays{"AdminReplays", true};
-    Setting<QString> ServerRunningGif{"AdminStatusOptions"}; ///< URL of an image
-    Setting<QString> ServerCrashGif{"AdminStatusOptions"};   ///< URL of an image
+    Setting<std::int32_t> ServerPollingFrequency; ///< milliseconds
+    Setting<std::int32_t> ServerStartupTimeout;   ///< seconds
+    Setting<std::int32_t> ServerTimeout;          ///< seconds
+    Setting<QString> ServerCommandLineArgs;
+    Setting<bool> SkipBlankReplays{true};
+    Setting<QString> ServerRunningGif; ///< URL of an image
+    Setting<QString> ServerCrashGif;   ///< URL of an image
 
     /// Whether there is a user name and a password. Without one of them nobody is the
     /// administrator.
@@ -94,8 +100,9 @@ private:
     void CopyUnreadFileAside();
 
     platform::Timer tmrSave;
+    Observer m_observer = nullptr;
     /// What the file said; it is only carried over, be it a Boolean or not.
-    Setting<QString> m_autoRunInFile{NoPage};
+    Setting<QString> m_autoRunInFile;
     QString m_path;
     /// The file holds what was not loaded and would be lost by saving.
     bool m_fileUnread = false;

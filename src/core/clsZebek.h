@@ -1,6 +1,10 @@
 #pragma once
 
+#include "core/PageKey.h"
+
 #include <QString>
+
+#include <optional>
 
 class clsErrors;
 class clsOptions;
@@ -47,9 +51,9 @@ public:
     /// The main window; null before the start loaded it.
     virtual iMainWindow *MainWindow() const = 0;
 
-    /// Renders a page of the web site again, or every page where the key is empty. Nothing while
-    /// there is no web site, or no such page.
-    virtual void RefreshPages(const QString &key) const = 0;
+    /// Renders a page of the web site again, or every page where there is no key. Nothing while
+    /// there is no web site.
+    virtual void RefreshPages(std::optional<PageKey> key) const = 0;
     /// Saves the options and ends the process at once. The game server keeps running.
     virtual void Quit() = 0;
 };

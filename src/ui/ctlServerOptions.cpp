@@ -421,7 +421,7 @@ void ctlServerOptions::cmdSave_Click()
     if (saved) {
         FillFields();
     }
-    gRoot->RefreshPages(QStringLiteral("AdminServerOptions"));
+    gRoot->RefreshPages(PageKey::AdminServerOptions);
     if (!saved) {
         boxes.show(QStringLiteral("Your changes could not be saved. They are still here, and the "
                                   "error log tells why."),

@@ -26,9 +26,13 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <optional>
+#include <span>
 
 namespace {
+
+using enum PageKey;
 
 constexpr Routine routine(const char *name)
 {
@@ -126,29 +130,31 @@ QString stopServer(const clsWebServerRequest & /*request*/)
                                    : QStringLiteral("Process stop failed");
 }
 
-/// The forms that "/UpdateA..." posts. The answer is the page of the same key and "Update".
+/// The forms that "/UpdateA..." posts.
 const struct UpdateForm
 {
     const char *uri;
     const char *submitType; ///< the button that was pressed; null where it does not matter
     QString (*update)(const clsWebServerRequest &);
-    const char *page;
+    PageKey page;
+    PageKey answer;
     bool fillsPanels;  ///< the desktop's panels show what was changed
     bool changesLogIn; ///< which every page holds
 } UpdateForms[] = {
-    {"/UpdateAdminReplaysConfig", nullptr, Update_ReplayConfig, "AdminReplays", true, false},
-    {"/UpdateAdminServerControlConfig", "Update", Update_ServerControlConfig, "AdminServerControl",
+    {"/UpdateAdminReplaysConfig", nullptr, Update_ReplayConfig, AdminReplays, AdminReplaysUpdate,
      true, false},
-    {"/UpdateAdminServerControlConfig", "Start Server", startServer, "AdminServerControl", false,
-     false},
-    {"/UpdateAdminServerControlConfig", "Stop Server", stopServer, "AdminServerControl", false,
-     false},
-    {"/UpdateAdminServerOptionsConfig", nullptr, Update_ServerOptionsConfig, "AdminServerOptions",
-     true, false},
-    {"/UpdateAdminSystemOptionsConfig", nullptr, Update_SystemOptionsConfig, "AdminSystemOptions",
-     true, true},
-    {"/UpdateAdminStatusOptionsConfig", nullptr, Update_StatusOptionsConfig, "AdminStatusOptions",
-     true, false},
+    {"/UpdateAdminServerControlConfig", "Update", Update_ServerControlConfig, AdminServerControl,
+     AdminServerControlUpdate, true, false},
+    {"/UpdateAdminServerControlConfig", "Start Server", startServer, AdminServerControl,
+     AdminServerControlUpdate, false, false},
+    {"/UpdateAdminServerControlConfig", "Stop Server", stopServer, AdminServerControl,
+     AdminServerControlUpdate, false, false},
+    {"/UpdateAdminServerOptionsConfig", nullptr, Update_ServerOptionsConfig, AdminServerOptions,
+     AdminServerOptionsUpdate, true, false},
+    {"/UpdateAdminSystemOptionsConfig", nullptr, Update_SystemOptionsConfig, AdminSystemOptions,
+     AdminSystemOptionsUpdate, true, true},
+    {"/UpdateAdminStatusOptionsConfig", nullptr, Update_StatusOptionsConfig, AdminStatusOptions,
+     AdminStatusOptionsUpdate, true, false},
 };
 
 const UpdateForm *formOf(const clsWebServerRequest &request)
@@ -163,119 +169,27 @@ const UpdateForm *formOf(const clsWebServerRequest &request)
     return nullptr;
 }
 
-} // namespace
-
-const clsWebSite::Route clsWebSite::GetRoutes[] = {
-    {"/CNN", &clsWebSite::redirectToNews},
-    {"/ServerS", &clsWebSite::redirectToStatusImage},
-    {"/GETFILE", &clsWebSite::sendReplay},
-    {"/Error", &clsWebSite::sendErrorLog},
-    {"/ErrorTe", &clsWebSite::sendErrorLogAsText},
-    {"/Imageno", nullptr},
-    {"/Login", &clsWebSite::sendLogIn},
-};
-
-const clsWebSite::Route clsWebSite::PostRoutes[] = {
-    {"/OpenMod", &clsWebSite::openMods},       {"/EditMod", &clsWebSite::editMod},
-    {"/AdminMe", &clsWebSite::chooseFromMenu}, {"/UpdateA", &clsWebSite::update},
-    {"/DeleteR", &clsWebSite::deleteReplays},  {"/logon", &clsWebSite::logOn},
-};
-
-clsWebSite::clsWebSite()
+iWebPage &pageOf(PageKey key)
 {
-    const auto add = [this]<typename Class>(const char *key, std::unique_ptr<Class> page) {
-        m_pages.emplace_back(QString::fromLatin1(key), std::move(page));
-    };
-    add("AdminMain", std::make_unique<clsWebPage_AdminMain>());
-    add("AdminReplays", std::make_unique<clsWebPage_AdminReplays>());
-    add("AdminReplaysUpdate", std::make_unique<clsWebPage_AdminReplaysUpdate>());
-    add("AdminServerControl", std::make_unique<clsWebPage_AdminServerControl>());
-    add("AdminServerControlUpdate", std::make_unique<clsWebPage_AdminServerControlU>());
-    add("AdminServerOptions", std::make_unique<clsWebPage_AdminServerOptions>());
-    add("AdminServerOptionsUpdate", std::make_unique<clsWebPage_AdminServerOptionsU>());
-    add("AdminSystemOptions", std::make_unique<clsWebPage_AdminSystemOptions>());
-    add("AdminSystemOptionsUpdate", std::make_unique<clsWebPage_AdminSystemOptionsU>());
-    add("AdminStatusOptions", std::make_unique<clsWebPage_AdminStatusOptions>());
-    add("AdminStatusOptionsUpdate", std::make_unique<clsWebPage_AdminStatusOptionsU>());
-    add("AdminModList", std::make_unique<clsWebPage_AdminModList>());
-    add("PublicStatus", std::make_unique<clsWebPage_PublicStatus>());
+    return gRoot->WebSite()->Page(key);
 }
 
-iWebPage *clsWebSite::Page(const QString &key) const
+void sendPage(ConnectionSocket &socket, PageKey key, const QString &message = {})
 {
-    for (const auto &[name, page] : m_pages) {
-        if (name == key) {
-            return page.get();
-        }
-    }
-    return nullptr;
+    SendStraightText(socket, pageOf(key).HTML(message));
 }
 
-void clsWebSite::RefreshAllPages()
-{
-    Trap(routine("RefreshAllPages"), [this] {
-        for (const auto &entry : m_pages) {
-            entry.second->Refresh();
-        }
-    });
-}
-
-/// What fails here is the search for a file that anybody can name; the rest has its own traps.
-void clsWebSite::ParseRequest(ConnectionSocket &socket)
-{
-    Trap({"Website", "ParseRequest", "Root Object", /*byStrangers=*/true}, [&] {
-        clsWebServerRequest request;
-        request.ParseRequest(platform::fromCodePage(socket.data()));
-        if (request.Method() == clsWebServerRequest::Get) {
-            answerGet(request, socket);
-        } else if (request.Method() == clsWebServerRequest::Post) {
-            answerPost(request, socket);
-        }
-    });
-}
-
-void clsWebSite::answerGet(const clsWebServerRequest &request, ConnectionSocket &socket)
-{
-    const QString start = request.URI().left(RouteLength);
-    for (const Route &route : GetRoutes) {
-        if (start == QLatin1String(route.start)) {
-            if (route.answer != nullptr) {
-                (this->*route.answer)(request, socket);
-            }
-            return;
-        }
-    }
-    sendPublicStatus(request, socket);
-}
-
-void clsWebSite::answerPost(const clsWebServerRequest &request, ConnectionSocket &socket)
-{
-    if (!fnCheckCredentials(request.FormField(QStringLiteral("UserName")),
-                            request.FormField(QStringLiteral("PW")))) {
-        SendStraightPage(socket, LogInFailurePage);
-        return;
-    }
-    const QString start = request.URI().left(RouteLength);
-    for (const Route &route : PostRoutes) {
-        if (start == QLatin1String(route.start)) {
-            (this->*route.answer)(request, socket);
-            return;
-        }
-    }
-}
-
-void clsWebSite::redirectToNews(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
+void redirectToNews(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
 {
     SendRedirect(NewsSite, socket);
 }
 
-void clsWebSite::redirectToStatusImage(const clsWebServerRequest & /*request*/,
-                                       ConnectionSocket &socket)
+void redirectToStatusImage(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
 {
     SendRedirect(ServerStatusGif(), socket);
 }
 
-void clsWebSite::sendReplay(const clsWebServerRequest &request, ConnectionSocket &socket)
+void sendReplay(const clsWebServerRequest &request, ConnectionSocket &socket)
 {
     const std::optional<QString> name = fnDownloadName(request.URI().mid(RouteLength));
     if (!name || !gRoot->Options()->HasLogIn()) {
@@ -289,87 +203,218 @@ void clsWebSite::sendReplay(const clsWebServerRequest &request, ConnectionSocket
     SendHeaderWithFile("text/plain", socket, *path);
 }
 
-void clsWebSite::sendErrorLog(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
+void sendErrorLog(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
 {
     sendErrorLogAs("text/XML", socket);
 }
 
-void clsWebSite::sendErrorLogAsText(const clsWebServerRequest & /*request*/,
-                                    ConnectionSocket &socket)
+void sendErrorLogAsText(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
 {
     sendErrorLogAs("text/plain", socket);
 }
 
-void clsWebSite::sendLogIn(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
+void doNotAnswer(const clsWebServerRequest & /*request*/, ConnectionSocket & /*socket*/) {}
+
+void sendLogIn(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
 {
     SendStraightPage(socket, LogInPage);
 }
 
-void clsWebSite::sendPublicStatus(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
+void sendPublicStatus(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
 {
-    sendPage(socket, QStringLiteral("PublicStatus"));
+    sendPage(socket, PublicStatus);
 }
 
-void clsWebSite::openMods(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
+void openMods(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
 {
-    Page(QStringLiteral("AdminModList"))->Refresh();
-    sendPage(socket, QStringLiteral("AdminModList"));
+    pageOf(AdminModList).Refresh();
+    sendPage(socket, AdminModList);
 }
 
-void clsWebSite::editMod(const clsWebServerRequest &request, ConnectionSocket &socket)
+void editMod(const clsWebServerRequest &request, ConnectionSocket &socket)
 {
     const QString message = Update_ModList(request);
     if (!message.isEmpty()) {
         SendStraightText(socket, platform::toCodePage(message));
         return;
     }
-    Page(QStringLiteral("AdminModList"))->Refresh();
-    Page(QStringLiteral("AdminServerOptions"))->Refresh();
-    sendPage(socket, QStringLiteral("AdminModList"));
+    pageOf(AdminModList).Refresh();
+    pageOf(AdminServerOptions).Refresh();
+    sendPage(socket, AdminModList);
 }
 
-void clsWebSite::chooseFromMenu(const clsWebServerRequest &request, ConnectionSocket &socket)
+void chooseFromMenu(const clsWebServerRequest &request, ConnectionSocket &socket)
 {
     const QString choice = request.FormField(QStringLiteral("AdminMenu")).trimmed();
     for (const page::MenuEntry &entry : page::Menu) {
-        if (entry.page != nullptr && choice == QLatin1String(entry.value)) {
-            sendPage(socket, QString::fromLatin1(entry.page));
+        if (entry.page && choice == QLatin1String(entry.value)) {
+            sendPage(socket, *entry.page);
         }
     }
 }
 
-void clsWebSite::update(const clsWebServerRequest &request, ConnectionSocket &socket)
+void update(const clsWebServerRequest &request, ConnectionSocket &socket)
 {
     const UpdateForm *const form = formOf(request);
     if (form == nullptr) {
         return;
     }
     const QString message = form->update(request);
-    const QString answer = QLatin1String(form->page) + QStringLiteral("Update");
     if (form->changesLogIn) {
-        Page(answer)->Refresh(); // its own menu has the new one
+        pageOf(form->answer).Refresh(); // its own menu has the new one
     }
-    sendPage(socket, answer, message);
-    RefreshPages(form->changesLogIn ? EveryPage : form->page);
+    sendPage(socket, form->answer, message);
+    gRoot->RefreshPages(form->changesLogIn ? std::nullopt : std::optional(form->page));
     if (form->fillsPanels) {
         gRoot->MainWindow()->FillFields();
     }
 }
 
-void clsWebSite::deleteReplays(const clsWebServerRequest &request, ConnectionSocket &socket)
+void deleteReplays(const clsWebServerRequest &request, ConnectionSocket &socket)
 {
     const QString message = DeleteReplays(request);
-    sendPage(socket, QStringLiteral("AdminReplaysUpdate"), message);
-    Page(QStringLiteral("AdminReplays"))->Refresh();
+    sendPage(socket, AdminReplaysUpdate, message);
+    pageOf(AdminReplays).Refresh();
 }
 
-void clsWebSite::logOn(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
+void logOn(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
 {
-    sendPage(socket, QStringLiteral("AdminMain"));
+    sendPage(socket, AdminMain);
 }
 
-void clsWebSite::sendPage(ConnectionSocket &socket, const QString &key,
-                          const QString &message) const
+void refuseLogIn(const clsWebServerRequest & /*request*/, ConnectionSocket &socket)
 {
-    SendStraightText(socket, Page(key)->HTML(message));
+    SendStraightPage(socket, LogInFailurePage);
+}
+
+using Answer = void (*)(const clsWebServerRequest &, ConnectionSocket &);
+
+/// `start`: the target's first eight characters, all of them where it is shorter.
+struct Route
+{
+    const char *start;
+    Answer answer;
+};
+
+constexpr Route GetRoutes[] = {
+    {"/CNN", redirectToNews}, {"/ServerS", redirectToStatusImage}, {"/GETFILE", sendReplay},
+    {"/Error", sendErrorLog}, {"/ErrorTe", sendErrorLogAsText},    {"/Imageno", doNotAnswer},
+    {"/Login", sendLogIn},
+};
+
+constexpr Route PostRoutes[] = {
+    {"/OpenMod", openMods}, {"/EditMod", editMod},       {"/AdminMe", chooseFromMenu},
+    {"/UpdateA", update},   {"/DeleteR", deleteReplays}, {"/logon", logOn},
+};
+
+Answer answerIn(const clsWebServerRequest &request, std::span<const Route> routes, Answer otherwise)
+{
+    const QString start = request.URI().left(RouteLength);
+    for (const Route &route : routes) {
+        if (start == QLatin1String(route.start)) {
+            return route.answer;
+        }
+    }
+    return otherwise;
+}
+
+Answer answerOf(const clsWebServerRequest &request)
+{
+    if (request.Method() == clsWebServerRequest::Get) {
+        return answerIn(request, GetRoutes, sendPublicStatus);
+    }
+    if (request.Method() == clsWebServerRequest::Post) {
+        return fnCheckCredentials(request.FormField(QStringLiteral("UserName")),
+                                  request.FormField(QStringLiteral("PW")))
+                   ? answerIn(request, PostRoutes, doNotAnswer)
+                   : refuseLogIn;
+    }
+    return doNotAnswer;
+}
+
+/// Renders the pages that show a setting of the tool; every page holds the log-in.
+void refreshPagesOf(const SettingBase &changed)
+{
+    const clsOptions &options = *gRoot->Options();
+    const std::pair<const SettingBase *, std::optional<PageKey>> rows[] = {
+        {&options.AdminUserName, std::nullopt},
+        {&options.AdminPassword, std::nullopt},
+        {&options.AllowRemoteAccess, AdminSystemOptions},
+        {&options.AutoRunOnStartup, AdminSystemOptions},
+        {&options.FindGRServer, AdminSystemOptions},
+        {&options.RemoteAccessPort, AdminSystemOptions},
+        {&options.AutoStartGRServer, AdminServerControl},
+        {&options.AutoRestartGRServer, AdminServerControl},
+        {&options.AutoRestartOnProcessStop, AdminServerControl},
+        {&options.ServerPollingFrequency, AdminServerControl},
+        {&options.ServerStartupTimeout, AdminServerControl},
+        {&options.ServerTimeout, AdminServerControl},
+        {&options.ServerCommandLineArgs, AdminServerControl},
+        {&options.ReplayCount, AdminReplays},
+        {&options.RecordReplays, AdminReplays},
+        {&options.ReplayFolder, AdminReplays},
+        {&options.SkipBlankReplays, AdminReplays},
+        {&options.ServerRunningGif, AdminStatusOptions},
+        {&options.ServerCrashGif, AdminStatusOptions},
+    };
+    for (const auto &[setting, page] : rows) {
+        if (setting == &changed) {
+            gRoot->RefreshPages(page);
+        }
+    }
+}
+
+} // namespace
+
+clsWebSite::clsWebSite()
+    : m_pages{{
+          {AdminMain, "AdminMain", std::make_unique<clsWebPage_AdminMain>()},
+          {AdminReplays, "AdminReplays", std::make_unique<clsWebPage_AdminReplays>()},
+          {AdminReplaysUpdate, "AdminReplaysUpdate",
+           std::make_unique<clsWebPage_AdminReplaysUpdate>()},
+          {AdminServerControl, "AdminServerControl",
+           std::make_unique<clsWebPage_AdminServerControl>()},
+          {AdminServerControlUpdate, "AdminServerControlUpdate",
+           std::make_unique<clsWebPage_AdminServerControlU>()},
+          {AdminServerOptions, "AdminServerOptions",
+           std::make_unique<clsWebPage_AdminServerOptions>()},
+          {AdminServerOptionsUpdate, "AdminServerOptionsUpdate",
+           std::make_unique<clsWebPage_AdminServerOptionsU>()},
+          {AdminSystemOptions, "AdminSystemOptions",
+           std::make_unique<clsWebPage_AdminSystemOptions>()},
+          {AdminSystemOptionsUpdate, "AdminSystemOptionsUpdate",
+           std::make_unique<clsWebPage_AdminSystemOptionsU>()},
+          {AdminStatusOptions, "AdminStatusOptions",
+           std::make_unique<clsWebPage_AdminStatusOptions>()},
+          {AdminStatusOptionsUpdate, "AdminStatusOptionsUpdate",
+           std::make_unique<clsWebPage_AdminStatusOptionsU>()},
+          {AdminModList, "AdminModList", std::make_unique<clsWebPage_AdminModList>()},
+          {PublicStatus, "PublicStatus", std::make_unique<clsWebPage_PublicStatus>()},
+      }}
+{
+    gRoot->Options()->setObserver(refreshPagesOf);
+}
+
+iWebPage &clsWebSite::Page(PageKey key) const
+{
+    return *std::ranges::find(m_pages, key, &PageEntry::key)->page;
+}
+
+void clsWebSite::RefreshAllPages()
+{
+    Trap(routine("RefreshAllPages"), [this] {
+        for (const PageEntry &entry : m_pages) {
+            entry.page->Refresh();
+        }
+    });
+}
+
+/// What fails here is the search for a file that anybody can name; the rest has its own traps.
+void clsWebSite::ParseRequest(ConnectionSocket &socket)
+{
+    Trap({"Website", "ParseRequest", "Root Object", /*byStrangers=*/true}, [&] {
+        clsWebServerRequest request;
+        request.ParseRequest(platform::fromCodePage(socket.data()));
+        answerOf(request)(request, socket);
+    });
 }

@@ -211,8 +211,8 @@ TEST_F(ctlServerOptionsTest, TheWebAndThePanelWorkOnOneListOfMods)
         post("/EditMod", "modname=%5Cmods%5C" + mod + "&ActionButton=" + button);
     };
     const auto publicPage = [this] {
-        root->WebSite()->Page(u"PublicStatus"_s)->setStale(true);
-        return page("PublicStatus");
+        root->WebSite()->Page(PageKey::PublicStatus).setStale(true);
+        return page(PageKey::PublicStatus);
     };
     clickRow(1, Text);
     web("charlie", "++Activate++");

@@ -1,5 +1,6 @@
 #include "support/ToolTest.h"
 #include "web/Listener.h"
+#include "web/clsWebSite.h"
 
 #include <QTcpSocket>
 
@@ -29,6 +30,18 @@ protected:
         fake.clock.advance(500);
         return child<QLabel>("lblStatus")->text();
     }
+    /// Whether each page of the site is what rendering it anew makes it.
+    bool pagesAreFresh() const
+    {
+        QByteArray texts[2];
+        for (QByteArray &text : texts) {
+            for (const auto &entry : root->WebSite()->Pages()) {
+                text += entry.page->HTML({});
+            }
+            root->WebSite()->RefreshAllPages();
+        }
+        return texts[0] == texts[1];
+    }
     QStringList takeBoxes() { return std::exchange(fake.boxes.boxes, {}); }
     const QString NoNumber = u"Zebek Suite|0|Enter a number please"_s;
     const QString NoPort = u"Zebek Suite|0|Please enter a value between 0 and 65535)"_s;
@@ -52,6 +65,7 @@ TEST_F(optionPanelsTest, CheckBoxesAndTheirLabelsWriteOnAClickAndShowWhatIsStore
         const bool before = (options().*setting)();
         QTest::mouseClick(child<QLabel>(("lbl" + name).constData()), Qt::LeftButton, {}, {9, 9});
         EXPECT_EQ((options().*setting)(), !before);
+        EXPECT_TRUE(pagesAreFresh());
         auto *const box = child<QCheckBox>(("chk" + name).constData());
         QTest::keyClick(box, Qt::Key_Space);
         EXPECT_EQ((options().*setting)(), before);
@@ -70,6 +84,7 @@ TEST_F(optionPanelsTest, TheAutostartEntryChangesOnAClickOnlyAndIsShownAsItIs)
     EXPECT_EQ(fake.autostart.entry, u"by another hand"_s);
     QTest::keyClick(autostart, Qt::Key_Space);
     EXPECT_FALSE(fake.autostart.entry);
+    EXPECT_TRUE(pagesAreFresh());
 }
 
 TEST_F(optionPanelsTest, TextsAreStoredAndOnlyAWholeAddressIs)
@@ -86,6 +101,7 @@ TEST_F(optionPanelsTest, TextsAreStoredAndOnlyAWholeAddressIs)
         const auto text = QString::fromLatin1(name + '+');
         EXPECT_EQ(type(name.constData(), text), text);
         EXPECT_EQ((options().*setting)(), text);
+        EXPECT_TRUE(pagesAreFresh());
     }
     EXPECT_EQ(options().RemoteAccessIP(), u"127.0.0.1"_s) << "stored when the window is loaded";
     EXPECT_EQ(type("txtIP", u"192.168.1.300"_s), u"192.168.1.300"_s);
@@ -101,6 +117,7 @@ TEST_F(optionPanelsTest, ThePortIsCheckedAndTheButtonStartsAndStopsTheWebServer)
     EXPECT_EQ(type("txtPort", u"65535"_s), u"65535"_s);
     EXPECT_EQ(type("txtPort", u"65536"_s), u"6553"_s);
     EXPECT_EQ(type("txtPort", {}), u"6553"_s);
+    EXPECT_TRUE(pagesAreFresh());
     EXPECT_EQ(takeBoxes(), (QStringList{NoPort, NoNumber}));
     type("txtUserName", u"me"_s);
     type("txtPassword", u"secret"_s);

@@ -58,9 +58,9 @@ protected:
     {
         return ask(postRequest(target, fields));
     }
-    QByteArray page(const char *key, const QString &message = {}) const
+    QByteArray page(PageKey key, const QString &message = {}) const
     {
-        return root->WebSite()->Page(QString::fromLatin1(key))->HTML(message);
+        return root->WebSite()->Page(key).HTML(message);
     }
     void writeReplay(const QString &name, const QByteArray &content) const
     {

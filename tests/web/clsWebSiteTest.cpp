@@ -48,8 +48,8 @@ TEST_F(clsWebSiteTest, AnswersEveryGetByteForByte)
     for (const QString &name : {u"Zürich #1 50%.rpf"_s, u"100%41 %25.rpf"_s}) {
         root->Options()->AdminPassword.Let(name.startsWith(u'Z') ? u"s#%?/ü 41"_s : u"100%"_s);
         writeReplay(name, "content");
-        root->RefreshPages(u"AdminReplays"_s);
-        const QByteArray shown = page("AdminReplays");
+        root->RefreshPages(PageKey::AdminReplays);
+        const QByteArray shown = page(PageKey::AdminReplays);
         const qsizetype end = shown.indexOf("\" target=\"_blank\">" + platform::toCodePage(name));
         const qsizetype start = shown.lastIndexOf('"', end - 1) + 1;
         EXPECT_TRUE(get('/' + shown.mid(start, end - start)).contains("content"))
@@ -70,7 +70,7 @@ TEST_F(clsWebSiteTest, AnswersEveryGetByteForByte)
     }
     EXPECT_TRUE(get("/Login").contains("<form name=\"logon\" method=\"POST\" action=\"logon\">"));
     for (const char *other : {"/", "/Login/", "/Errors", "/CNN2", "/index.html", "/getfile"}) {
-        EXPECT_EQ(get(other), page("PublicStatus")) << other;
+        EXPECT_EQ(get(other), page(PageKey::PublicStatus)) << other;
     }
 }
 
@@ -111,7 +111,7 @@ TEST_F(clsWebSiteTest, StoresFormsAndTellsWhatItRefuses)
 {
     startSite();
     clsOptions &options = *root->Options();
-    const auto told = [&](const QByteArray &target, const QByteArray &fields, const char *key) {
+    const auto told = [&](const QByteArray &target, const QByteArray &fields, PageKey key) {
         const QByteArray before = page(key, u"|"_s);
         const QByteArray answer = post(target, fields);
         const qsizetype bar = before.indexOf('|');
@@ -121,7 +121,7 @@ TEST_F(clsWebSiteTest, StoresFormsAndTellsWhatItRefuses)
     EXPECT_EQ(told("/UpdateAdminServerControlConfig",
                    "SubmitType=Update&Pollingfreq=65536&Timeout=65&StartupTimeout=9.5&"
                    "CMDLine=-x+%22y%22&AutoRestartGRServer=on",
-                   "AdminServerControlUpdate"),
+                   PageKey::AdminServerControlUpdate),
               "Please enter a valid number for the Polling Frequency (0-65535)<br>"
               "Please enter a valid number for the server time out (0-64)<br>");
     EXPECT_EQ(options.ServerPollingFrequency(), 3000);
@@ -129,15 +129,15 @@ TEST_F(clsWebSiteTest, StoresFormsAndTellsWhatItRefuses)
     EXPECT_EQ(options.ServerCommandLineArgs(), u"-x \"y\""_s);
     EXPECT_TRUE(options.AutoRestartGRServer());
     EXPECT_FALSE(options.AutoStartGRServer());
-    EXPECT_TRUE(page("AdminServerControl").contains("value=\"10\""));
+    EXPECT_TRUE(page(PageKey::AdminServerControl).contains("value=\"10\""));
 
     EXPECT_EQ(told("/UpdateAdminReplaysConfig", "archiveReplays=on&SkipBlankReplays=yes",
-                   "AdminReplaysUpdate"),
+                   PageKey::AdminReplaysUpdate),
               "Please enter a valid number for the replay count<br>");
     EXPECT_TRUE(options.RecordReplays());
     EXPECT_FALSE(options.SkipBlankReplays());
     for (const char *form : {"AdminUN=Admin&StartWebServer=on", "AdminPW=x"}) { // or cut forms
-        EXPECT_EQ(told("/UpdateAdminSystemOptionsConfig", form, "AdminSystemOptionsUpdate"),
+        EXPECT_EQ(told("/UpdateAdminSystemOptionsConfig", form, PageKey::AdminSystemOptionsUpdate),
                   "Please enter a user name and a password. Nothing was changed<br>");
     }
     EXPECT_EQ(options.AdminUserName() + options.AdminPassword(), u"Adminsecret"_s);
@@ -147,8 +147,8 @@ TEST_F(clsWebSiteTest, StoresFormsAndTellsWhatItRefuses)
     EXPECT_TRUE(answer.contains("Configuration Updated"));
     EXPECT_TRUE(answer.contains("name=\"PW\" value=\"new\"")) << "so that its menu works";
     EXPECT_FALSE(options.FindGRServer());
-    EXPECT_TRUE(page("AdminSystemOptions").contains("name=\"PW\" value=\"new\""));
-    EXPECT_TRUE(page("AdminMain").contains("name=\"PW\" value=\"new\""));
+    EXPECT_TRUE(page(PageKey::AdminSystemOptions).contains("name=\"PW\" value=\"new\""));
+    EXPECT_TRUE(page(PageKey::AdminMain).contains("name=\"PW\" value=\"new\""));
     EXPECT_EQ(recordCount(), 0);
 }
 
@@ -174,7 +174,7 @@ TEST_F(clsWebSiteTest, ChangesTheGamesFilesOnlyWhileNoServerIsHeld)
     EXPECT_EQ(post("/EditMod", activate), "An Error has occured. Please check the log");
     fake.files.failAt = 0;
     const QByteArray edited = post("/EditMod", activate);
-    EXPECT_EQ(edited, page("AdminModList"));
+    EXPECT_EQ(edited, page(PageKey::AdminModList));
     EXPECT_TRUE(read(u"modsset.txt"_s).endsWith("\r\n\"\\mods\\urban\"\r\n"));
     const QByteArray list = read(u"modsset.txt"_s);
 
@@ -185,8 +185,8 @@ TEST_F(clsWebSiteTest, ChangesTheGamesFilesOnlyWhileNoServerIsHeld)
                     .startsWith("Please stop the GR server when attempting"));
     EXPECT_EQ(read(u"options.xml"_s), options);
     EXPECT_EQ(read(u"modsset.txt"_s), list);
-    EXPECT_TRUE(page("AdminServerOptions").contains("You cannot update server options while"));
-    EXPECT_FALSE(page("AdminServerOptions").contains("name=\"SubmitType\""));
+    EXPECT_TRUE(page(PageKey::AdminServerOptions).contains("You cannot update server options"));
+    EXPECT_FALSE(page(PageKey::AdminServerOptions).contains("name=\"SubmitType\""));
     server().StopGRServer();
 
     QFile::remove(path(u"options.xml"_s));
@@ -272,7 +272,7 @@ TEST_F(clsWebSiteTest, ThePublicPageIsBuiltOncePerPeriodAndShowsWhatTheServerTol
         "<td align=\"center\">This Ghost Recon server is not running</td>";
     EXPECT_TRUE(get("/").contains(notRunning));
     server().Disconnect();
-    root->WebSite()->Page(u"PublicStatus"_s)->setStale(true);
+    root->WebSite()->Page(PageKey::PublicStatus).setStale(true);
     EXPECT_TRUE(get("/").contains(notRunning));
 }
 

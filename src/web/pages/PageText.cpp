@@ -28,7 +28,7 @@ QString menu(const QString &shown)
         buttons +=
             QStringLiteral("<input type=\"submit\" class=\"menubutton%1\" name=\"AdminMenu\" "
                            "value=\"%2\"%3>\n")
-                .arg(state, value, entry.page == nullptr ? QStringLiteral(" disabled") : QString());
+                .arg(state, value, entry.page ? QString() : QStringLiteral(" disabled"));
     }
     return buttons + QStringLiteral("</form>\n</td>\n<td class=\"content\">\n");
 }

@@ -1,27 +1,30 @@
 #pragma once
 
+#include "core/PageKey.h"
+
 #include <QString>
 
 #include <array>
+#include <optional>
 
 /// The pieces that pages are made of. Values stand in them as they are, not escaped: what a name
 /// holds is shown as markup, and the policy in every page's head keeps its scripts from running.
 namespace page {
 
-/// An entry of the administration's menu and the key of the page that it opens.
+/// An entry of the administration's menu and the page that it opens.
 struct MenuEntry
 {
-    const char *value;
-    const char *page; ///< null for a page that does not exist yet
+    const char *value = "";
+    std::optional<PageKey> page; ///< nothing for a page that does not exist yet
 };
 inline constexpr std::array<MenuEntry, 7> Menu{{
-    {"Main", "AdminMain"},
-    {"System Status", "AdminSystemOptions"},
-    {"Server Control", "AdminServerControl"},
-    {"Server Options", "AdminServerOptions"},
-    {"Replays", "AdminReplays"},
-    {"Status Options", "AdminStatusOptions"},
-    {"Stats", nullptr},
+    {"Main", PageKey::AdminMain},
+    {"System Status", PageKey::AdminSystemOptions},
+    {"Server Control", PageKey::AdminServerControl},
+    {"Server Options", PageKey::AdminServerOptions},
+    {"Replays", PageKey::AdminReplays},
+    {"Status Options", PageKey::AdminStatusOptions},
+    {"Stats", std::nullopt},
 }};
 
 /// One of the numbered texts in the folder "resources". "{menu:Main}" in it stands for the menu's
