@@ -5,14 +5,9 @@
 #include "core/clsZebek.h"
 #include "platform/CodePage.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QRegularExpression>
-
-/// The texts are in a static library, which nobody else makes register them.
-static void registerTexts()
-{
-    Q_INIT_RESOURCE(pages);
-}
 
 namespace page {
 
@@ -50,28 +45,41 @@ QString hiddenField(const char *name, const QString &value)
         .arg(QLatin1String(name), value);
 }
 
-/// The text of that name with what its placeholders stand for.
-QString resource(const QString &name)
+/// As a policy names a style or a handler that is to be heeded.
+QString policyHash(const QString &code)
 {
-    static const QRegularExpression placeholder(QStringLiteral("\\{(menu|include):([^}]*)\\}\\n?"));
-    QFile file(QStringLiteral(":/pages/%1.html").arg(name));
-    file.open(QIODevice::ReadOnly);
-    QString text = platform::fromCodePage(file.readAll());
-    for (auto found = placeholder.match(text); found.hasMatch(); found = placeholder.match(text)) {
-        const QString argument = found.captured(2);
-        text.replace(found.capturedStart(), found.capturedLength(),
-                     found.captured(1) == u"menu" ? menu(argument) : resource(argument));
+    const QByteArray hash = QCryptographicHash::hash(code.toUtf8(), QCryptographicHash::Sha256);
+    return QStringLiteral("'sha256-%1'").arg(QLatin1String(hash.toBase64()));
+}
+
+QString meaning(QStringView placeholder, const QString &argument)
+{
+    if (placeholder == u"menu") {
+        return menu(argument);
     }
-    return text;
+    const QString included = text(argument);
+    return placeholder == u"hash" ? policyHash(included) : included;
 }
 
 } // namespace
 
+QString text(const QString &name)
+{
+    static const QRegularExpression placeholder(
+        QStringLiteral("\\{(menu|include|hash):([^}]*)\\}\\n?"));
+    QFile file(QStringLiteral(":/pages/") + name);
+    file.open(QIODevice::ReadOnly);
+    QString text = platform::fromCodePage(file.readAll());
+    for (auto found = placeholder.match(text); found.hasMatch(); found = placeholder.match(text)) {
+        text.replace(found.capturedStart(), found.capturedLength(),
+                     meaning(found.capturedView(1), found.captured(2)));
+    }
+    return text;
+}
+
 QString text(int number)
 {
-    static const bool registered = (registerTexts(), true);
-    Q_UNUSED(registered)
-    return resource(QString::number(number));
+    return text(QStringLiteral("%1.html").arg(number));
 }
 
 QString credentialFields()
@@ -125,8 +133,9 @@ QString textArea(const char *areaId, const char *name, const QString &label, con
                  const QString &fieldAttributes)
 {
     return QStringLiteral("<label for=\"%1\">%2</label><br>\n<textarea id=\"%1\" rows=\"4\" "
-                          "onblur=\"form.%3.value=value\">")
-               .arg(QLatin1String(areaId), label, QLatin1String(name)) +
+                          "onblur=\"%3\">")
+               .arg(QLatin1String(areaId), label,
+                    text(QStringLiteral("blur-%1.js").arg(QLatin1String(name)))) +
            value +
            QStringLiteral("</textarea>\n<input type=\"hidden\" name=\"%1\" id=\"%1\"%2 value=\"")
                .arg(QLatin1String(name), fieldAttributes) +

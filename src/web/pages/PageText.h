@@ -27,9 +27,12 @@ inline constexpr std::array<MenuEntry, 7> Menu{{
     {"Stats", std::nullopt},
 }};
 
-/// One of the numbered texts in the folder "resources". "{menu:Main}" in it stands for the menu's
-/// buttons, Main being the page that is shown, the end of its form and the opening of the content;
-/// a line "{include:name}" stands for the text of that name.
+/// One of the texts in the folder "resources". "{menu:Main}" in it stands for the menu's buttons,
+/// Main being the page that is shown, the end of its form and the opening of the content;
+/// "{include:name}" for the text of that name, and "{hash:name}" for that text's hash as a policy
+/// names it. A line's end after any of them does not count.
+QString text(const QString &name);
+/// The page or piece of that number.
 QString text(int number);
 
 /// The hidden fields with the administrator's name and password that begin every form.

@@ -90,11 +90,7 @@ QString endOfForm()
     const QString tablesEnd = QStringLiteral("</table></td></tr></table>\n<p class=\"submit\">");
     const QString formEnd = QStringLiteral("</p>\n</form>\n");
     if (!gRoot->Server().Connected()) {
-        return page::row(QStringLiteral(
-                   "<input type=\"button\" value=\"Change Active Mods\" onclick=\"fnOpenMods()\">"
-                   "<br><small>(Opens another window, please ensure you disable your popup "
-                   "blocker.)</small>")) +
-               tablesEnd +
+        return page::row(page::text(QStringLiteral("mods-button.html"))) + tablesEnd +
                QStringLiteral("<input type=\"submit\" name=\"SubmitType\" value=\"Update\">") +
                formEnd;
     }
@@ -114,7 +110,8 @@ QByteArray clsWebPage_AdminServerOptions::HTML(const QString & /*message*/)
                         endOfForm() +
                         QStringLiteral("<form name=\"OpenMods\" method=\"POST\" target=\"mods\" "
                                        "action=\"OpenMods\">") +
-                        page::credentialFields() + QStringLiteral("</form>\n") + page::text(3302));
+                        page::credentialFields() + QStringLiteral("</form>\n") +
+                        page::text(QStringLiteral("content-closing.html")));
 }
 
 void clsWebPage_AdminServerOptions::Refresh()

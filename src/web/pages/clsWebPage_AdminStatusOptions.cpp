@@ -14,5 +14,5 @@ QString clsWebPage_AdminStatusOptions::build() const
                                      options.ServerRunningGif(), Url)) +
            page::row(page::textField("ServerCrash", QStringLiteral("Server Crashed Image URL:"),
                                      options.ServerCrashGif(), Url)) +
-           page::text(3502);
+           page::text(QStringLiteral("settings-closing.html"));
 }

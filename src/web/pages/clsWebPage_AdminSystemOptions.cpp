@@ -33,5 +33,5 @@ QString clsWebPage_AdminSystemOptions::build() const
                                      options.AdminUserName(), LogIn)) +
            page::row(page::textField("AdminPW", QStringLiteral("Admin Password"),
                                      options.AdminPassword(), LogIn)) +
-           page::text(3403);
+           page::text(QStringLiteral("settings-closing.html"));
 }

@@ -1,0 +1,1 @@
+form.CMDLine.value=value

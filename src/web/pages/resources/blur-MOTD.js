@@ -1,0 +1,1 @@
+form.MOTD.value=value

@@ -1,0 +1,1 @@
+if(opener)opener.location.reload();window.close()

@@ -1,0 +1,1 @@
+CMDLine.value=UserCMDLINE.value

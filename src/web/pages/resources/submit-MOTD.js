@@ -1,0 +1,1 @@
+MOTD.value=UserMOTD.value
