@@ -99,7 +99,7 @@ QString ServerStatusGif()
     return Trap(routine("ServerStatusGif"), [&] {
         const clsProcess *const process = server().Process();
         const bool alive = process != nullptr && process->StillActive() &&
-                           !server().StatusText().contains(QLatin1String("Dead"));
+                           server().Status() != ServerQueryStatus::Dead;
         return alive ? options.ServerRunningGif() : options.ServerCrashGif();
     });
 }

@@ -8,8 +8,6 @@
 #include "server/ctlGRServer.h"
 #include "web/pages/PageText.h"
 
-#include <QStringList>
-
 namespace {
 
 QString cell(const char *style, const QString &content)
@@ -89,13 +87,6 @@ QString runningServer(const ctlServerStatus &status)
            gameNotes(status) + players(status);
 }
 
-bool isRunning(const QString &statusText)
-{
-    static const QStringList others{QStringLiteral("No Process information"),
-                                    QStringLiteral("Server Dead"), QStringLiteral("Not Checking")};
-    return !others.contains(statusText);
-}
-
 } // namespace
 
 QByteArray clsWebPage_PublicStatus::HTML(const QString & /*message*/)
@@ -110,7 +101,7 @@ void clsWebPage_PublicStatus::Refresh()
 {
     const ctlGRServer &server = gRoot->Server();
     const QString part =
-        isRunning(server.StatusText())
+        server.Connected() && server.Status() != ServerQueryStatus::Dead
             ? runningServer(server.StatusObject())
             : QStringLiteral("<td align=\"center\">This Ghost Recon server is not running</td>\n");
     m_text = platform::toCodePage(page::text(10000) + part + page::text(10001));
