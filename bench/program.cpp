@@ -4,13 +4,14 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QRegularExpression>
 #include <QThread>
 
 #include <algorithm>
 #include <csignal>
 #include <map>
 
-// The whole tool with a simulated game server: start, end, standing by.
+// The whole tool with a simulated game server: start, end, standing by, its web site under load.
 // Argument: how many seconds of standing by.
 
 namespace {
@@ -24,7 +25,9 @@ public:
     /// The server is asked for its status a second after the tool has it, and then every so often.
     explicit Program(const QByteArray &pollingMilliseconds)
     {
-        m_game.writeOptions("<ServerStartupTimeout>1</ServerStartupTimeout><ServerPollingFreq>" +
+        m_game.writeOptions("<AllowRemoteAccess>True</AllowRemoteAccess><AdminUserName>a"
+                            "</AdminUserName><AdminPassword>b</AdminPassword>"
+                            "<ServerStartupTimeout>1</ServerStartupTimeout><ServerPollingFreq>" +
                             pollingMilliseconds + "</ServerPollingFreq>");
     }
 
@@ -160,6 +163,41 @@ void measureStandingBy(unsigned seconds)
     printFigure(title + "resident memory", residentKiB(id) / 1024, "MiB");
 }
 
+/// A figure of ab's report.
+double figureIn(const QString &report, const char *line)
+{
+    const auto found = QRegularExpression(QLatin1String(line) + QStringLiteral("\\s+([0-9.]+)"),
+                                          QRegularExpression::MultilineOption)
+                           .match(report);
+    require(found.hasMatch(), "ab does not tell a figure");
+    return found.captured(1).toDouble();
+}
+
+/// The public page, with a new connection for each request. ab (Debian: apache2-utils) takes the
+/// site's answers, which are without a status line.
+void measureSite(int connections)
+{
+    Program program("3000");
+    program.start();
+    const auto before = usageByThread(program.tool());
+    QProcess ab;
+    ab.start(QStringLiteral("ab"),
+             {QStringLiteral("-q"), QStringLiteral("-n20000"),
+              QStringLiteral("-c%1").arg(connections), QStringLiteral("http://127.0.0.1/")});
+    require(ab.waitForFinished(-1) && ab.exitCode() == 0, "ab did not succeed");
+    const Usage used = difference(before, usageByThread(program.tool()));
+    const QString report = QString::fromLatin1(ab.readAllStandardOutput());
+    const double answered = figureIn(report, "^Complete requests:");
+    require(answered > 0 && figureIn(report, "^Failed requests:") == 0 &&
+                figureIn(report, "^Total transferred:") > answered * 1000,
+            "a request was not answered");
+
+    const std::string title = "Web site, " + std::to_string(connections) + " connections: ";
+    printFigure(title + "requests", figureIn(report, "^Requests per second:"), "/s");
+    printFigure(title + "processor a request", used.nanoseconds / 1000 / answered, "us");
+    printFigure(title + "slowest answer", figureIn(report, "^ *100%"), "ms", 200);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -169,6 +207,8 @@ int main(int argc, char *argv[])
     return reportingFailure([seconds] {
         measureStartAndEnd();
         measureStandingBy(seconds);
+        measureSite(64);
+        measureSite(400);
         return true;
     });
 }
