@@ -22,7 +22,7 @@ inline void printFigure(const std::string &what, double value, const char *unit,
     std::cout.flush(); // the next row may be a minute away
 }
 
-inline double milliseconds(const QElapsedTimer &timer)
+inline double elapsedMilliseconds(const QElapsedTimer &timer)
 {
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }

@@ -41,7 +41,7 @@ public:
             require(timer.elapsed() < LimitMilliseconds, "the main window did not appear");
             QThread::usleep(1000);
         }
-        const double result = milliseconds(timer);
+        const double result = elapsedMilliseconds(timer);
         // It is at work, and not still starting, once it asks the server.
         const qsizetype asked = queries();
         require(waitUntil([&] { return queries() > asked; }, LimitMilliseconds),
@@ -60,7 +60,7 @@ public:
             signalProcess(tool(), SIGTERM);
         }
         require(m_game.tool().waitForFinished(LimitMilliseconds), "the tool did not end");
-        const double result = milliseconds(timer);
+        const double result = elapsedMilliseconds(timer);
         require(m_game.tool().exitCode() == 0, "the tool did not end well");
         return result;
     }

@@ -69,7 +69,7 @@ double millisecondsOf(Work work)
     QElapsedTimer timer;
     timer.start();
     work();
-    return milliseconds(timer);
+    return elapsedMilliseconds(timer);
 }
 
 template <typename Work>
