@@ -316,7 +316,8 @@ TEST_F(ConnectionsTest, HostileRequestsNeitherStopTheSiteNorKeepAnything)
     EXPECT_EQ(recordCount(), 2 * 61);
     EXPECT_TRUE(read(ErrorLog).contains(">2 more "));
     sendAll(others, 8000);
-    EXPECT_LT(heapInUse(), before + qsizetype{8000} * 8);
+    // A block that is lost with each takes 32 bytes at least; what Qt keeps for itself is less.
+    EXPECT_LT(heapInUse(), before + qsizetype{8000} * 16);
     EXPECT_TRUE(ask(good).contains("MAIN"));
     const auto &pool = root->GlobalForm()->webServer.wsckConnections;
     EXPECT_TRUE(QTest::qWaitFor([&] {
