@@ -73,13 +73,16 @@ TEST_F(clsZebekTest, QuitSavesTheOptionsOnceAndLeavesTheServerAlone)
     EXPECT_TRUE(fake.system.closeRequests.empty());
 }
 
-TEST_F(clsZebekTest, ASignalEndsItWithoutAsking)
+TEST_F(clsZebekTest, ASignalSavesTheOptionsAndEndsItWithoutAsking)
 {
     startIdle();
+    root->Options()->ReplayCount.Let(7);
+    root->QuitUnattended();
+    EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>7</ReplayCount>"));
     fake.files.failAt = FailingFiles::Always;
     // While the operator is asked about the full disk, too.
     fake.boxes.whileOpen = [this] { root->QuitUnattended(); };
     root->Quit();
     EXPECT_EQ(fake.boxes.boxes.size(), 1);
-    EXPECT_EQ(fake.processEnd.ends, 2);
+    EXPECT_EQ(fake.processEnd.ends, 3);
 }

@@ -6,28 +6,58 @@
 
 #include <gtest/gtest.h>
 
-/// The windows of this very program, seen from outside as the tool sees a game server's.
-static bool shows(const QStringList &expected)
+static QString told(const QString &command)
 {
-    platform::LinuxWindows windows;
-    QStringList captions;
-    const auto asExpected = [&] {
-        captions.clear();
-        for (const platform::WindowHandle window : windows.topLevel()) {
-            if (windows.owner(window) == getpid()) {
-                captions.append(windows.caption(window, 511));
-            }
-        }
-        return captions == expected;
-    };
-    return waitUntil(asExpected, 10000);
+    QProcess tool;
+    tool.start(command.section(u' ', 0, 0), command.split(u' ').mid(1));
+    tool.waitForFinished();
+    return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
 }
 
-static bool framesNewWindows()
+/// The windows of this program, topmost first, each as "number caption owner": by the X server's
+/// own tools.
+static QStringList byXTools()
 {
-    QWidget probe;
-    probe.show();
-    return waitUntil([&] { return probe.frameGeometry() != probe.geometry(); }, 200);
+    QStringList result;
+    static const QRegularExpression ours(uR"((0x[0-9a-f]+) "[^\n]*": \("zebek_program_tests")"_s);
+    for (const auto &match : ours.globalMatch(told(u"xwininfo -root -tree"_s))) {
+        const QString window = match.captured(1);
+        if (told(u"xwininfo -id "_s + window).contains(u"IsViewable"_s)) {
+            result.append(QStringList{QString::number(window.toUInt(nullptr, 16)),
+                                      told(u"xdotool getwindowname "_s + window),
+                                      told(u"xdotool getwindowpid "_s + window)}
+                              .join(u' '));
+        }
+    }
+    return result;
+}
+
+/// The same as the tool sees a game server's.
+static QStringList byTool()
+{
+    QStringList result;
+    platform::LinuxWindows windows;
+    for (const platform::WindowHandle window : windows.topLevel()) {
+        const platform::ProcessId owner = windows.owner(window);
+        if (owner == getpid()) {
+            result.append(u"%1 %2 %3"_s.arg(window).arg(windows.caption(window, 511)).arg(owner));
+        }
+    }
+    return result;
+}
+
+static bool shows(const QStringList &captions)
+{
+    return waitUntil(
+        [&] {
+            const QStringList windows = byXTools();
+            bool asExpected = windows.size() == captions.size() && byTool() == windows;
+            for (qsizetype index = 0; asExpected && index < windows.size(); ++index) {
+                asExpected = windows[index].section(u' ', 1, -2) == captions[index];
+            }
+            return asExpected;
+        },
+        StartMilliseconds);
 }
 
 TEST(LinuxWindows, AreListedTopmostFirstAndCloseOnRequestWithAndWithoutAWindowManager)
@@ -36,12 +66,16 @@ TEST(LinuxWindows, AreListedTopmostFirstAndCloseOnRequestWithAndWithoutAWindowMa
     for (const bool managed : {false, true}) {
         if (managed) {
             manager.start(u"openbox"_s, {});
-            ASSERT_TRUE(waitUntil(framesNewWindows, 10000));
+            ASSERT_TRUE(waitUntil(
+                [] {
+                    return told(u"xprop -root _NET_SUPPORTING_WM_CHECK"_s).contains(u"window id"_s);
+                },
+                StartMilliseconds));
         }
         QWidget first;
         first.setWindowTitle(u"First – Zürich"_s);
         first.show();
-        ASSERT_TRUE(shows({u"First – Zürich"_s}));
+        ASSERT_TRUE(shows({u"First – Zürich"_s})) << managed;
         QWidget second;
         second.setWindowTitle(u"Second"_s);
         second.show();
@@ -50,9 +84,9 @@ TEST(LinuxWindows, AreListedTopmostFirstAndCloseOnRequestWithAndWithoutAWindowMa
         EXPECT_TRUE(shows({u"First – Zürich"_s, u"Second"_s})) << managed;
 
         platform::LinuxWindows windows;
-        windows.postClose(windows.topLevel().front());
-        EXPECT_TRUE(waitUntil([&] { return !first.isVisible(); }, 10000));
+        windows.postClose(static_cast<platform::WindowHandle>(first.winId()));
         EXPECT_TRUE(shows({u"Second"_s})) << managed;
+        EXPECT_FALSE(first.isVisible());
         EXPECT_EQ(windows.caption(1, 511), QString()) << "a window that is not there";
         EXPECT_EQ(windows.owner(1), 0);
     }

@@ -127,6 +127,11 @@ TEST_F(ctlGRServerTest, ARunningServerIsTakenOverAndAFailedStartHoldsNone)
         EXPECT_EQ(recordCount(), failures);
     }
     EXPECT_EQ(fake.system.commandLines.size(), 3);
+
+    fake.system.addServer(u"/elsewhere/GhostRecon.exe"_s);
+    fake.system.addServer(server().EXEPath(), u"Ghost Recon Console"_s);
+    look();
+    EXPECT_EQ(state(), Idle) << "another directory's server, and another window of this one's";
 }
 
 TEST_F(ctlGRServerTest, SilenceArmsTheDeadTimerOnceAndAnAnswerDisarmsIt)
@@ -216,6 +221,16 @@ TEST_F(ctlGRServerTest, AHungServerIsRestartedInTimeWithAllSettingsAndHoweverLat
                 server().StopGRServer();
             }
         }
+    }
+}
+
+TEST_F(ctlGRServerTest, APollThatFallsDueTogetherWithAnotherTimerComesAfterIt)
+{
+    for (const int seconds : {5, 10}) { // the request's time-out; the dead timer
+        root->Options()->ServerPollingFrequency.Ex(seconds * 1000);
+        root->Options()->ServerTimeout.Ex(seconds);
+        EXPECT_EQ(millisecondsOfHang(), 2 * seconds * 1000);
+        server().StopGRServer();
     }
 }
 

@@ -1,5 +1,6 @@
 #include "server/ctlServerStatus.h"
 
+#include "core/basAddress.h"
 #include "support/ToolTest.h"
 
 #include <QNetworkDatagram>
@@ -56,6 +57,15 @@ protected:
         game.writeDatagram(request.makeReply(reply));
         EXPECT_TRUE(
             QTest::qWaitFor([this] { return query->Status() == ServerQueryStatus::Responding; }));
+    }
+    /// Lets what was sent before, which may be left unread, arrive and be looked at.
+    void deliver()
+    {
+        QUdpSocket last;
+        last.bind(QHostAddress(QHostAddress::LocalHost));
+        game.writeDatagram("last", last.localAddress(), last.localPort());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return last.hasPendingDatagrams(); }));
+        QCoreApplication::processEvents();
     }
     QString players() const
     {
@@ -118,7 +128,7 @@ TEST_F(ctlServerStatusTest, SilenceIsDeathAndALateAnswerIsNotRead)
     fake.clock.advance(1);
     EXPECT_EQ(query->Status(), ServerQueryStatus::Dead);
     game.writeDatagram(request.makeReply(fullReply()));
-    QTest::qWait(20);
+    deliver();
     EXPECT_EQ(query->Status(), ServerQueryStatus::Dead);
     EXPECT_EQ(query->Name(), QString());
 
@@ -146,11 +156,32 @@ TEST_F(ctlServerStatusTest, WhatCameUnaskedNeitherBlocksNorCounts)
     for (int copy = 0; copy < 3; ++copy) {
         game.writeDatagram(request.makeReply(fullReply()));
     }
-    QTest::qWait(50);
+    deliver();
     EXPECT_EQ(query->Status(), ServerQueryStatus::Responding);
     ask();
-    QTest::qWait(50);
+    deliver();
     EXPECT_EQ(query->Status(), ServerQueryStatus::Probing);
     fake.clock.advance(5000);
     answer(ask(), fullReply());
 }
+
+#ifdef Q_OS_LINUX
+TEST_F(ctlServerStatusTest, AsksTheAddressThatTheMachineHasByNow)
+{
+    const auto ip = [](const QString &arguments) {
+        EXPECT_EQ(QProcess::execute(u"ip"_s, arguments.split(u' ')), 0);
+    };
+    const auto primary = [] { return fnPrimaryAddress().toString(); };
+    ip(u"link add network type veth peer name neighbour"_s);
+    ip(u"address add 192.0.2.1/24 dev network"_s);
+    EXPECT_EQ(primary(), u"127.0.0.1"_s) << "the network is not up yet";
+    ip(u"link set network up"_s);
+    ip(u"link set neighbour up"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return primary() == u"192.0.2.1"_s; }));
+    query = std::make_unique<ctlServerStatus>();
+    EXPECT_EQ(query->IP(), u"192.0.2.1"_s);
+    ip(u"link delete network"_s);
+    ask();
+    EXPECT_EQ(query->IP(), u"127.0.0.1"_s);
+}
+#endif

@@ -2,6 +2,9 @@
 #include "server/clsMods.h"
 #include "web/WebTest.h"
 
+#include <QNetworkDatagram>
+#include <QUdpSocket>
+
 using clsWebSiteTest = WebTest;
 
 /// The route of every post, with fields that would change something.
@@ -23,7 +26,7 @@ static const std::pair<const char *, const char *> Posts[] = {
 
 TEST_F(clsWebSiteTest, AnswersEveryGetByteForByte)
 {
-    startSite("<ServerRunningGif>http://i/go.gif</ServerRunningGif>"
+    startSite("<ServerRunningGif>http://i/&#13;&#10;go.gif</ServerRunningGif>"
               "<ServerCrashGif>http://i/crash.gif</ServerCrashGif>");
     writeReplay(u"a b.rpf"_s, QByteArray("\0\xFF\r\n", 4));
     const QByteArray redirect = "HTTP/1.1  307 Temporary Redirect\r\nLocation: ";
@@ -119,7 +122,7 @@ TEST_F(clsWebSiteTest, StoresFormsAndTellsWhatItRefuses)
         return answer.mid(bar, answer.size() + 1 - before.size());
     };
     EXPECT_EQ(told("/UpdateAdminServerControlConfig",
-                   "SubmitType=Update&Pollingfreq=65536&Timeout=65&StartupTimeout=9.5&"
+                   "SubmitType=Update&Pollingfreq=-1&Timeout=65&StartupTimeout=9.5&"
                    "CMDLine=-x+%22y%22&AutoRestartGRServer=on",
                    PageKey::AdminServerControlUpdate),
               "Please enter a valid number for the Polling Frequency (0-65535)<br>"
@@ -255,12 +258,25 @@ TEST_F(clsWebSiteTest, NoNameReachesAFileOutsideTheReplayFolder)
 TEST_F(clsWebSiteTest, ThePublicPageIsBuiltOncePerPeriodAndShowsWhatTheServerTold)
 {
     startSite("<AutoStartGRServer>True</AutoStartGRServer>");
-
-    server().uctlServerStatus.setName(u"<b>ä</b>"_s);
+    const auto text = [](const QByteArray &value) -> QByteArray {
+        return static_cast<char>(value.size() + 1) + QByteArray(3, '\0') + value + '\0';
+    };
+    QUdpSocket game;
+    ASSERT_TRUE(game.bind(QHostAddress(QHostAddress::LocalHost), 2348));
+    server().uctlServerStatus.Refresh();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return game.hasPendingDatagrams(); }));
+    game.writeDatagram(game.receiveDatagram().makeReply(
+        QByteArray(25, 'x') + text("<b>\xE4</b>") + text("map") + text("mission") + text("type") +
+        "\0\0\x8\0\0\0\x2\0\0\0"_ba + text("J\xE4ger") + text("[ZS]Otter")));
+    ASSERT_TRUE(
+        QTest::qWaitFor([this] { return server().Status() == ServerQueryStatus::Responding; }));
     fake.clock.advance(3000);
     const QByteArray first = get("/");
     EXPECT_TRUE(first.contains("<td class=\"title\"><b>\xE4</b></td>"));
     EXPECT_TRUE(first.contains("Game Length:</td><td class=\"data\">00:00<"));
+    EXPECT_TRUE(
+        first.contains("<td class=\"Playerslabel\">Players (2/8)</td></tr>\n<tr><td>J\xE4ger"
+                       "</td></tr>\n<tr><td>[ZS]Otter</td></tr>\n</table></td>\n"));
     EXPECT_TRUE(first.contains("<b>Active Mods:  </b></td>"));
     server().uctlServerStatus.setName(u"other"_s);
     EXPECT_EQ(get("/"), first);
