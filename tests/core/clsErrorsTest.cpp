@@ -135,19 +135,6 @@ TEST_F(clsErrorsTest, AWriteThatFallsShortLeavesTheOldLogAndTheRecordWaits)
     EXPECT_EQ(recordCount(), 3 + 11) << "1 MiB waits";
 }
 
-TEST_F(clsErrorsTest, ARecordThatCannotBeSavedComesWithTheNextOne)
-{
-    root->Start();
-    record(u"one"_s);
-    const QByteArray before = read(ErrorLog);
-    fake.files.failAt = FailingFiles::Always;
-    record(u"two"_s);
-    EXPECT_EQ(read(ErrorLog), before);
-    fake.files.failAt = 0;
-    record(u"three"_s);
-    EXPECT_EQ(recordCount(), 3);
-}
-
 TEST_F(clsErrorsTest, NoDescriptionMakesTheLogUnreadable)
 {
     root->Start();

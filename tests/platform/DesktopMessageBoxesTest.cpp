@@ -10,12 +10,8 @@ using namespace Qt::Literals::StringLiterals;
 class DesktopMessageBoxesTest : public testing::Test
 {
 protected:
-    struct Box
-    {
-        QString text;
-        int style;
-    };
-    /// What comes while a box of that text is open, and the button that then ends it.
+    using Box = std::pair<QString, int>; ///< text and style
+    /// The text of an open box, what comes meanwhile, and the button that is pressed then.
     struct Turn
     {
         QString text;
@@ -26,40 +22,30 @@ protected:
     void show(const Box &box)
     {
         ++m_come;
-        const int button = boxes.show(box.text, u"Title"_s, box.style);
-        ended.append(box.text + u' ' + QString::number(button));
+        const int button = boxes.show(box.first, u"Title"_s, box.second);
+        ended.append(box.first + QString::number(button));
     }
-    /// Shows the first one, and what each turn has, from the event loop as timers and sockets do.
+    /// Shows the boxes from the event loop, as timers and sockets do, the first one at once.
     void run(const std::vector<Turn> &turns, const Box &first)
     {
         auto turn = turns.begin();
-        bool begun = false;
-        int expected = m_come + 1;
+        int expected = 0; // to come before the answer
         QTimer operators;
         QObject::connect(&operators, &QTimer::timeout, [&] {
-            QList<QMessageBox *> open;
-            for (QWidget *const window : QApplication::topLevelWidgets()) {
-                auto *const box = qobject_cast<QMessageBox *>(window);
-                if (box != nullptr && box->isVisible()) {
-                    open.append(box);
-                }
-            }
-            if (open.isEmpty()) {
-                return;
-            }
-            if (open.size() > 1 || turn == turns.end() || open.first()->text() != turn->text) {
-                ADD_FAILURE() << open.last()->text().toStdString() << " is open out of turn";
+            QWidgetList open = QApplication::topLevelWidgets();
+            open.removeIf([](const QWidget *window) { return !window->isVisible(); });
+            auto *const box = qobject_cast<QMessageBox *>(open.value(0));
+            if (open.size() > 1 || (box && (turn == turns.end() || box->text() != turn->text))) {
+                ADD_FAILURE() << "a box is open out of its turn";
                 open.last()->close();
-                return;
-            }
-            if (!std::exchange(begun, true)) {
-                expected += static_cast<int>(turn->meanwhile.size());
-                for (const Box &box : turn->meanwhile) {
-                    QTimer::singleShot(0, [this, box] { show(box); });
+            } else if (box && expected == 0) {
+                expected = m_come + static_cast<int>(turn->meanwhile.size());
+                for (const Box &next : turn->meanwhile) {
+                    QTimer::singleShot(0, [this, next] { show(next); });
                 }
-            } else if (m_come == expected) {
-                begun = false;
-                open.first()->button((turn++)->answer)->click();
+            } else if (box && m_come == expected) {
+                expected = 0;
+                box->button((turn++)->answer)->click();
             }
         });
         operators.start(0);
@@ -68,7 +54,7 @@ protected:
     }
 
     platform::DesktopMessageBoxes boxes;
-    QStringList ended; ///< "text button" of each, in the order in which the calls returned
+    QStringList ended; ///< text and button of each, in the order in which the calls returned
 
 private:
     int m_come = 0;
@@ -82,23 +68,18 @@ TEST_F(DesktopMessageBoxesTest, ComeOneAtATimeAndATextThatIsThereAlreadyOnlyOnce
          {u"A"_s, {}, QMessageBox::Ok},
          {u"B"_s, {}, QMessageBox::Retry}},
         {u"A"_s, platform::OkOnly});
-    EXPECT_EQ(ended.join(u", "_s), u"A 1, B 2, A 1, C 1, B 4, A 1"_s);
+    EXPECT_EQ(ended.join(u' '), u"A1 B2 A1 C1 B4 A1"_s);
     run({{u"A"_s, {}, QMessageBox::Ok}}, {u"A"_s, platform::OkOnly});
 }
 
 TEST_F(DesktopMessageBoxesTest, ShowPlainTextWithIconAndButtonsAndClosingIsOkOrCancel)
 {
-    const struct
-    {
-        int style;
-        QMessageBox::Icon icon;
-        QMessageBox::StandardButtons buttons;
-        int closed;
-    } rows[] = {{platform::OkOnly, QMessageBox::NoIcon, QMessageBox::Ok, platform::OkButton},
-                {platform::OkOnly + platform::InformationIcon, QMessageBox::Information,
-                 QMessageBox::Ok, platform::OkButton},
-                {platform::RetryCancel + platform::StopIcon, QMessageBox::Critical,
-                 QMessageBox::Retry | QMessageBox::Cancel, platform::CancelButton}};
+    using Shown = QMessageBox;
+    const std::tuple<int, Shown::Icon, Shown::StandardButtons, int> rows[] = {
+        {platform::OkOnly, Shown::NoIcon, Shown::Ok, platform::OkButton},
+        {platform::InformationIcon, Shown::Information, Shown::Ok, platform::OkButton},
+        {platform::RetryCancel + platform::StopIcon, Shown::Critical, Shown::Retry | Shown::Cancel,
+         platform::CancelButton}};
     for (const auto &row : rows) {
         QTimer::singleShot(0, [&] {
             auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
@@ -106,10 +87,10 @@ TEST_F(DesktopMessageBoxesTest, ShowPlainTextWithIconAndButtonsAndClosingIsOkOrC
             EXPECT_EQ(box->windowTitle(), u"Title"_s);
             EXPECT_EQ(box->text(), u"<b>\n&"_s);
             EXPECT_EQ(box->textFormat(), Qt::PlainText);
-            EXPECT_EQ(box->icon(), row.icon);
-            EXPECT_EQ(box->standardButtons(), row.buttons);
+            EXPECT_EQ(box->icon(), std::get<1>(row));
+            EXPECT_EQ(box->standardButtons(), std::get<2>(row));
             box->close();
         });
-        EXPECT_EQ(boxes.show(u"<b>\r\n&"_s, u"Title"_s, row.style), row.closed);
+        EXPECT_EQ(boxes.show(u"<b>\r\n&"_s, u"Title"_s, std::get<0>(row)), std::get<3>(row));
     }
 }

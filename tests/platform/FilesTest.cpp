@@ -151,5 +151,8 @@ TEST_F(replaceFile, KeepsPermissionsFollowsLinksAndRemovesLeftovers)
     EXPECT_TRUE(QFileInfo(path(link)).isSymLink());
     EXPECT_FALSE(QFile::permissions(path(file)) & (QFile::ReadGroup | QFile::ReadOther));
     EXPECT_FALSE(QFile::exists(path(platform::replacementName(file))));
+    QFile::remove(path(file));
+    replace(link, "made anew");
+    EXPECT_EQ(read(file), "made anew");
 }
 #endif

@@ -64,10 +64,7 @@ static QString awkwardName()
     return native ? u"łukasz 50% \"Игра\" <&>"_s : u"łukasz 50% 'Игра' &"_s;
 }
 
-GameDirectory::GameDirectory() : GameDirectory(awkwardName()) {}
-
-GameDirectory::GameDirectory(const QString &name)
-    : m_directory(u"%1/%2-XXXXXX"_s.arg(QDir::tempPath(), name))
+GameDirectory::GameDirectory() : m_directory(u"%1/%2-XXXXXX"_s.arg(QDir::tempPath(), awkwardName()))
 {
     for (const QString &program : {Tool, Server}) {
         QFile::copy(programOf(program), path(program));
@@ -128,11 +125,10 @@ void GameDirectory::killTool()
     m_tool.waitForFinished();
 }
 
-Pid GameDirectory::startServerByHand(const QString &switches) const
+Pid GameDirectory::startServerByHand() const
 {
     QProcess process;
-    setCommand(process, path(Server),
-               u"-autoserve -log events.log %1"_s.arg(switches).split(u' ', Qt::SkipEmptyParts));
+    setCommand(process, path(Server), {u"-autoserve"_s, u"-log"_s, u"events.log"_s});
     process.setWorkingDirectory(path());
     Pid result = 0;
     process.startDetached(&result);

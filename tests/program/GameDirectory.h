@@ -17,7 +17,7 @@ enum class Program { Tool, Server };
 bool isNative(Program program);
 
 /// A game directory with the tool and the simulated game server in it. Everything that it started
-/// ends with it. Unless it matters, its name is one of those that some program or other mistakes.
+/// ends with it. Its name is one of those that some program or other mistakes.
 /// The programs are those of the environment's ZEBEK_TEST_TOOL and ZEBEK_TEST_SERVER, or those
 /// beside the test; one for Windows runs under Wine.
 class GameDirectory
@@ -26,7 +26,6 @@ class GameDirectory
 
 public:
     GameDirectory();
-    explicit GameDirectory(const QString &name);
     ~GameDirectory();
 
     QString path(const QString &name = {}) const { return m_directory.filePath(name); }
@@ -48,8 +47,8 @@ public:
     Ending runToolAgain(const std::function<void()> &meanwhile = [] {}) const;
     void killTool();
     QProcess &tool() { return m_tool; }
-    /// Starts a server as an operator would by hand, with the given switches.
-    Pid startServerByHand(const QString &switches = {}) const;
+    /// Starts a server as an operator would by hand.
+    Pid startServerByHand() const;
 
     /// The one server that runs from this directory; 0 where there is none, -1 where there are
     /// more.

@@ -188,19 +188,6 @@ TEST_F(ctlGRServerTest, TheDeadTimerRestartsOnlyADeadServerThatCanBeStopped)
     EXPECT_EQ(server().uctlServerStatus.Status(), Unknown);
 }
 
-TEST_F(ctlGRServerTest, WithDefaultSettingsEachOfManyHangsIsRestartedAtTheFirstMultiple)
-{
-    ASSERT_TRUE(server().StartGRServer(true));
-    for (int hang = 0; hang < 20; ++hang) {
-        // 30 s grace, first request at 33 s, dead at 38 s and seen at 39 s, restarted 30 s later.
-        fake.clock.advance(68999);
-        ASSERT_EQ(heldId(), First + hang);
-        fake.clock.advance(1);
-        ASSERT_EQ(heldId(), First + hang + 1);
-        EXPECT_TRUE(fake.system.processes.at(First + hang).ended);
-    }
-}
-
 TEST_F(ctlGRServerTest, AHungServerIsRestartedInTimeWithAllSettingsAndHoweverLateTheTimers)
 {
     constexpr int Lateness = 5000 + 5 * 10000; // of one more request, and of five ticks

@@ -18,6 +18,17 @@ using namespace Qt::Literals::StringLiterals;
 class SystemFilesTest : public testing::Test
 {
 protected:
+    /// Its number and text; 0 without one.
+    static std::pair<int, QString> failureOf(const std::function<void()> &call)
+    {
+        try {
+            call();
+        } catch (const platform::Failure &failure) {
+            return {failure.number(), failure.description()};
+        }
+        return {};
+    }
+
     QTemporaryDir directory;
     const QString file = directory.filePath(u"file"_s);
     const QString missing = directory.filePath(u"no/file"_s);
@@ -30,12 +41,7 @@ TEST_F(SystemFilesTest, EveryCallThatFailsTellsTheFileAndTheSystemsNumber)
     const QString device = u"/dev/null"_s; // which takes any bytes, but no other order
     const QString proc = u"/proc"_s;
     const QString other = directory.filePath(u"other"_s);
-    const struct
-    {
-        std::function<void()> call;
-        QString told;
-        int number;
-    } rows[] = {
+    const std::tuple<std::function<void()>, QString, int> rows[] = {
         {[&] { files.remove(directory.path()); }, directory.path(), EISDIR},
         {[&] { files.create(file, "new", {}); }, file, EEXIST},
         {[&] { files.create(missing, "new", {}); }, missing, ENOENT},
@@ -54,14 +60,9 @@ TEST_F(SystemFilesTest, EveryCallThatFailsTellsTheFileAndTheSystemsNumber)
          other, EFBIG},
     };
     for (const auto &[call, told, number] : rows) {
-        SCOPED_TRACE(&call - &rows->call);
-        try {
-            call();
-            ADD_FAILURE() << "no failure";
-        } catch (const platform::Failure &failure) {
-            EXPECT_EQ(failure.number(), number);
-            EXPECT_TRUE(failure.description().startsWith(told + u": "_s));
-        }
+        const auto [errorNumber, description] = failureOf(call);
+        EXPECT_EQ(errorNumber, number) << told.toStdString();
+        EXPECT_TRUE(description.startsWith(told + u": "_s)) << description.toStdString();
     }
     limitFileSize(-1);
     EXPECT_EQ(platform::readFile(file), "old");
@@ -73,31 +74,23 @@ TEST_F(SystemFilesTest, EveryCallThatFailsTellsTheFileAndTheSystemsNumber)
 
 TEST_F(SystemFilesTest, WhatIsNoFileOrNoFolderOrCannotBeReadIsRefused)
 {
-    const auto numberOf = [](const std::function<void()> &call) {
-        try {
-            call();
-        } catch (const platform::Failure &failure) {
-            return failure.number();
-        }
-        return 0;
-    };
     files.create(file, "content", {});
     EXPECT_EQ(platform::readFile(file, 3), "con");
     for (const QString &unreadable : {missing, directory.path(), u"/sys/class/net/lo/speed"_s}) {
-        EXPECT_EQ(numberOf([&] { platform::readFile(unreadable); }), 75);
+        EXPECT_EQ(failureOf([&] { platform::readFile(unreadable); }).first, 75);
     }
-    EXPECT_EQ(numberOf([&] {
-                  platform::replaceFile(files, directory.path(), "new",
-                                        platform::Durability::SurvivesCrash);
-              }),
-              75);
-    EXPECT_EQ(numberOf([&] { platform::requireFolder(directory.path()); }), 0);
-    EXPECT_EQ(numberOf([&] { platform::requireFolder(file); }), 75);
+    const auto replaceFolder = [this] {
+        platform::Replacement(files, directory.path(), "new", platform::Durability::SurvivesCrash);
+    };
+    EXPECT_EQ(failureOf(replaceFolder).first, 75);
+    EXPECT_EQ(failureOf([&] { platform::requireFolder(directory.path()); }).first, 0);
+    EXPECT_EQ(failureOf([&] { platform::requireFolder(file); }).second,
+              file + u": No such folder"_s);
     const auto requireWithoutPrivileges = [&] { // root may read everything
         __user_cap_header_struct self{_LINUX_CAPABILITY_VERSION_3, 0};
         __user_cap_data_struct none[2]{};
         ::syscall(SYS_capset, &self, none);
-        std::_Exit(numberOf([&] { platform::requireFolder(directory.path()); }));
+        std::_Exit(failureOf([&] { platform::requireFolder(directory.path()); }).first);
     };
     for (const QFile::Permissions half : {QFile::ReadOwner, QFile::ExeOwner}) {
         QFile::setPermissions(directory.path(), half);
