@@ -229,8 +229,8 @@ TEST_F(ctlServerOptionsTest, TheWebAndThePanelWorkOnOneListOfMods)
     server().StartGRServer(true);
     EXPECT_EQ(rows(), u"a-bC"_s);
     write(u"modsset.txt"_s, "\"\\mods\\bravo\"\r\n");
-    root->WebSite()->Page(u"PublicStatus"_s)->setStale(true);
-    EXPECT_TRUE(page("PublicStatus").contains("Active Mods:  </b>Bravo - <"));
+    root->WebSite()->Page(PageKey::PublicStatus).setStale(true);
+    EXPECT_TRUE(page(PageKey::PublicStatus).contains("Active Mods:  </b>Bravo - <"));
     EXPECT_EQ(rows(), u"b-aC"_s);
 }
 
