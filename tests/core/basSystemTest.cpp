@@ -1,9 +1,9 @@
 #include "core/basSystem.h"
 
 #include "platform/SystemServices.h"
-#include "support/ToolTest.h"
+#include "support/RootTest.h"
 
-using basSystemTest = ToolTest;
+using basSystemTest = ServicesTest;
 
 TEST_F(basSystemTest, SwitchesTheStartAtLogOnAndReportsFailuresOnce)
 {

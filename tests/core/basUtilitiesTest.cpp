@@ -1,11 +1,11 @@
 #include "core/basUtilities.h"
 
 #include "platform/CodePage.h"
-#include "support/ToolTest.h"
+#include "support/RootTest.h"
 
 #include <numeric>
 
-using basUtilitiesTest = ToolTest;
+using basUtilitiesTest = ServicesTest;
 
 TEST_F(basUtilitiesTest, PercentEscapesAreDecodedAllAtOnceAndAgain)
 {

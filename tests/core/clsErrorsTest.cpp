@@ -1,7 +1,7 @@
-#include "support/ToolTest.h"
+#include "support/RootTest.h"
 #include "support/system.h"
 
-using clsErrorsTest = ToolTest;
+using clsErrorsTest = ServicesTest;
 
 static void record(const QString &description, int number = 5)
 {

@@ -1,7 +1,7 @@
 #include "records/basParse.h"
 #include "records/clsReplays.h"
 #include "records/clsTrackStats.h"
-#include "support/ToolTest.h"
+#include "support/RootTest.h"
 
 #include <limits>
 #include <random>
@@ -19,13 +19,40 @@ static QByteArray page(const QByteArray &rows, const QByteArray &time = "Wed Jun
            ")\r\n6\r\n7\r\n" + (rows.isEmpty() ? "" : "<TR>\r\n") + rows + "</TABLE>\r\n)";
 }
 
+/// A root object with the archive and the tracker, which looks every 45 s.
+class RecordsRoot final : public FakeRoot
+{
+public:
+    using FakeRoot::FakeRoot;
+
+    void Start()
+    {
+        FakeRoot::Start();
+        QDir(RootDirectory()).mkdir(u"Replays"_s);
+        m_replays = std::make_unique<clsReplays>();
+        m_tracker = std::make_unique<clsTrackStats>();
+        m_timer.setInterval(45000);
+        m_tracker->setTimerControl(&m_timer);
+    }
+    void Quit() override
+    {
+        m_replays->Release();
+        FakeRoot::Quit();
+    }
+    clsReplays *Replays() const override { return m_replays.get(); }
+
+private:
+    platform::Timer m_timer{Machine().clock};
+    std::unique_ptr<clsReplays> m_replays;
+    std::unique_ptr<clsTrackStats> m_tracker;
+};
+
 /// The game's directory with a replay, and the tracker's passes run by hand.
-class recordsTest : public ToolTest
+class recordsTest : public RootTest<RecordsRoot>
 {
 protected:
     recordsTest()
     {
-        writeOptions("<AutoStartGRServer>False</AutoStartGRServer>");
         QDir(directory.path()).mkpath(u"data/SAVE/replay"_s);
         root->Start();
     }

@@ -1,8 +1,8 @@
 #include "server/clsMods.h"
 
-#include "support/ToolTest.h"
+#include "support/RootTest.h"
 
-class clsModsTest : public ToolTest
+class clsModsTest : public ServicesTest
 {
 protected:
     clsModsTest()
@@ -91,23 +91,6 @@ TEST_F(clsModsTest, WhatCannotBeReadIsRecordedAndNotOverwritten)
     mods.ActivateMod(u"\\mods\\desert"_s);
     EXPECT_FALSE(mods.Save());
     EXPECT_EQ(recordCount(), 2) << "no attempt to replace it";
-}
-
-TEST_F(clsModsTest, WhatIsMissingIsToldOnceAndAgainWhenItWasThereMeanwhile)
-{
-    QFile::remove(path(u"options.xml"_s));
-    startIdle();
-    for (int length = 1; length <= 10; ++length) { // each key typed renders every page again
-        root->Options()->AdminPassword.Let(QString(length, u'x'));
-        root->MainWindow()->Form_Load();
-    }
-    EXPECT_EQ(recordCount(), 3) << "the folder, the list and the settings";
-    QDir(directory.path()).mkdir(u"Mods"_s);
-    root->RefreshPages({});
-    QDir(directory.path()).rmdir(u"Mods"_s);
-    root->RefreshPages({});
-    root->RefreshPages({});
-    EXPECT_EQ(recordCount(), 4);
 }
 
 TEST_F(clsModsTest, TheNameIsReadByTheRulesOfCommaDelimitedText)

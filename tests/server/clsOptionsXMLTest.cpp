@@ -1,6 +1,6 @@
 #include "server/clsOptionsXML.h"
 
-#include "support/ToolTest.h"
+#include "support/RootTest.h"
 
 const QByteArray GameFile =
     "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n<!-- ports -->\r\n<Options a=\"1\">\r\n"
@@ -12,7 +12,7 @@ const QByteArray GameFile =
     "  <IPAddress>10.0.0.50</IPAddress><IPAddress>10.0.0.5</IPAddress>\r\n"
     "  <IPAddress>10.0.0.5</IPAddress>\r\n</Options>\r\n";
 
-class clsOptionsXMLTest : public ToolTest
+class clsOptionsXMLTest : public ServicesTest
 {
 protected:
     clsOptionsXMLTest()

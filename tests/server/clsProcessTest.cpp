@@ -1,12 +1,12 @@
 #include "server/clsProcess.h"
 
 #include "server/basWINAPI.h"
-#include "support/ToolTest.h"
+#include "support/RootTest.h"
 
 const QString Game = u"/games/GhostRecon.exe"_s;
 const QString CommandLine = u"\"/games/GhostRecon.exe\" -autoserve"_s;
 
-class clsProcessTest : public ToolTest
+class clsProcessTest : public ServicesTest
 {
 protected:
     clsProcessTest() { startIdle(); }

@@ -1,6 +1,6 @@
 #include "server/ctlGRServer.h"
 
-#include "support/ToolTest.h"
+#include "support/RootTest.h"
 
 using enum ServerQueryStatus;
 
@@ -9,28 +9,29 @@ constexpr FakeSystem::Id First = 1001;
 const QString Created = u"GR Process created (ID=1001) :Running|"_s;
 const QString Idle = u"No Process information|Not Checking|0 0 0"_s;
 
-class ctlGRServerTest : public ToolTest
+class ctlGRServerTest : public ServicesTest
 {
 protected:
     ctlGRServerTest()
     {
-        startWith("<AutoStartGRServer>False</AutoStartGRServer>"
-                  "<ServerCommandLineArgs>-map \"a b\" 1</ServerCommandLineArgs>");
-        root->GlobalForm()->tmrHeartbeat.setInterval(0); // it has tests of its own
+        startWith("<ServerCommandLineArgs>-map \"a b\" 1</ServerCommandLineArgs>");
+        m_server.emplace();
+        m_server->setEXEPath(rootDirectory() + u"GhostRecon.exe"_s);
     }
 
+    ctlGRServer &server() { return *m_server; }
     void startPolling()
     {
         ASSERT_TRUE(server().StartGRServer(false));
         server().tmrStartupTimeout_Timer();
     }
     /// The timer ticks while the query is in that state.
-    void pollAs(ServerQueryStatus status) const
+    void pollAs(ServerQueryStatus status)
     {
         server().uctlServerStatus.setStatus(status);
         server().tmrPollingFrequency_Timer();
     }
-    void deadTimerAs(ServerQueryStatus status) const
+    void deadTimerAs(ServerQueryStatus status)
     {
         server().uctlServerStatus.setStatus(status);
         server().tmrDead_Timer();
@@ -63,14 +64,14 @@ protected:
         }
         return fake.clock.milliseconds() - begin;
     }
-    FakeSystem::Id heldId() const { return server().Process()->PID(); }
-    QString timers() const
+    FakeSystem::Id heldId() { return server().Process()->PID(); }
+    QString timers()
     {
         return u"%1 %2 %3"_s.arg(server().tmrStartupTimeout.Interval())
             .arg(server().tmrPollingFrequency.Interval())
             .arg(server().tmrDead.Interval());
     }
-    QString state() const
+    QString state()
     {
         EXPECT_EQ(server().NetworkStatusText(),
                   u"Network Status: "_s +
@@ -78,6 +79,9 @@ protected:
         return QStringList{server().ProcessStatusText(), server().StatusText(), timers()}.join(
             u'|');
     }
+
+private:
+    std::optional<ctlGRServer> m_server;
 };
 
 TEST_F(ctlGRServerTest, IdleThenGraceThenPollingThenHeldThenIdle)

@@ -1,7 +1,7 @@
 #include "server/ctlServerStatus.h"
 
 #include "core/basAddress.h"
-#include "support/ToolTest.h"
+#include "support/RootTest.h"
 
 #include <QNetworkDatagram>
 
@@ -35,7 +35,7 @@ static QByteArray fullReply(bool dedicated = true, int state = 4, float elapsed 
 }
 
 /// The query and a server on the loopback address.
-class ctlServerStatusTest : public ToolTest
+class ctlServerStatusTest : public ServicesTest
 {
 protected:
     ctlServerStatusTest()

@@ -1,8 +1,8 @@
 #include "web/clsWebServerRequest.h"
 
-#include "support/ToolTest.h"
+#include "support/RootTest.h"
 
-using clsWebServerRequestTest = ToolTest;
+using clsWebServerRequestTest = ServicesTest;
 
 TEST_F(clsWebServerRequestTest, ReadsMethodTargetAndFieldsAndRecordsWhatBreaksOff)
 {

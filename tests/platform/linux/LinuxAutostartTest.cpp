@@ -1,27 +1,35 @@
 #include "platform/linux/LinuxAutostart.h"
 
 #include "platform/SystemServices.h"
-#include "support/ToolTest.h"
+#include "support/FakeMachine.h"
 
-using LinuxAutostartTest = ToolTest;
+#include <QFile>
+#include <QTemporaryDir>
 
-TEST_F(LinuxAutostartTest, ItIsADesktopEntry)
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(LinuxAutostart, IsADesktopEntry)
 {
-    platform::LinuxAutostart autostart(fake.files, path(u"autostart"_s));
+    const QTemporaryDir directory;
+    const QString folder = directory.filePath(u"autostart"_s);
+    FailingFiles files;
+    platform::LinuxAutostart autostart(files, folder);
     EXPECT_EQ(autostart.query(), 2U);
     EXPECT_EQ(platform::systemMessage(2), u"No such file or directory"_s);
     EXPECT_EQ(autostart.remove(), 2U);
     EXPECT_EQ(autostart.write(u"/games/Ghost \"R\" $x 50%\\ü/ZebekSuite.exe"_s), 0U);
     EXPECT_EQ(autostart.query(), 0U);
-    EXPECT_EQ(QString::fromUtf8(read(u"autostart/ZEBEK.EXE.desktop"_s)),
+    EXPECT_EQ(QString::fromUtf8(platform::readFile(folder + u"/ZEBEK.EXE.desktop"_s)),
               u"[Desktop Entry]\nType=Application\nName=Zebek Suite\n"
               "Exec=\"/games/Ghost \\\\\"R\\\\\" \\\\$x 50%%\\\\\\\\ü/"
               "ZebekSuite.exe\"\nTerminal=false\n"_s);
-    fake.files.failAt = FailingFiles::Always;
+    files.failAt = FailingFiles::Always;
     EXPECT_EQ(autostart.write(u"/other"_s), 112U);
     EXPECT_EQ(autostart.remove(), 112U);
-    fake.files.failAt = 0;
+    files.failAt = 0;
+    EXPECT_EQ(platform::LinuxAutostart(files, folder + u"/ZEBEK.EXE.desktop"_s).query(), 3U);
     EXPECT_EQ(autostart.remove(), 0U);
     EXPECT_EQ(autostart.query(), 2U);
-    EXPECT_EQ(platform::LinuxAutostart(fake.files, path(u"GhostRecon.exe"_s)).query(), 3U);
 }

@@ -1,6 +1,10 @@
 #include "platform/linux/LinuxProcesses.h"
 
-#include "support/ToolTest.h"
+#include <QtTest/QtTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
 
 class LinuxProcessesTest : public testing::Test
 {

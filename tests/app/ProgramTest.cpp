@@ -1,8 +1,8 @@
 #include "support/ToolTest.h"
 
-using clsZebekTest = ToolTest;
+using ProgramTest = ToolTest;
 
-TEST_F(clsZebekTest, TellsTheOperatorWhenTheGameIsNotThereAndLeavesNoTrace)
+TEST_F(ProgramTest, TellsTheOperatorWhenTheGameIsNotThereAndLeavesNoTrace)
 {
     QFile::remove(path(u"GhostRecon.exe"_s));
     QDir(directory.path()).mkdir(u"GhostRecon.exe"_s); // a folder is no program
@@ -15,7 +15,7 @@ TEST_F(clsZebekTest, TellsTheOperatorWhenTheGameIsNotThereAndLeavesNoTrace)
               (QStringList{u"GhostRecon.exe"_s, u"Mods"_s, u"modsset.txt"_s, u"options.xml"_s}));
 }
 
-TEST_F(clsZebekTest, StartsTheServerOfItsDirectoryAndTheHeartbeat)
+TEST_F(ProgramTest, StartsTheServerOfItsDirectoryAndTheHeartbeat)
 {
     root->Start();
     EXPECT_TRUE(fake.boxes.boxes.empty());
@@ -38,7 +38,7 @@ TEST_F(clsZebekTest, StartsTheServerOfItsDirectoryAndTheHeartbeat)
     EXPECT_FALSE(server().Connected());
 }
 
-TEST_F(clsZebekTest, AFailingStepIsRepeatedOnRetryAndEndsTheStartOnCancel)
+TEST_F(ProgramTest, AFailingStepIsRepeatedOnRetryAndEndsTheStartOnCancel)
 {
     write(u"Replays"_s, "a file where the folder belongs");
     fake.boxes.answers = {platform::RetryButton, platform::CancelButton};
@@ -56,7 +56,7 @@ TEST_F(clsZebekTest, AFailingStepIsRepeatedOnRetryAndEndsTheStartOnCancel)
     EXPECT_EQ(root->GlobalForm()->tmrHeartbeat.Interval(), 500);
 }
 
-TEST_F(clsZebekTest, QuitSavesTheOptionsOnceAndLeavesTheServerAlone)
+TEST_F(ProgramTest, QuitSavesTheOptionsOnceAndLeavesTheServerAlone)
 {
     root->Start();
     const FakeSystem::Id id = server().Process()->PID();
@@ -73,7 +73,7 @@ TEST_F(clsZebekTest, QuitSavesTheOptionsOnceAndLeavesTheServerAlone)
     EXPECT_TRUE(fake.system.closeRequests.empty());
 }
 
-TEST_F(clsZebekTest, ASignalSavesTheOptionsAndEndsItWithoutAsking)
+TEST_F(ProgramTest, ASignalSavesTheOptionsAndEndsItWithoutAsking)
 {
     startIdle();
     root->Options()->ReplayCount.Let(7);
@@ -85,4 +85,24 @@ TEST_F(clsZebekTest, ASignalSavesTheOptionsAndEndsItWithoutAsking)
     root->Quit();
     EXPECT_EQ(fake.boxes.boxes.size(), 1);
     EXPECT_EQ(fake.processEnd.ends, 3);
+}
+
+TEST_F(ProgramTest, WhatIsMissingIsToldOnceAndAgainWhenItWasThereMeanwhile)
+{
+    for (const QString &name : {u"options.xml"_s, u"modsset.txt"_s}) {
+        QFile::remove(path(name));
+    }
+    QDir(directory.path()).rmdir(u"Mods"_s);
+    startIdle();
+    for (int length = 1; length <= 10; ++length) { // each key typed renders every page again
+        root->Options()->AdminPassword.Let(QString(length, u'x'));
+        root->MainWindow()->Form_Load();
+    }
+    EXPECT_EQ(recordCount(), 3) << "the folder, the list and the settings";
+    QDir(directory.path()).mkdir(u"Mods"_s);
+    root->RefreshPages({});
+    QDir(directory.path()).rmdir(u"Mods"_s);
+    root->RefreshPages({});
+    root->RefreshPages({});
+    EXPECT_EQ(recordCount(), 4);
 }
