@@ -14,6 +14,8 @@
 #include <malloc.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 // Whether the tool's memory grows with its work. Simulated time makes hours of supervision pass in
 // seconds; the status query goes over a real socket to a game server that is played here.
 
@@ -35,12 +37,11 @@ class Endurance
 public:
     Endurance()
     {
-        m_fake.files.create(m_directory.filePath(QStringLiteral("GhostRecon.exe")), {}, {});
-        m_fake.files.create(m_directory.filePath(QStringLiteral("ZebekSuiteOptions.xml")), Options,
-                            {});
+        m_fake.files.create(m_directory.filePath(u"GhostRecon.exe"_s), {}, {});
+        m_fake.files.create(m_directory.filePath(u"ZebekSuiteOptions.xml"_s), Options, {});
         gRoot = &m_root;
         m_root.Start();
-        require(query().IP() == QStringLiteral("127.0.0.1") &&
+        require(query().IP() == u"127.0.0.1"_s &&
                     m_game.bind(QHostAddress(QHostAddress::LocalHost), 2348),
                 "run this through tests/isolated, where the loopback address is the only one");
         QObject::connect(&m_game, &QUdpSocket::readyRead, [this] {
@@ -78,8 +79,8 @@ private:
 struct Memory
 {
     int trimmed = ::malloc_trim(0); // what was freed and is kept for later is no growth
-    double own = privateKiB(QStringLiteral("self"));
-    double written = writtenKiB(QStringLiteral("self"));
+    double own = privateKiB(u"self"_s);
+    double written = writtenKiB(u"self"_s);
 };
 
 bool endures()

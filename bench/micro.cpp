@@ -11,6 +11,8 @@
 
 #include <benchmark/benchmark.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void parseReply(benchmark::State &state)
@@ -26,13 +28,12 @@ BENCHMARK(parseReply)->Name("Parse a status reply of 16 players")->Unit(benchmar
 
 constexpr int Measured = 100;
 constexpr int Many = 500000; ///< records, some 80 MB
-const QString LogName = QStringLiteral("ZEBEK_Error.xml");
+const QString LogName = u"ZEBEK_Error.xml"_s;
 
 void record(clsErrors &errors)
 {
-    errors.RecordError(QStringLiteral("Process Class"), QStringLiteral("Create"),
-                       QStringLiteral("Unknown"), 2,
-                       QStringLiteral("GhostRecon.exe: No such file or directory"));
+    errors.RecordError(u"Process Class"_s, u"Create"_s, u"Unknown"_s, 2,
+                       u"GhostRecon.exe: No such file or directory"_s);
 }
 
 /// A directory with a log of so many records, and a root object for the log's class.

@@ -11,6 +11,8 @@
 #include <csignal>
 #include <map>
 
+using namespace Qt::StringLiterals;
+
 // The whole tool with a simulated game server: start, end, standing by, its web site under load.
 // Argument: how many seconds of standing by.
 
@@ -74,7 +76,7 @@ private:
         const std::vector<platform::WindowHandle> all = m_windows.topLevel();
         const auto found = std::find_if(all.begin(), all.end(), [this](auto window) {
             return m_windows.owner(window) == tool() &&
-                   m_windows.caption(window, 100) == QStringLiteral("Zebek Suite");
+                   m_windows.caption(window, 100) == u"Zebek Suite"_s;
         });
         return found == all.end() ? 0 : *found;
     }
@@ -121,12 +123,12 @@ struct Usage
 std::map<QString, Usage> usageByThread(Pid process)
 {
     std::map<QString, Usage> result;
-    const QDir tasks(QStringLiteral("/proc/%1/task").arg(process));
+    const QDir tasks(u"/proc/%1/task"_s.arg(process));
     for (const QString &task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         const QString folder = tasks.filePath(task);
-        const QByteArray times = contentOf(folder + QStringLiteral("/schedstat"));
+        const QByteArray times = contentOf(folder + u"/schedstat"_s);
         result[task] = {times.split(' ').front().toDouble(),
-                        numberIn(folder + QStringLiteral("/status"), "voluntary_ctxt_switches")};
+                        numberIn(folder + u"/status"_s, "voluntary_ctxt_switches")};
     }
     return result;
 }
@@ -166,7 +168,7 @@ void measureStandingBy(unsigned seconds)
 /// A figure of ab's report.
 double figureIn(const QString &report, const char *line)
 {
-    const auto found = QRegularExpression(QLatin1String(line) + QStringLiteral("\\s+([0-9.]+)"),
+    const auto found = QRegularExpression(QLatin1String(line) + u"\\s+([0-9.]+)"_s,
                                           QRegularExpression::MultilineOption)
                            .match(report);
     require(found.hasMatch(), "ab does not tell a figure");
@@ -181,9 +183,7 @@ void measureSite(int connections)
     program.start();
     const auto before = usageByThread(program.tool());
     QProcess ab;
-    ab.start(QStringLiteral("ab"),
-             {QStringLiteral("-q"), QStringLiteral("-n20000"),
-              QStringLiteral("-c%1").arg(connections), QStringLiteral("http://127.0.0.1/")});
+    ab.start(u"ab"_s, {u"-q"_s, u"-n20000"_s, u"-c%1"_s.arg(connections), u"http://127.0.0.1/"_s});
     require(ab.waitForFinished(-1) && ab.exitCode() == 0, "ab did not succeed");
     const Usage used = difference(before, usageByThread(program.tool()));
     const QString report = QString::fromLatin1(ab.readAllStandardOutput());

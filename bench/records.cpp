@@ -15,6 +15,8 @@
 #include <QDirIterator>
 #include <QTemporaryDir>
 
+using namespace Qt::StringLiterals;
+
 // What the files of the game cost: its replay, its statistics page and its settings. The archive is
 // measured in a started tool on a display, since the message loop runs while its folder is listed.
 
@@ -204,9 +206,8 @@ private:
         QDir(folder).removeRecursively();
         QDir().mkpath(folder);
         for (int replay = 0; replay < replays; ++replay) {
-            QFile file(QStringLiteral("%1/2000_01_01_00_00_00_%2_replay.rpf")
-                           .arg(folder)
-                           .arg(replay, 5, 10, QLatin1Char('0')));
+            QFile file(u"%1/2000_01_01_00_00_00_%2_replay.rpf"_s.arg(folder).arg(replay, 5, 10,
+                                                                                 QChar(u'0')));
             const qsizetype size = replay < ArchiveRounds ? ReplaySize : 0;
             require(file.open(QIODevice::WriteOnly) && file.write(QByteArray(size, 'o')) == size,
                     "a file cannot be written");
@@ -227,8 +228,7 @@ private:
     /// The least that archiving could be: going through the folder, and a copy.
     void listAndCopy(const QString &folder)
     {
-        QDirIterator files(folder, {QStringLiteral("*.rpf"), QStringLiteral("*.rpf.zebek-new")},
-                           QDir::Files | QDir::Hidden);
+        QDirIterator files(folder, {u"*.rpf"_s, u"*.rpf.zebek-new"_s}, QDir::Files | QDir::Hidden);
         while (files.hasNext()) {
             files.next();
         }
@@ -247,9 +247,9 @@ private:
     static void requireReplaced(const QString &folder, int replays)
     {
         const QStringList names = QDir(folder).entryList(QDir::Files, QDir::Name);
-        const QString oldest = QStringLiteral("_%1_").arg(ArchiveRounds, 5, 10, QLatin1Char('0'));
+        const QString oldest = u"_%1_"_s.arg(ArchiveRounds, 5, 10, QChar(u'0'));
         require(names.size() == replays && names.first().contains(oldest) &&
-                    names.last().endsWith(QLatin1String("Castle_replay.rpf")),
+                    names.last().endsWith("Castle_replay.rpf"_L1),
                 "a replay was not archived in the place of another");
     }
 
@@ -265,7 +265,7 @@ private:
         for (int round = 0; round < ArchiveRounds; ++round) {
             changeReplay();
             archived.push_back(
-                millisecondsOf([&] { m_root.Replays()->ArchiveReplay(QStringLiteral("Castle")); }));
+                millisecondsOf([&] { m_root.Replays()->ArchiveReplay(u"Castle"_s); }));
             plain.push_back(millisecondsOf([&] { listAndCopy(folder); }));
             loop.push_back(millisecondsOf([&] { runLoop(replays); }));
             QFile::remove(m_copy);
@@ -283,15 +283,15 @@ private:
     }
 
     /// Beside the program: the usual place for temporary files may be no disk.
-    QTemporaryDir m_directory{QCoreApplication::applicationDirPath() + QStringLiteral("/bench")};
+    QTemporaryDir m_directory{QCoreApplication::applicationDirPath() + u"/bench"_s};
     FakeMachine m_fake;
     Disk m_disk;
     platform::Machine m_machine{m_fake.autostart,  m_fake.clock,  m_disk,       m_fake.boxes,
                                 m_fake.processEnd, m_fake.system, m_fake.system};
     Program m_root{m_machine, m_directory.path()};
-    QString m_replay = m_directory.filePath(QStringLiteral("Data/Save/replay/defaultreplay.rpf"));
-    QString m_plain = m_directory.filePath(QStringLiteral("plain"));
-    QString m_copy = m_plain + QStringLiteral("/copy");
+    QString m_replay = m_directory.filePath(u"Data/Save/replay/defaultreplay.rpf"_s);
+    QString m_plain = m_directory.filePath(u"plain"_s);
+    QString m_copy = m_plain + u"/copy"_s;
     QDateTime m_changed{QDate(2004, 3, 15), QTime(21, 7, 9)};
 };
 

@@ -5,6 +5,8 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 bool EventLog::open(const QString &fileName)
 {
     if (fileName.isEmpty()) {
@@ -20,7 +22,7 @@ void EventLog::record(const QString &event)
         return;
     }
     const QString time = QDateTime::currentDateTime().toString(Qt::ISODateWithMs);
-    m_file.write((time + QStringLiteral("  ") + event + QLatin1Char('\n')).toUtf8());
+    m_file.write((time + u"  "_s + event + u'\n').toUtf8());
 }
 
 void EventLog::complain(const QString &event)

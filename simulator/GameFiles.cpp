@@ -10,12 +10,14 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString replayName = QStringLiteral("Data/Save/replay/defaultreplay.rpf");
+const QString replayName = u"Data/Save/replay/defaultreplay.rpf"_s;
 
 /// Settings as a fresh installation has them; the lines end in LF here and in CR LF in the file.
-const QString freshOptions = QStringLiteral(R"(<?xml version="1.0" encoding="windows-1252"?>
+const QString freshOptions = uR"(<?xml version="1.0" encoding="windows-1252"?>
 <!-- Settings of the simulated game server -->
 <Options>
   <Network>
@@ -55,11 +57,10 @@ const QString freshOptions = QStringLiteral(R"(<?xml version="1.0" encoding="win
     <EffectsVolume>85</EffectsVolume>
   </Sound>
 </Options>
-)");
+)"_s;
 
-const QString freshActiveMods =
-    QStringLiteral("// MODS SETTINGS - LIST OF MODS ACTIVE ON THIS SYSTEM\n"
-                   "\"\\mods\\coastline\"\n");
+const QString freshActiveMods = u"// MODS SETTINGS - LIST OF MODS ACTIVE ON THIS SYSTEM\n"
+                                "\"\\mods\\coastline\"\n"_s;
 
 struct Mod
 {
@@ -69,19 +70,19 @@ struct Mod
 
 /// "Origmiss" holds what the game itself brings along and is no mod to switch on or off.
 const std::array freshMods = {
-    Mod{QStringLiteral("Origmiss"), QStringLiteral("Original Missions")},
-    Mod{QStringLiteral("Coastline"), QStringLiteral("Küste und Hafen")},
-    Mod{QStringLiteral("NightWatch"), QStringLiteral("Night Watch")},
+    Mod{u"Origmiss"_s, u"Original Missions"_s},
+    Mod{u"Coastline"_s, u"Küste und Hafen"_s},
+    Mod{u"NightWatch"_s, u"Night Watch"_s},
 };
 
 QByteArray gameText(QString text)
 {
-    return toWindows1252(text.replace(QLatin1Char('\n'), QStringLiteral("\r\n")));
+    return toWindows1252(text.replace(u'\n', u"\r\n"_s));
 }
 
 QByteArray modDescription(const Mod &mod)
 {
-    return gameText(QStringLiteral("// MOD DESCRIPTION\nname = \"%1\"\n").arg(mod.title));
+    return gameText(u"// MOD DESCRIPTION\nname = \"%1\"\n"_s.arg(mod.title));
 }
 
 QByteArray readFile(const QString &fileName)
@@ -105,9 +106,9 @@ void readOptions(const QByteArray &content, GameSettings &settings)
         if (reader.readNext() != QXmlStreamReader::StartElement) {
             continue;
         }
-        if (reader.name() == QLatin1String("MPGameName") && settings.serverName.isNull()) {
+        if (reader.name() == "MPGameName"_L1 && settings.serverName.isNull()) {
             settings.serverName = reader.readElementText(QXmlStreamReader::IncludeChildElements);
-        } else if (reader.name() == QLatin1String("MOTD") && settings.messageOfTheDay.isNull()) {
+        } else if (reader.name() == "MOTD"_L1 && settings.messageOfTheDay.isNull()) {
             settings.messageOfTheDay =
                 reader.readElementText(QXmlStreamReader::IncludeChildElements);
         }
@@ -121,7 +122,7 @@ void replaceFile(EventLog &log, const QString &fileName, const QByteArray &conte
     QSaveFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() ||
         !file.commit()) {
-        log.complain(QStringLiteral("cannot-write %1: %2").arg(fileName, file.errorString()));
+        log.complain(u"cannot-write %1: %2"_s.arg(fileName, file.errorString()));
     }
 }
 
@@ -131,12 +132,12 @@ GameFiles::GameFiles(EventLog &log, const QString &directory) : m_log(log), m_di
 
 void GameFiles::createMissing() const
 {
-    createMissing(QStringLiteral("options.xml"), gameText(freshOptions));
-    createMissing(QStringLiteral("modsset.txt"), gameText(freshActiveMods));
+    createMissing(u"options.xml"_s, gameText(freshOptions));
+    createMissing(u"modsset.txt"_s, gameText(freshActiveMods));
     for (const Mod &mod : freshMods) {
-        const QString folder = QStringLiteral("Mods/") + mod.folder;
+        const QString folder = u"Mods/"_s + mod.folder;
         m_directory.mkpath(folder);
-        createMissing(folder + QStringLiteral("/ModsCont.txt"), modDescription(mod));
+        createMissing(folder + u"/ModsCont.txt"_s, modDescription(mod));
     }
     m_directory.mkpath(QFileInfo(replayName).path());
 }
@@ -152,23 +153,23 @@ void GameFiles::createMissing(const QString &name, const QByteArray &content) co
 GameSettings GameFiles::readSettings() const
 {
     GameSettings settings;
-    readOptions(readFile(m_directory.filePath(QStringLiteral("options.xml"))), settings);
-    settings.activeMods = readActiveMods().join(QStringLiteral(", "));
+    readOptions(readFile(m_directory.filePath(u"options.xml"_s)), settings);
+    settings.activeMods = readActiveMods().join(u", "_s);
     return settings;
 }
 
 /// The list's lines are "\mods\folder", the quotes included; the first empty line ends it.
 QStringList GameFiles::readActiveMods() const
 {
-    const QByteArray content = readFile(m_directory.filePath(QStringLiteral("modsset.txt")));
+    const QByteArray content = readFile(m_directory.filePath(u"modsset.txt"_s));
     QStringList mods;
-    for (const QString &rawLine : fromWindows1252(content).split(QLatin1Char('\n'))) {
+    for (const QString &rawLine : fromWindows1252(content).split(u'\n')) {
         const QString line = rawLine.trimmed();
         if (line.isEmpty()) {
             break;
         }
-        if (line.startsWith(QLatin1Char('"'))) {
-            mods.append(line.chopped(1).section(QLatin1Char('\\'), -1));
+        if (line.startsWith(u'"')) {
+            mods.append(line.chopped(1).section(u'\\', -1));
         }
     }
     return mods;
@@ -176,23 +177,21 @@ QStringList GameFiles::readActiveMods() const
 
 QString GameFiles::statisticsPageName() const
 {
-    return m_directory.filePath(QStringLiteral("missionstats.htm"));
+    return m_directory.filePath(u"missionstats.htm"_s);
 }
 
 void GameFiles::writeReplay(const MatchPlayer &match, const QDateTime &ended) const
 {
     const QList<PlayerScore> scores = match.finalScores();
-    QStringList lines = {QStringLiteral("SIMULATED REPLAY"), QString::number(match.matchNumber()),
+    QStringList lines = {u"SIMULATED REPLAY"_s, QString::number(match.matchNumber()),
                          ended.toString(Qt::ISODateWithMs), match.scene().map,
                          QString::number(scores.size())};
     for (const PlayerScore &score : scores) {
-        lines.append(score.name + QLatin1Char('\t') +
-                     QString::number(score.shotKills + score.blastKills));
+        lines.append(score.name + u'\t' + QString::number(score.shotKills + score.blastKills));
     }
     lines << QString() << QString();
     PseudoRandom random(static_cast<quint32>(ended.toMSecsSinceEpoch()));
     const QByteArray moves = random.bytes(2048 + random.below(4096));
     m_directory.mkpath(QFileInfo(replayName).path());
-    replaceFile(m_log, m_directory.filePath(replayName),
-                toWindows1252(lines.join(QLatin1Char('\n'))) + moves);
+    replaceFile(m_log, m_directory.filePath(replayName), toWindows1252(lines.join(u'\n')) + moves);
 }

@@ -5,28 +5,28 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const std::array scenes = {
-    Scene{QStringLiteral("Castle"), QStringLiteral("Hold the Gate"), QStringLiteral("Team")},
-    Scene{QStringLiteral("Harbour"), QStringLiteral("Night Shift"), QStringLiteral("Solo")},
-    Scene{QStringLiteral("River Crossing"), QStringLiteral("Two Banks"), QStringLiteral("Team")},
-    Scene{QStringLiteral("Old Mill"), QStringLiteral("Last Light"), QStringLiteral("Cooperative")},
+    Scene{u"Castle"_s, u"Hold the Gate"_s, u"Team"_s},
+    Scene{u"Harbour"_s, u"Night Shift"_s, u"Solo"_s},
+    Scene{u"River Crossing"_s, u"Two Banks"_s, u"Team"_s},
+    Scene{u"Old Mill"_s, u"Last Light"_s, u"Cooperative"_s},
 };
 
-const std::array soldiers = {QStringLiteral("Rifleman"), QStringLiteral("Support"),
-                             QStringLiteral("Sniper"), QStringLiteral("Demolitions")};
+const std::array soldiers = {u"Rifleman"_s, u"Support"_s, u"Sniper"_s, u"Demolitions"_s};
 
 /// The growth of a match without an end: the goals are reached after this many seconds.
 constexpr double endlessPaceSeconds = 600;
 
 QStringList namesOf(int count, const QString &first)
 {
-    QStringList names = {first.isEmpty() ? QStringLiteral("Jäger") : first,
-                         QStringLiteral("Falcon"), QStringLiteral("[ZS]Otter"),
-                         QStringLiteral("Lynx & Co"), QStringLiteral("Grünspan")};
+    QStringList names = {first.isEmpty() ? u"Jäger"_s : first, u"Falcon"_s, u"[ZS]Otter"_s,
+                         u"Lynx & Co"_s, u"Grünspan"_s};
     while (names.size() < count) {
-        names.append(QStringLiteral("Recruit %1").arg(names.size() + 1));
+        names.append(u"Recruit %1"_s.arg(names.size() + 1));
     }
     return names.mid(0, count);
 }
@@ -138,7 +138,7 @@ void MatchPlayer::drawGoals()
     for (const QString &name : m_names) {
         PlayerScore goal;
         goal.name = name;
-        goal.team = m_goals.size() % 2 == 0 ? QStringLiteral("Red") : QStringLiteral("Blue");
+        goal.team = m_goals.size() % 2 == 0 ? u"Red"_s : u"Blue"_s;
         goal.soldier = soldiers.at(random.next() % soldiers.size());
         goal.shotKills = 1 + random.below(12);
         goal.blastKills = random.below(5);

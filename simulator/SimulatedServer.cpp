@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int textInterval = 500; ///< milliseconds between two updates of the window
@@ -16,32 +18,29 @@ constexpr qsizetype playersShown = 12;
 QString clockText(double seconds)
 {
     const int whole = static_cast<int>(seconds);
-    return QStringLiteral("%1:%2")
-        .arg(whole / 60, 2, 10, QLatin1Char('0'))
-        .arg(whole % 60, 2, 10, QLatin1Char('0'));
+    return u"%1:%2"_s.arg(whole / 60, 2, 10, QChar(u'0')).arg(whole % 60, 2, 10, QChar(u'0'));
 }
 
 QString timeText(const ServerStatus &status)
 {
     if (status.matchState == MatchState::Joining) {
-        return QStringLiteral("joining");
+        return u"joining"_s;
     }
     return status.matchLengthSeconds > 0
                ? clockText(status.matchLengthSeconds - status.elapsedSeconds)
-               : QStringLiteral("no limit");
+               : u"no limit"_s;
 }
 
 QString scoreLines(const QList<PlayerScore> &scores)
 {
     QString text;
     for (const PlayerScore &score : scores.mid(0, playersShown)) {
-        text += QStringLiteral("  %1 %2 kills %3 deaths\n")
-                    .arg(score.name.leftJustified(20))
+        text += u"  %1 %2 kills %3 deaths\n"_s.arg(score.name.leftJustified(20))
                     .arg(score.shotKills + score.blastKills, 4)
                     .arg(score.deaths, 4);
     }
     if (scores.size() > playersShown) {
-        text += QStringLiteral("  and %1 more\n").arg(scores.size() - playersShown);
+        text += u"  and %1 more\n"_s.arg(scores.size() - playersShown);
     }
     return text;
 }
@@ -52,12 +51,12 @@ SimulatedServer::SimulatedServer(const Settings &settings, EventLog &log, const 
     : m_settings(settings), m_log(log), m_files(log, directory), m_match(settings),
       m_responder(log, [this] { return statusReply(status(), m_settings.badReply); }),
       m_page(log, m_files.statisticsPageName(), settings.pageHalves), m_window(settings.caption),
-      m_console(QStringLiteral("Ghost Recon Console"))
+      m_console(u"Ghost Recon Console"_s)
 {
     connect(&m_window, &ServerWindow::closeRequested, this, &SimulatedServer::closeRequested);
     connect(&m_console, &ServerWindow::closeRequested, &m_console, &QWidget::hide);
     connect(&m_match, &MatchPlayer::started, this,
-            [this] { m_log.record(QStringLiteral("match-started ") + m_match.scene().map); });
+            [this] { m_log.record(u"match-started "_s + m_match.scene().map); });
     connect(&m_match, &MatchPlayer::ended, this, &SimulatedServer::matchEnded);
     connect(&m_textTimer, &QTimer::timeout, this, &SimulatedServer::updateText);
 }
@@ -83,7 +82,7 @@ void SimulatedServer::showWindows()
 {
     m_window.show();
     if (m_settings.secondWindow) {
-        m_console.setText(QStringLiteral("Console of the simulated server"));
+        m_console.setText(u"Console of the simulated server"_s);
         m_console.show();
         m_console.raise();
     }
@@ -92,7 +91,7 @@ void SimulatedServer::showWindows()
 void SimulatedServer::serve()
 {
     if (!m_responder.listen()) {
-        m_log.complain(QStringLiteral("port-taken"));
+        m_log.complain(u"port-taken"_s);
     }
     m_responder.setReady(!m_settings.startDelay);
     m_responder.setDelay(m_settings.answerDelay.value_or(0));
@@ -104,7 +103,7 @@ void SimulatedServer::scheduleFaults()
     after(m_settings.startDelay, [this] { m_responder.setReady(true); });
     after(m_settings.muteAfter, [this] {
         m_responder.mute();
-        m_log.record(QStringLiteral("muted"));
+        m_log.record(u"muted"_s);
     });
     after(m_settings.hangAfter, [this] { hang(); });
     after(m_settings.exitAfter, [this] { end(m_settings.exitCode); });
@@ -125,7 +124,7 @@ void SimulatedServer::after(std::optional<int> delay, const std::function<void()
 
 void SimulatedServer::closeRequested()
 {
-    m_log.record(QStringLiteral("close-request"));
+    m_log.record(u"close-request"_s);
     if (!m_settings.ignoreClose) {
         end(0);
     }
@@ -134,14 +133,14 @@ void SimulatedServer::closeRequested()
 /// Blocks the event loop for ever, without using the processor: nobody releases the semaphore.
 void SimulatedServer::hang()
 {
-    m_log.record(QStringLiteral("hanging"));
+    m_log.record(u"hanging"_s);
     QSemaphore never;
     never.acquire();
 }
 
 void SimulatedServer::end(int code)
 {
-    m_log.record(QStringLiteral("ending code=%1").arg(code));
+    m_log.record(u"ending code=%1"_s.arg(code));
     QCoreApplication::exit(code);
 }
 
@@ -152,15 +151,15 @@ void SimulatedServer::matchEnded()
     const QString map = m_match.scene().map;
     m_files.writeReplay(m_match, now);
     m_page.write(statisticsPage(map, now, m_match.finalScores()));
-    m_log.record(QStringLiteral("match-ended ") + map);
+    m_log.record(u"match-ended "_s + map);
 }
 
 void SimulatedServer::updateText()
 {
     m_window.setText(m_settings.serve ? describeServer()
-                                      : QStringLiteral("Simulated game server\n\n"
-                                                       "Started without -autoserve: it serves "
-                                                       "nothing."));
+                                      : u"Simulated game server\n\n"
+                                        "Started without -autoserve: it serves "
+                                        "nothing."_s);
 }
 
 ServerStatus SimulatedServer::status() const
@@ -175,10 +174,10 @@ ServerStatus SimulatedServer::status() const
     status.players = m_match.playerNames();
     status.maximumPlayers = std::max(m_settings.players, ordinarySlots);
     if (status.dedicated) {
-        status.players.prepend(QStringLiteral("Host"));
+        status.players.prepend(u"Host"_s);
         ++status.maximumPlayers;
     }
-    status.version = QStringLiteral("1.0 simulated");
+    status.version = u"1.0 simulated"_s;
     status.mods = m_game.activeMods;
     status.matchState = m_match.state();
     status.elapsedSeconds = m_match.elapsedSeconds();
@@ -190,16 +189,15 @@ ServerStatus SimulatedServer::status() const
 QString SimulatedServer::describeServer() const
 {
     const ServerStatus now = status();
-    return QStringLiteral("Simulated game server, process %1\n\n"
-                          "Server:    %2\n"
-                          "Match:     %3\n"
-                          "Map:       %4 (%5, %6)\n"
-                          "Mods:      %7\n"
-                          "Time left: %8\n"
-                          "Queries:   %9 answered\n")
-               .arg(QString::number(QCoreApplication::applicationPid()), now.serverName,
-                    QString::number(m_match.matchNumber()), now.map, now.mission, now.gameType,
-                    now.mods, timeText(now), QString::number(m_responder.answered())) +
-           QStringLiteral("Players:   %1\n\n").arg(m_match.playerNames().size()) +
-           scoreLines(m_match.scores());
+    return u"Simulated game server, process %1\n\n"
+           "Server:    %2\n"
+           "Match:     %3\n"
+           "Map:       %4 (%5, %6)\n"
+           "Mods:      %7\n"
+           "Time left: %8\n"
+           "Queries:   %9 answered\n"_s.arg(
+               QString::number(QCoreApplication::applicationPid()), now.serverName,
+               QString::number(m_match.matchNumber()), now.map, now.mission, now.gameType, now.mods,
+               timeText(now), QString::number(m_responder.answered())) +
+           u"Players:   %1\n\n"_s.arg(m_match.playerNames().size()) + scoreLines(m_match.scores());
 }

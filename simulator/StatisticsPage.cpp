@@ -8,28 +8,28 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString lineEnd = QStringLiteral("\r\n");
+const QString lineEnd = u"\r\n"_s;
 
 const QStringList headings = {
-    QStringLiteral("Name"),       QStringLiteral("Team"),         QStringLiteral("Soldier"),
-    QStringLiteral("Status"),     QStringLiteral("Gun Kills"),    QStringLiteral("Blast Kills"),
-    QStringLiteral("Gun Shots"),  QStringLiteral("Blast Shots"),  QStringLiteral("Gun Hits"),
-    QStringLiteral("Blast Hits"), QStringLiteral("Gun Accuracy"), QStringLiteral("Blast Accuracy"),
-    QStringLiteral("Team Kills"), QStringLiteral("Deaths"),
+    u"Name"_s,         u"Team"_s,           u"Soldier"_s,     u"Status"_s,   u"Gun Kills"_s,
+    u"Blast Kills"_s,  u"Gun Shots"_s,      u"Blast Shots"_s, u"Gun Hits"_s, u"Blast Hits"_s,
+    u"Gun Accuracy"_s, u"Blast Accuracy"_s, u"Team Kills"_s,  u"Deaths"_s,
 };
 
 QString accuracy(int hits, int shots)
 {
-    return QString::number(shots == 0 ? 0 : hits * 100 / shots) + QLatin1Char('%');
+    return QString::number(shots == 0 ? 0 : hits * 100 / shots) + u'%';
 }
 
 QString cells(const QStringList &texts, const QString &tag)
 {
     QString row;
     for (const QString &text : texts) {
-        row += QStringLiteral("<%1>%2</%1>").arg(tag, text);
+        row += u"<%1>%2</%1>"_s.arg(tag, text);
     }
     return row;
 }
@@ -37,7 +37,7 @@ QString cells(const QStringList &texts, const QString &tag)
 QString playerRow(const PlayerScore &score)
 {
     QStringList texts = {score.name, score.team, score.soldier,
-                         score.alive ? QStringLiteral("Alive") : QStringLiteral("Dead")};
+                         score.alive ? u"Alive"_s : u"Dead"_s};
     for (const int count : {score.shotKills, score.blastKills, score.gunShots, score.blastShots,
                             score.shotHits, score.blastHits}) {
         texts.append(QString::number(count));
@@ -46,22 +46,21 @@ QString playerRow(const PlayerScore &score)
     texts.append(accuracy(score.blastHits, score.blastShots));
     texts.append(QString::number(score.teamKills));
     texts.append(QString::number(score.deaths));
-    return cells(texts, QStringLiteral("TD"));
+    return cells(texts, u"TD"_s);
 }
 
 /// The lines before the players. Month and day names are English everywhere.
 QStringList pageHead(const QString &map, const QDateTime &ended)
 {
-    const QString time = QLocale::c().toString(ended, QStringLiteral("ddd MMM dd hh:mm:ss yyyy"));
+    const QString time = QLocale::c().toString(ended, u"ddd MMM dd hh:mm:ss yyyy"_s);
     return {
-        QStringLiteral("<HTML>"),
-        QStringLiteral("<HEAD>"),
-        QStringLiteral(
-            "<META http-equiv=\"Content-Type\" content=\"text/html; charset=windows-1252\">"),
-        QStringLiteral("<TITLE>Mission Stats (") + time,
-        QStringLiteral(")</TITLE></HEAD><BODY><H2>Map (%1)</H2>").arg(map),
-        QStringLiteral("<TABLE BORDER=1>"),
-        QStringLiteral("<TR>%1</TR>").arg(cells(headings, QStringLiteral("TH"))),
+        u"<HTML>"_s,
+        u"<HEAD>"_s,
+        u"<META http-equiv=\"Content-Type\" content=\"text/html; charset=windows-1252\">"_s,
+        u"<TITLE>Mission Stats ("_s + time,
+        u")</TITLE></HEAD><BODY><H2>Map (%1)</H2>"_s.arg(map),
+        u"<TABLE BORDER=1>"_s,
+        u"<TR>%1</TR>"_s.arg(cells(headings, u"TH"_s)),
     };
 }
 
@@ -72,9 +71,9 @@ QByteArray statisticsPage(const QString &map, const QDateTime &ended,
 {
     QStringList lines = pageHead(map, ended);
     for (const PlayerScore &score : scores) {
-        lines << QStringLiteral("<TR>") << playerRow(score) << QStringLiteral("</TR>");
+        lines << u"<TR>"_s << playerRow(score) << u"</TR>"_s;
     }
-    lines << QStringLiteral("</TABLE>") << QStringLiteral("</BODY>") << QStringLiteral("</HTML>");
+    lines << u"</TABLE>"_s << u"</BODY>"_s << u"</HTML>"_s;
     return toWindows1252(lines.join(lineEnd) + lineEnd);
 }
 
@@ -103,7 +102,7 @@ void StatisticsPageWriter::writeFirstHalf()
     QFile file(m_fileName);
     const QByteArray half = m_page.left(m_page.size() / 2);
     if (!file.open(QIODevice::WriteOnly) || file.write(half) != half.size()) {
-        m_log.complain(QStringLiteral("cannot-write %1: %2").arg(m_fileName, file.errorString()));
+        m_log.complain(u"cannot-write %1: %2"_s.arg(m_fileName, file.errorString()));
     }
 }
 

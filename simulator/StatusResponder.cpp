@@ -7,6 +7,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 StatusResponder::StatusResponder(EventLog &log, ReplySource source)
     : m_log(log), m_source(std::move(source))
 {
@@ -50,14 +52,14 @@ void StatusResponder::answerLater(const QNetworkDatagram &request)
 void StatusResponder::answer(const QNetworkDatagram &request)
 {
     if (!m_ready || m_muted) {
-        m_log.record(QStringLiteral("query-unanswered"));
+        m_log.record(u"query-unanswered"_s);
         return;
     }
     if (m_socket.writeDatagram(m_source(), request.senderAddress(),
                                static_cast<quint16>(request.senderPort())) < 0) {
-        m_log.record(QStringLiteral("query-unanswered"));
+        m_log.record(u"query-unanswered"_s);
         return;
     }
     ++m_answered;
-    m_log.record(QStringLiteral("query"));
+    m_log.record(u"query"_s);
 }

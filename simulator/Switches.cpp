@@ -8,6 +8,8 @@
 #include <limits>
 #include <variant>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Flag
@@ -137,8 +139,7 @@ struct Store
 
     bool operator()(const Shape &shape) const
     {
-        static const QStringList names = {QStringLiteral("whole"), QStringLiteral("short"),
-                                          QStringLiteral("truncated"), QStringLiteral("huge")};
+        static const QStringList names = {u"whole"_s, u"short"_s, u"truncated"_s, u"huge"_s};
         const qsizetype index = names.indexOf(value);
         if (index >= 0) {
             settings.*shape.member = static_cast<ReplyShape>(index);
@@ -156,7 +157,7 @@ const Switch *findSwitch(const QString &name)
 
 QString complaint(const char *what, const QString &about)
 {
-    return QLatin1String(what) + QLatin1Char(' ') + about;
+    return QLatin1String(what) + u' ' + about;
 }
 
 } // namespace
@@ -164,7 +165,7 @@ QString complaint(const char *what, const QString &about)
 CommandLine readCommandLine(const QStringList &arguments)
 {
     CommandLine line;
-    line.settings.serve = !arguments.isEmpty() && arguments.first() == QLatin1String("-autoserve");
+    line.settings.serve = !arguments.isEmpty() && arguments.first() == "-autoserve"_L1;
     for (qsizetype i = line.settings.serve ? 1 : 0; i < arguments.size(); ++i) {
         const QString &name = arguments.at(i);
         const Switch *const entry = findSwitch(name);
@@ -179,7 +180,7 @@ CommandLine readCommandLine(const QStringList &arguments)
         }
         const QString value = takesValue ? arguments.at(++i) : QString();
         if (!std::visit(Store{line.settings, value}, entry->target)) {
-            line.complaints.append(complaint("bad-value", name + QLatin1Char(' ') + value));
+            line.complaints.append(complaint("bad-value", name + u' ' + value));
         }
     }
     return line;
@@ -187,14 +188,12 @@ CommandLine readCommandLine(const QStringList &arguments)
 
 QString switchHelp()
 {
-    QString text = QStringLiteral("GhostRecon.exe -autoserve [switches]\n"
-                                  "A simulated game server. Without -autoserve as its first "
-                                  "argument it only shows its window.\n\n");
+    QString text = u"GhostRecon.exe -autoserve [switches]\n"
+                   "A simulated game server. Without -autoserve as its first "
+                   "argument it only shows its window.\n\n"_s;
     for (const Switch &entry : switches) {
-        const QString left =
-            QLatin1String(entry.name) + QLatin1Char(' ') + QLatin1String(entry.value);
-        text += QStringLiteral("  ") + left.leftJustified(20) + QLatin1String(entry.help) +
-                QLatin1Char('\n');
+        const QString left = QLatin1String(entry.name) + u' ' + QLatin1String(entry.value);
+        text += u"  "_s + left.leftJustified(20) + QLatin1String(entry.help) + u'\n';
     }
     return text;
 }

@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QStringList argumentsOf(int count, char **values)
@@ -36,9 +38,9 @@ int main(int argc, char **argv)
 
     EventLog log;
     if (!log.open(line.settings.logFile)) {
-        log.complain(QStringLiteral("cannot-write ") + line.settings.logFile);
+        log.complain(u"cannot-write "_s + line.settings.logFile);
     }
-    log.record(QStringLiteral("started pid=%1").arg(QCoreApplication::applicationPid()));
+    log.record(u"started pid=%1"_s.arg(QCoreApplication::applicationPid()));
     for (const QString &complaint : line.complaints) {
         log.complain(complaint);
     }

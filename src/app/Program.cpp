@@ -24,6 +24,8 @@
 #include <functional>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int HeartbeatMilliseconds = 500;
@@ -31,16 +33,15 @@ constexpr int StatisticsMilliseconds = 45000;
 
 QString gameProgram()
 {
-    return fnGamePath(QStringLiteral("GhostRecon.exe"));
+    return fnGamePath(u"GhostRecon.exe"_s);
 }
 
 /// The game's directory for a program that was started from `programDirectory`.
 QString rootDirectoryOf(const QString &programDirectory)
 {
-    const QString sourceTree =
-        QDir::toNativeSeparators(QStringLiteral("DevelopmentRoot/Development"));
+    const QString sourceTree = QDir::toNativeSeparators(u"DevelopmentRoot/Development"_s);
     if (config::DevelopmentPath && programDirectory.contains(sourceTree)) {
-        return QStringLiteral(R"(C:\Program Files\_Games\Red Storm Entertainment\Ghost Recon\)");
+        return uR"(C:\Program Files\_Games\Red Storm Entertainment\Ghost Recon\)"_s;
     }
     return programDirectory.endsWith(QDir::separator()) // a drive's root
                ? programDirectory
@@ -102,9 +103,9 @@ bool Program::LocateRootDirectory()
     m_rootDirectory = rootDirectoryOf(m_programDirectory);
     if (!QFileInfo(gameProgram()).isFile()) {
         m_machine.messageBoxes.show(
-            QStringLiteral("Please place the 'ZebekSuite.exe' in your Ghost Recon Directory and "
-                           "run it from there"),
-            QStringLiteral("Ghost Recon Not Found"), platform::OkOnly + platform::StopIcon);
+            u"Please place the 'ZebekSuite.exe' in your Ghost Recon Directory and "
+            "run it from there"_s,
+            u"Ghost Recon Not Found"_s, platform::OkOnly + platform::StopIcon);
         m_machine.processEnd.end();
         return false;
     }
@@ -114,10 +115,10 @@ bool Program::LocateRootDirectory()
 
 void Program::CreateReplaysFolder() const
 {
-    const QString folder = m_rootDirectory + QStringLiteral("Replays");
+    const QString folder = m_rootDirectory + u"Replays"_s;
     if (!QFileInfo(folder).isDir() && !QDir().mkdir(folder)) {
         throw platform::Failure(platform::Failure::PathAccess,
-                                QStringLiteral("The folder \"%1\" cannot be created").arg(folder));
+                                u"The folder \"%1\" cannot be created"_s.arg(folder));
     }
 }
 

@@ -7,6 +7,8 @@
 #include <QLocalSocket>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// The first one may be busy; its system accepts the connection all the same.
@@ -27,7 +29,7 @@ void answer(QLocalSocket &other)
 } // namespace
 
 SingleInstance::SingleInstance(const QString &directory)
-    : m_name(QStringLiteral("zebek-suite-") +
+    : m_name(u"zebek-suite-"_s +
              QString::fromLatin1(
                  QCryptographicHash::hash(directory.toUtf8(), QCryptographicHash::Sha1).toHex()))
 {

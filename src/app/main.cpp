@@ -11,6 +11,8 @@
 
 #include <cstdlib>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void bringToFront(QWidget *mainWindow)
@@ -43,10 +45,9 @@ void takeMessage(QtMsgType type, const QMessageLogContext &context, const QStrin
     const bool starting = QApplication::instance() == nullptr || QApplication::startingUp();
     if (type == QtFatalMsg && starting) {
         platform::tellOnStandardError(
-            QStringLiteral(
-                "ZebekSuite.exe: %1. It needs the display of a running X server in "
-                "DISPLAY; on a machine without a desktop start one, as in \"Xvfb :1 &\".")
-                .arg(displayProblem.isEmpty() ? message : displayProblem));
+            u"ZebekSuite.exe: %1. It needs the display of a running X server in "
+            "DISPLAY; on a machine without a desktop start one, as in \"Xvfb :1 &\"."_s.arg(
+                displayProblem.isEmpty() ? message : displayProblem));
         std::_Exit(NoDisplay);
     }
     if (!starting || qstrncmp(context.category, "qt.qpa", 6) != 0) {
@@ -64,12 +65,11 @@ int endAsSecond(const SingleInstance &instance, SingleInstance::Claim claim)
         return EXIT_SUCCESS;
     }
     platform::nativeMachine().messageBoxes.show(
-        QStringLiteral("The tool that serves this game directory%1 does not answer. End that "
-                       "process, then start this program again.")
-            .arg(instance.FirstProcess() == 0
-                     ? QString()
-                     : QStringLiteral(", process %1,").arg(instance.FirstProcess())),
-        QStringLiteral("Zebek Suite Does Not Answer"), platform::OkOnly + platform::StopIcon);
+        u"The tool that serves this game directory%1 does not answer. End that "
+        "process, then start this program again."_s.arg(
+            instance.FirstProcess() == 0 ? QString()
+                                         : u", process %1,"_s.arg(instance.FirstProcess())),
+        u"Zebek Suite Does Not Answer"_s, platform::OkOnly + platform::StopIcon);
     return EXIT_FAILURE;
 }
 
@@ -85,7 +85,7 @@ int main(int argc, char *argv[])
     qInstallMessageHandler(takeMessage);
     QApplication application(argc, argv);
     qunsetenv(QtsOwnEventLoop); // the game server has its own choice
-    QApplication::setApplicationName(QStringLiteral("Zebek Suite"));
+    QApplication::setApplicationName(u"Zebek Suite"_s);
     // Closing the main window ends the program by itself; closing a message box must not.
     QApplication::setQuitOnLastWindowClosed(false);
     WrappedToolTips toolTips;

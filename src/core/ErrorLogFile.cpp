@@ -13,14 +13,16 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr const char *Element = "Errors";
-const QByteArray Begin = QByteArrayLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Errors>");
-const QByteArray ClosingTag = QByteArrayLiteral("</Errors>");
-const QByteArray RecordBegin = QByteArrayLiteral("<Error DateTime=");
-const QByteArray RecordEnd = QByteArrayLiteral("</Error>");
-const QByteArray EmptyTagEnd = QByteArrayLiteral("/>");
+const QByteArray Begin = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Errors>"_ba;
+const QByteArray ClosingTag = "</Errors>"_ba;
+const QByteArray RecordBegin = "<Error DateTime="_ba;
+const QByteArray RecordEnd = "</Error>"_ba;
+const QByteArray EmptyTagEnd = "/>"_ba;
 const QByteArray LastLine = ClosingTag + '\n';
 
 constexpr qsizetype MostWaiting = 1 << 20;

@@ -3,13 +3,14 @@
 #include "core/clsZebek.h"
 #include "platform/Machine.h"
 
+using namespace Qt::StringLiterals;
+
 clsZebek *gRoot = nullptr; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 int ShowErrorMessage(const QString &Module, const QString &Routine, const QString &ID, int ErrorNo,
                      const QString &Description, int Buttons)
 {
-    const QString text = QStringLiteral("An error has occured in %1 of %2 (%3):\r\n\r\n    %4 : %5")
-                             .arg(Routine, Module, ID, QString::number(ErrorNo), Description);
-    return gRoot->Machine().messageBoxes.show(text, QStringLiteral("Do'h!!"),
-                                              Buttons + platform::StopIcon);
+    const QString text = u"An error has occured in %1 of %2 (%3):\r\n\r\n    %4 : %5"_s.arg(
+        Routine, Module, ID, QString::number(ErrorNo), Description);
+    return gRoot->Machine().messageBoxes.show(text, u"Do'h!!"_s, Buttons + platform::StopIcon);
 }

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using platform::Failure;
@@ -14,7 +16,7 @@ using platform::Failure;
 std::optional<double> number(const QString &text)
 {
     static const QRegularExpression form(QRegularExpression::anchoredPattern(
-        QStringLiteral("[ \\t]*[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?[ \\t]*")));
+        u"[ \\t]*[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?[ \\t]*"_s));
     if (!form.match(text).hasMatch()) {
         return std::nullopt;
     }
@@ -48,11 +50,11 @@ std::optional<std::int32_t> fnIfInteger(const QString &text)
 std::int32_t fnToInteger(const QString &text)
 {
     if (!fnIsNumeric(text)) {
-        throw Failure(Failure::TypeMismatch, QStringLiteral("\"%1\" is not a number").arg(text));
+        throw Failure(Failure::TypeMismatch, u"\"%1\" is not a number"_s.arg(text));
     }
     const std::optional<std::int32_t> value = fnIfInteger(text);
     if (!value) {
-        throw Failure(Failure::Overflow, QStringLiteral("\"%1\" is too large a number").arg(text));
+        throw Failure(Failure::Overflow, u"\"%1\" is too large a number"_s.arg(text));
     }
     return *value;
 }
@@ -78,23 +80,22 @@ QString fnFromText<QString>(const QString &text)
 bool fnToBoolean(const QString &text)
 {
     const QString word = text.trimmed();
-    if (word.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0) {
+    if (word.compare("True"_L1, Qt::CaseInsensitive) == 0) {
         return true;
     }
-    if (word.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0) {
+    if (word.compare("False"_L1, Qt::CaseInsensitive) == 0) {
         return false;
     }
     const std::optional<double> value = number(text);
     if (!value) {
-        throw Failure(Failure::TypeMismatch,
-                      QStringLiteral("\"%1\" is neither True nor False").arg(text));
+        throw Failure(Failure::TypeMismatch, u"\"%1\" is neither True nor False"_s.arg(text));
     }
     return *value != 0.0;
 }
 
 QString fnToText(bool value)
 {
-    return value ? QStringLiteral("True") : QStringLiteral("False");
+    return value ? u"True"_s : u"False"_s;
 }
 
 QString fnToText(std::int32_t value)

@@ -11,6 +11,8 @@
 #include <functional>
 #include <initializer_list>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using platform::Autostart;
@@ -58,9 +60,8 @@ bool SetRunOnStartup(bool in_blnState)
 {
     const std::uint32_t code = reported("SetRunOnStartup", {Autostart::Success}, [in_blnState] {
         Autostart &autostart = gRoot->Machine().autostart;
-        return in_blnState
-                   ? autostart.write(gRoot->RootDirectory() + QStringLiteral("ZebekSuite.exe"))
-                   : autostart.remove();
+        return in_blnState ? autostart.write(gRoot->RootDirectory() + u"ZebekSuite.exe"_s)
+                           : autostart.remove();
     });
     return code == Autostart::Success ? in_blnState : GetRunOnStartup();
 }

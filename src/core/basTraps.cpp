@@ -8,11 +8,13 @@
 
 #include <exception>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString nameOf(const Routine &routine)
 {
-    return QLatin1String(routine.module) + QLatin1Char('|') + QLatin1String(routine.name);
+    return QLatin1String(routine.module) + u'|' + QLatin1String(routine.name);
 }
 
 } // namespace
@@ -26,7 +28,7 @@ platform::Failure CaughtFailure()
     } catch (const std::exception &exception) {
         return {platform::Failure::Unexpected, QString::fromLocal8Bit(exception.what())};
     } catch (...) {
-        return {platform::Failure::Unexpected, QStringLiteral("Unknown failure")};
+        return {platform::Failure::Unexpected, u"Unknown failure"_s};
     }
 }
 

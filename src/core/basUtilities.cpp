@@ -7,6 +7,8 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::int32_t ScrollMaximum = 32767;
@@ -40,7 +42,7 @@ QString fnParseURLValue(const QString &text)
     if (!decoder.decode()) {
         RecordFailure({"Utilities", "fnParseURLValue", "None", /*byStrangers=*/true},
                       {platform::Failure::TypeMismatch,
-                       QStringLiteral("A \"%\" is not followed by a hexadecimal number")});
+                       u"A \"%\" is not followed by a hexadecimal number"_s});
     }
     return decoder.text();
 }

@@ -10,6 +10,8 @@
 #include <array>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int MinuteMilliseconds = 60000;
@@ -18,7 +20,7 @@ constexpr qint64 MostOfStrangers = 60;
 } // namespace
 
 clsErrors::clsErrors()
-    : m_file(gRoot->RootDirectory() + QStringLiteral("ZEBEK_Error.xml")),
+    : m_file(gRoot->RootDirectory() + u"ZEBEK_Error.xml"_s),
       tmrMinute(gRoot->Machine().clock, [this] { tmrMinute_Timer(); })
 {
 }
@@ -27,8 +29,7 @@ void clsErrors::RecordError(const QString &Module, const QString &Routine, const
                             int ErrorNo, const QString &Description) noexcept
 {
     try {
-        const QString time =
-            gRoot->Machine().clock.now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        const QString time = gRoot->Machine().clock.now().toString(u"yyyy-MM-dd HH:mm:ss"_s);
         platform::XmlDocument document = platform::XmlDocument::create("Error");
         platform::XmlElement record = document.root();
         record.setText(Description);
@@ -63,9 +64,8 @@ void clsErrors::tmrMinute_Timer()
     if (leftOut > 0) {
         RecordFailure({"Error Log", "tmrMinute_Timer", "None"},
                       {platform::Failure::Overflow,
-                       QStringLiteral("%1 more failures that requests caused within this minute "
-                                      "were left out")
-                           .arg(leftOut)});
+                       u"%1 more failures that requests caused within this minute "
+                       "were left out"_s.arg(leftOut)});
     }
 }
 

@@ -12,6 +12,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using platform::XmlDocument;
@@ -50,15 +52,15 @@ constexpr std::array Elements{
 
 QString defaultReplayFolder()
 {
-    return gRoot->RootDirectory() + QStringLiteral("Replays");
+    return gRoot->RootDirectory() + u"Replays"_s;
 }
 
 QString initialText(const char *element)
 {
     if (qstrcmp(element, "Version") == 0) {
-        return QStringLiteral("1.03");
+        return u"1.03"_s;
     }
-    return qstrcmp(element, "AllowRemoteAccess") == 0 ? QStringLiteral("FALSE") : QString();
+    return qstrcmp(element, "AllowRemoteAccess") == 0 ? u"FALSE"_s : QString();
 }
 
 /// A document with every element, or nothing when the operator gave up on a failure.
@@ -138,15 +140,15 @@ void RunOnStartupSetting::Ex(bool value) const
 clsOptions::clsOptions()
     : ReplayFolder(defaultReplayFolder()),
       tmrSave(gRoot->Machine().clock, [this] { tmrSave_Timer(); }),
-      m_path(gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.xml"))
+      m_path(gRoot->RootDirectory() + u"ZebekSuiteOptions.xml"_s)
 {
     if (XmlDocument::libraryAvailable()) {
         Load();
         return;
     }
     ShowFailure(Initialize,
-                {0, QStringLiteral("Unable to initialize MSXML. The options file cannot be loaded, "
-                                   "defaults will be used, no preferences will be saved")},
+                {0, u"Unable to initialize MSXML. The options file cannot be loaded, "
+                    "defaults will be used, no preferences will be saved"_s},
                 platform::OkOnly);
 }
 
@@ -159,9 +161,9 @@ void clsOptions::Load()
     }
     if (m_fileUnread) {
         RecordFailure(Initialize, {platform::Failure::PathAccess,
-                                   m_path + QStringLiteral(": Cannot be read. The defaults hold; "
-                                                           "the file is kept under another name "
-                                                           "when it is replaced")});
+                                   m_path + u": Cannot be read. The defaults hold; "
+                                            "the file is kept under another name "
+                                            "when it is replaced"_s});
     }
     if (!document) {
         return;
@@ -184,9 +186,9 @@ void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
             try {
                 (this->*member).Ex(fnFromText<Value>(text));
             } catch (const platform::Failure &failure) {
-                throw platform::Failure(failure.number(),
-                                        QStringLiteral("%1: %2").arg(QLatin1String(row.element),
-                                                                     failure.description()));
+                throw platform::Failure(
+                    failure.number(),
+                    u"%1: %2"_s.arg(QLatin1String(row.element), failure.description()));
             }
         },
         row.member);
@@ -263,10 +265,10 @@ void clsOptions::CopyUnreadFileAside()
     if (!m_fileUnread || !QFile::exists(m_path)) { // the operator may have put it away
         return;
     }
-    const QString base = gRoot->RootDirectory() + QStringLiteral("ZebekSuiteOptions.unreadable");
-    QString aside = base + QStringLiteral(".xml");
+    const QString base = gRoot->RootDirectory() + u"ZebekSuiteOptions.unreadable"_s;
+    QString aside = base + u".xml"_s;
     for (int number = 2; QFile::exists(aside); ++number) {
-        aside = QStringLiteral("%1-%2.xml").arg(base, QString::number(number));
+        aside = u"%1-%2.xml"_s.arg(base, QString::number(number));
     }
     platform::Files &files = gRoot->Machine().files;
     if (QFileInfo(m_path).isReadable()) {
@@ -280,5 +282,5 @@ void clsOptions::CopyUnreadFileAside()
 
 QString clsOptions::StatsPath()
 {
-    return gRoot->RootDirectory() + QStringLiteral("Stats");
+    return gRoot->RootDirectory() + u"Stats"_s;
 }

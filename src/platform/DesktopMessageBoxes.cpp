@@ -6,6 +6,8 @@
 #include <QEventLoop>
 #include <QMessageBox>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 int DesktopMessageBoxes::show(const QString &text, const QString &title, int style)
@@ -18,7 +20,7 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
     QMessageBox box(QApplication::activeWindow());
     box.setWindowTitle(title);
     box.setTextFormat(Qt::PlainText);
-    box.setText(QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+    box.setText(QString(text).replace(u"\r\n"_s, u"\n"_s));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     if ((style & StopIcon) != 0) {
         box.setIcon(QMessageBox::Critical);
@@ -29,7 +31,7 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
     box.setStandardButtons(asksToRetry ? QMessageBox::Retry | QMessageBox::Cancel
                                        : QMessageBox::Ok);
     m_texts.append(text);
-    tellOnStandardError(title + QStringLiteral(": ") + box.text());
+    tellOnStandardError(title + u": "_s + box.text());
     // At once, for this call returns only after those that came meanwhile.
     QObject::connect(&box, &QDialog::finished, [&] { m_texts.removeOne(text); });
     waitForTurn();

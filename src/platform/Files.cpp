@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -27,7 +29,7 @@ QString behindLinks(const QString &path)
 
 Failure fileFailure(const QFileDevice &file)
 {
-    return {Failure::PathAccess, QStringLiteral("%1: %2").arg(file.fileName(), file.errorString())};
+    return {Failure::PathAccess, u"%1: %2"_s.arg(file.fileName(), file.errorString())};
 }
 
 QByteArray readFile(const QString &path, qint64 atMost)
@@ -47,22 +49,22 @@ void requireFolder(const QString &path)
 {
     const QFileInfo folder(path);
     if (!folder.isDir()) {
-        throw Failure(Failure::PathAccess, QStringLiteral("%1: No such folder").arg(path));
+        throw Failure(Failure::PathAccess, u"%1: No such folder"_s.arg(path));
     }
     if (!folder.isReadable() || !folder.isExecutable()) {
-        throw Failure(Failure::PathAccess, QStringLiteral("%1: Cannot be read").arg(path));
+        throw Failure(Failure::PathAccess, u"%1: Cannot be read"_s.arg(path));
     }
 }
 
 bool hasPathCharacter(const QString &name)
 {
-    static const QRegularExpression special(QStringLiteral(R"([/\\:*?"<>|])"));
+    static const QRegularExpression special(uR"([/\\:*?"<>|])"_s);
     return special.match(name).hasMatch();
 }
 
 QString replacementName(const QString &path)
 {
-    return path + QStringLiteral(".zebek-new");
+    return path + u".zebek-new"_s;
 }
 
 Replacement::Replacement(Files &files, const QString &path, const QByteArray &content,
@@ -71,7 +73,7 @@ Replacement::Replacement(Files &files, const QString &path, const QByteArray &co
       m_durability(durability)
 {
     if (QFileInfo::exists(m_target) && !QFileInfo(m_target).isFile()) {
-        throw Failure(Failure::PathAccess, QStringLiteral("%1: Not a file").arg(m_target));
+        throw Failure(Failure::PathAccess, u"%1: Not a file"_s.arg(m_target));
     }
     if (permissions.like.isEmpty()) {
         permissions.like = m_target;

@@ -12,6 +12,8 @@
 #include <limits>
 #include <new>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -233,7 +235,7 @@ QByteArray XmlDocument::toBytes() const
         saved(encoding.isEmpty() ? Utf8 : encoding.constData(), declared ? 0 : XML_SAVE_NO_DECL,
               [this](xmlSaveCtxt *saving) { xmlSaveDoc(saving, m_document.get()); });
     if (declared && encoding.isEmpty()) {
-        const QByteArray added = QByteArrayLiteral(" encoding=\"UTF-8\"");
+        const QByteArray added = " encoding=\"UTF-8\""_ba;
         result.remove(result.indexOf(added), added.size());
     }
     if (m_carriageReturns) {

@@ -18,6 +18,8 @@
 #include <functional>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using platform::XmlDocument;
@@ -47,7 +49,7 @@ QStringList linesOf(const QByteArray &page)
 std::optional<qsizetype> tableEnd(const QStringList &lines)
 {
     for (qsizetype line = FirstEndLine; line < lines.size(); line += RowLines) {
-        if (lines[line] == QLatin1String("</TABLE>")) {
+        if (lines[line] == "</TABLE>"_L1) {
             return line;
         }
     }
@@ -60,12 +62,11 @@ std::optional<qsizetype> tableEnd(const QStringList &lines)
 QDateTime toDateTime(const QString &text)
 {
     static const QRegularExpression form(QRegularExpression::anchoredPattern(
-        QStringLiteral(" *([A-Za-z]{3}) +(\\d{1,2}) +(\\d{4}) +(\\d{1,2}:\\d{1,2}:\\d{1,2}) *")));
+        u" *([A-Za-z]{3}) +(\\d{1,2}) +(\\d{4}) +(\\d{1,2}:\\d{1,2}:\\d{1,2}) *"_s));
     const QRegularExpressionMatch match = form.match(text);
-    return QLocale::c().toDateTime(
-        QStringLiteral("%1 %2 %3 %4 UTC")
-            .arg(match.captured(1), match.captured(2), match.captured(3), match.captured(4)),
-        QStringLiteral("MMM d yyyy H:m:s t"));
+    return QLocale::c().toDateTime(u"%1 %2 %3 %4 UTC"_s.arg(match.captured(1), match.captured(2),
+                                                            match.captured(3), match.captured(4)),
+                                   u"MMM d yyyy H:m:s t"_s);
 }
 
 /// Days since 30 December 1899, the time of day as the fraction.
@@ -85,7 +86,7 @@ QString decimal(double value)
 /// Invalid for a line without a match time.
 QDateTime fnStatsDate(const QString &line)
 {
-    const QString heading = QStringLiteral("Mission Stats");
+    const QString heading = u"Mission Stats"_s;
     const qsizetype start = line.indexOf(heading);
     if (start < 0) {
         return {};
@@ -108,8 +109,8 @@ QString fnMapName(const QString &line)
 /// Takes the next cell off the row; empty when there is none.
 QString fnNextCell(QString &row)
 {
-    const QString opening = QStringLiteral("<TD>");
-    const QString closing = QStringLiteral("</TD>");
+    const QString opening = u"<TD>"_s;
+    const QString closing = u"</TD>"_s;
     const qsizetype start = row.indexOf(opening);
     const qsizetype end = row.indexOf(closing);
     if (start < 0 || end < 0) {
@@ -157,7 +158,7 @@ void fnAddPlayer(QString row, XmlElement player)
         player.append(element).setText(fnNextCell(row));
     }
     player.append("TotalAccuracy")
-        .setText(shots < 1 ? QStringLiteral("0") : decimal(static_cast<double>(hits) / shots));
+        .setText(shots < 1 ? u"0"_s : decimal(static_cast<double>(hits) / shots));
     for (const char *const element : {"TKs", "Deaths"}) {
         player.append(element).setText(fnNextCell(row));
     }
@@ -171,13 +172,13 @@ void addHeading(XmlElement game, const QStringList &lines, const QString &path)
     const double added = dayNumber(now);
     constexpr double Millionths = 1000000;
     const std::pair<const char *, std::function<QString()>> attributes[] = {
-        {"Version", [] { return QStringLiteral("1.00"); }},
-        {"Date", [&] { return date.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }},
+        {"Version", [] { return u"1.00"_s; }},
+        {"Date", [&] { return date.toString(u"yyyy-MM-dd HH:mm:ss"_s); }},
         {"DateDouble",
          [&] {
              if (!date.isValid()) {
                  throw platform::Failure(platform::Failure::TypeMismatch,
-                                         QStringLiteral("No date in \"%1\"").arg(heading));
+                                         u"No date in \"%1\""_s.arg(heading));
              }
              return decimal(dayNumber(date));
          }},
@@ -206,7 +207,7 @@ XmlDocument XMLFromGamePage(const QByteArray &page, const QString &path)
     Trap(Conversion, [&] { addHeading(game, lines, path); });
     const qsizetype end = tableEnd(lines).value_or(lines.size());
     for (qsizetype line = FirstEndLine + 1; line < end; line += RowLines) {
-        if (lines[line].startsWith(QLatin1String("<TD>"))) {
+        if (lines[line].startsWith("<TD>"_L1)) {
             Trap(Conversion, [&] { fnAddPlayer(lines[line], game.append("Player")); });
         }
     }

@@ -19,6 +19,8 @@
 #include <optional>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Module Here{"clsReplays", "Root Object"};
@@ -27,17 +29,17 @@ constexpr Routine Maintaining = Here("MaintainReplayDirectory");
 
 QString replayPattern()
 {
-    return QStringLiteral("*.rpf");
+    return u"*.rpf"_s;
 }
 
 QFileInfo gameReplay()
 {
-    return QFileInfo(fnGamePath(QStringLiteral("Data/Save/replay/defaultreplay.rpf")));
+    return QFileInfo(fnGamePath(u"Data/Save/replay/defaultreplay.rpf"_s));
 }
 
 QString stampOf(const QDateTime &changed)
 {
-    return changed.toString(QStringLiteral("yyyy_MM_dd_HH_mm_ss_"));
+    return changed.toString(u"yyyy_MM_dd_HH_mm_ss_"_s);
 }
 
 /// A time in the future tells nothing of the replay's age.
@@ -54,9 +56,8 @@ QByteArray readUnchanged(const QFileInfo &entry)
     QByteArray content = platform::readFile(entry.filePath());
     const QFileInfo now(entry.filePath());
     if (now.lastModified() != entry.lastModified() || now.size() != content.size()) {
-        throw platform::Failure(
-            platform::Failure::PathAccess,
-            QStringLiteral("%1: Changed while it was read").arg(entry.filePath()));
+        throw platform::Failure(platform::Failure::PathAccess,
+                                u"%1: Changed while it was read"_s.arg(entry.filePath()));
     }
     return content;
 }
@@ -92,14 +93,14 @@ bool clsReplays::ArchiveReplay(const QString &Name)
     const auto restore = qScopeGuard(
         [this, before = std::exchange(m_stampUnderWay, stamp)] { m_stampUnderWay = before; });
     const QString target = gRoot->Options()->ReplayFolder() + QDir::separator() + stamp +
-                           (Name.isEmpty() ? Name : Name + u'_') + QStringLiteral("replay.rpf");
+                           (Name.isEmpty() ? Name : Name + u'_') + u"replay.rpf"_s;
     Routine step = Archiving; // under whose name a failure is recorded
     return TrapRepeated(
         step,
         [&] {
             if (platform::hasPathCharacter(Name)) {
                 throw platform::Failure(platform::Failure::PathAccess,
-                                        Name + QStringLiteral(": No file can have this name"));
+                                        Name + u": No file can have this name"_s);
             }
             return archive(replay, stamp, target, step);
         },

@@ -14,13 +14,15 @@
 #include <QFile>
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Routine Recording{"Stats Track Class", "RecordStatsFile", "Unknown"};
 
 QString fnStatsFileName(const QDateTime &changed)
 {
-    return changed.toString(QStringLiteral("yyyy_M_d_H_m_s'_stats.htm'"));
+    return changed.toString(u"yyyy_M_d_H_m_s'_stats.htm'"_s);
 }
 
 /// Empty for a file that cannot be read.
@@ -34,7 +36,7 @@ QByteArray contentOf(const QString &path)
 /// Overwrites the heading with the match's time, so that it does not count in a comparison.
 void fnBlankStatsHeader(QByteArray &page)
 {
-    const QByteArray heading = QByteArrayLiteral("Mission Stats (");
+    const QByteArray heading = "Mission Stats ("_ba;
     const qsizetype start = page.indexOf(heading);
     const qsizetype end = start < 0 ? -1 : page.indexOf(')', start);
     if (end >= 0) {
@@ -96,7 +98,7 @@ void clsTrackStats::mobjTimer_Timer()
 
 void clsTrackStats::RecordStatsFile()
 {
-    const QString path = fnGamePath(QStringLiteral("missionstats.htm"));
+    const QString path = fnGamePath(u"missionstats.htm"_s);
     const QFileInfo entry(path);
     if (!entry.isFile()) {
         return;
@@ -110,8 +112,8 @@ void clsTrackStats::RecordStatsFile()
     if (page.size() > LargestStatisticsPage) {
         m_lastRecordKey = key; // one record is enough for a page that stays as it is
         RecordFailure(Recording, {platform::Failure::Overflow,
-                                  QStringLiteral("%1: too large a page, more than %2 bytes")
-                                      .arg(path, QString::number(LargestStatisticsPage))});
+                                  u"%1: too large a page, more than %2 bytes"_s.arg(
+                                      path, QString::number(LargestStatisticsPage))});
         return;
     }
     if (!isWhole(page, path) || fnStatsFilesEqual(contentOf(gRoot->StatsCacheFileName()), page)) {
@@ -143,8 +145,8 @@ bool clsTrackStats::isWhole(const QByteArray &page, const QString &path)
     m_cutLooks = whole ? 0 : m_cutLooks + 1;
     if (m_cutLooks == PatientLooks) {
         RecordFailure(Recording, {platform::Failure::TypeMismatch,
-                                  QStringLiteral("%1: no end of its table, in %2 looks in a row")
-                                      .arg(path, QString::number(PatientLooks))});
+                                  u"%1: no end of its table, in %2 looks in a row"_s.arg(
+                                      path, QString::number(PatientLooks))});
     }
     return whole;
 }

@@ -6,6 +6,8 @@
 
 #include <bit>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Reads a datagram from front to back; beyond its end there are only empty texts and zeros.
@@ -67,11 +69,11 @@ QString matchStateText(std::uint8_t state)
 {
     switch (state) {
     case 3:
-        return QStringLiteral("Joining");
+        return u"Joining"_s;
     case 4:
-        return QStringLiteral("Playing");
+        return u"Playing"_s;
     default:
-        return QStringLiteral("Unknown");
+        return u"Unknown"_s;
     }
 }
 
@@ -89,7 +91,7 @@ ServerStatusReply ServerStatusReply::parse(const QByteArray &datagram)
     reply.maximumPlayers = reader.readByte(4);
     reply.playerCount = reader.readByte(4);
     for (std::int32_t position = 1; position <= reply.playerCount; ++position) {
-        reply.players.push_back({QStringLiteral("R%1").arg(position), reader.ReadPacketString()});
+        reply.players.push_back({u"R%1"_s.arg(position), reader.ReadPacketString()});
     }
     reader.skip(17);
     reply.version = reader.ReadPacketString();

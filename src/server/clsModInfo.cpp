@@ -7,6 +7,8 @@
 
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Takes the items of a comma-delimited text one by one: an item ends at a comma or a line's end,
@@ -71,7 +73,7 @@ private:
 
 void clsModInfo::setModPath(const QString &path)
 {
-    QFile file(fnGamePathBelow(path, QStringLiteral("ModsCont.txt")));
+    QFile file(fnGamePathBelow(path, u"ModsCont.txt"_s));
     if (!file.open(QIODevice::ReadOnly)) {
         return;
     }

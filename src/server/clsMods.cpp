@@ -12,6 +12,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Routine routine(const char *name)
@@ -21,12 +23,12 @@ constexpr Routine routine(const char *name)
 
 QString listPath()
 {
-    return fnGamePath(QStringLiteral("modsset.txt"));
+    return fnGamePath(u"modsset.txt"_s);
 }
 
 QString heading()
 {
-    return QStringLiteral("// MODS SETTINGS - LIST OF MODS ACTIVE ON THIS SYSTEM\r\n");
+    return u"// MODS SETTINGS - LIST OF MODS ACTIVE ON THIS SYSTEM\r\n"_s;
 }
 
 /// The key that a line names: the line without its quotes, whatever the last character is. Empty
@@ -50,13 +52,13 @@ bool clsMods::LoadAvailableMods()
     m_active.clear();
     m_mods.clear();
     return TrapRepeated(routine("LoadAvailableMods"), [this] {
-        const QString folder = fnGamePath(QStringLiteral("Mods"));
+        const QString folder = fnGamePath(u"Mods"_s);
         platform::requireFolder(folder);
         QDirIterator folders(folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
         while (folders.hasNext()) {
             const QString path = folders.next();
-            const QString key = QStringLiteral("\\mods\\") + folders.fileName();
-            if (folders.fileName() == QLatin1String("Origmiss") || find(key) != nullptr) {
+            const QString key = u"\\mods\\"_s + folders.fileName();
+            if (folders.fileName() == "Origmiss"_L1 || find(key) != nullptr) {
                 continue;
             }
             auto mod = std::make_unique<clsModInfo>();
@@ -72,7 +74,7 @@ bool clsMods::CheckActiveMods()
 {
     const bool read = TrapRepeated(routine("CheckActiveMods"), [this] {
         const QStringList lines = platform::fromCodePage(platform::readFile(listPath()))
-                                      .replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
+                                      .replace(u"\r\n"_s, u"\n"_s)
                                       .split(u'\n');
         for (const QString &line : lines) {
             if (line.isEmpty()) {
@@ -93,7 +95,7 @@ bool clsMods::Save()
     return Trap(routine("Save"), [this] {
         QString text = heading();
         for (const clsModInfo *const mod : m_active) {
-            text += QStringLiteral("\"%1\"\r\n").arg(mod->ModName.toLower());
+            text += u"\"%1\"\r\n"_s.arg(mod->ModName.toLower());
         }
         platform::replaceFile(gRoot->Machine().files, listPath(), platform::toCodePage(text),
                               platform::Durability::SurvivesPowerLoss);

@@ -14,6 +14,8 @@
 #include <type_traits>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Module Here{"Options XML Class", "Unknown"};
@@ -24,12 +26,12 @@ constexpr std::int32_t LargestComponent = 255;
 
 QString filePath()
 {
-    return fnGamePath(QStringLiteral("options.xml"));
+    return fnGamePath(u"options.xml"_s);
 }
 
 platform::Failure about(const char *element, int number, const QString &description)
 {
-    return {number, QStringLiteral("%1: %2").arg(QLatin1String(element), description)};
+    return {number, u"%1: %2"_s.arg(QLatin1String(element), description)};
 }
 
 QString componentName(const char *element, char component)
@@ -54,7 +56,7 @@ void GameSetting<Value>::Require() const
 {
     if (!m_file.find(QLatin1String(m_element))) {
         throw about(m_element, platform::Failure::PathAccess,
-                    QStringLiteral("The game's file \"options.xml\" has no such element"));
+                    u"The game's file \"options.xml\" has no such element"_s);
     }
 }
 
@@ -116,7 +118,7 @@ void clsOptionsXML::LoadOrFail()
 platform::Failure clsOptionsXML::Unreadable()
 {
     return {platform::Failure::PathAccess,
-            QStringLiteral("The game's file \"options.xml\" is missing or cannot be read")};
+            u"The game's file \"options.xml\" is missing or cannot be read"_s};
 }
 
 void clsOptionsXML::Save()
@@ -128,8 +130,7 @@ void clsOptionsXML::Save()
     if (!platform::XmlDocument::parse(content)) {
         throw platform::Failure(
             platform::Failure::Unexpected,
-            QStringLiteral(
-                "The game's file \"options.xml\" is in an encoding that cannot be written"));
+            u"The game's file \"options.xml\" is in an encoding that cannot be written"_s);
     }
     platform::replaceFile(gRoot->Machine().files, m_path, content,
                           platform::Durability::SurvivesPowerLoss);

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// How long a process may take to close on request, in milliseconds.
@@ -54,9 +56,8 @@ bool clsProcess::Create(const QString &commandLine, Attempt attempt)
         const platform::ProcessId id = processes().start(commandLine);
         const platform::ProcessHandle handle = id == 0 ? platform::NoProcess : processes().open(id);
         if (handle == platform::NoProcess) {
-            throw platform::Failure(
-                platform::Failure::PathAccess,
-                QStringLiteral("%1: The process cannot be opened").arg(commandLine));
+            throw platform::Failure(platform::Failure::PathAccess,
+                                    u"%1: The process cannot be opened"_s.arg(commandLine));
         }
         m_path = commandLine;
         m_id = id;
@@ -149,7 +150,7 @@ bool clsProcess::TerminateStubborn() const
 {
     const bool terminated = processes().terminate(m_handle);
     // What keeps it may be the system's message about it, which bears the program's name.
-    for (const platform::WindowHandle window : fnFindWindows(QStringLiteral("GhostRecon.exe"))) {
+    for (const platform::WindowHandle window : fnFindWindows(u"GhostRecon.exe"_s)) {
         gRoot->Machine().windows.postClose(window);
     }
     return terminated;

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qint64 MillisecondsPerSecond = 1000;
@@ -21,26 +23,22 @@ constexpr Module Here{"GR Server Class", "Unknown"};
 
 QString windowCaption()
 {
-    return QStringLiteral("Ghost Recon");
+    return u"Ghost Recon"_s;
 }
 
 QString commandLine()
 {
     // Only where the system is not Windows can a path hold a quote.
-    const QString program =
-        fnGamePath(QStringLiteral("GhostRecon.exe")).replace(u'"', QStringLiteral("\"\""));
-    return QStringLiteral("\"%1\" -autoserve %2")
-        .arg(program, gRoot->Options()->ServerCommandLineArgs());
+    const QString program = fnGamePath(u"GhostRecon.exe"_s).replace(u'"', u"\"\""_s);
+    return u"\"%1\" -autoserve %2"_s.arg(program, gRoot->Options()->ServerCommandLineArgs());
 }
 
 /// A process of this directory's program that this user may not open.
 platform::Failure foreignServer(platform::ProcessId id)
 {
-    return {
-        platform::Failure::PathAccess,
-        QStringLiteral("This directory's server runs as process %1 of another user. It cannot be "
-                       "taken over, and none is started beside it")
-            .arg(id)};
+    return {platform::Failure::PathAccess,
+            u"This directory's server runs as process %1 of another user. It cannot be "
+            "taken over, and none is started beside it"_s.arg(id)};
 }
 
 /// By more than what any machine is late by now and then.
@@ -81,38 +79,35 @@ ServerQueryStatus ctlGRServer::Status() const
 QString ctlGRServer::StatusText() const
 {
     if (!Connected()) {
-        return QStringLiteral("Not Checking");
+        return u"Not Checking"_s;
     }
     switch (Status()) {
     case ServerQueryStatus::Unknown:
-        return QStringLiteral("Unknown");
+        return u"Unknown"_s;
     case ServerQueryStatus::Probing:
-        return m_silence.seemsDead ? QStringLiteral("Probing Server (Seems to be dead)")
-                                   : QStringLiteral("Probing Server");
+        return m_silence.seemsDead ? u"Probing Server (Seems to be dead)"_s : u"Probing Server"_s;
     case ServerQueryStatus::Responding:
-        return QStringLiteral("Server Responding");
+        return u"Server Responding"_s;
     case ServerQueryStatus::Dead:
-        return QStringLiteral("Server Dead");
+        return u"Server Dead"_s;
     }
     return {};
 }
 
 QString ctlGRServer::NetworkStatusText() const
 {
-    return QStringLiteral("Network Status: ") +
-           (Connected() ? StatusText() : QStringLiteral("Not Monitoring"));
+    return u"Network Status: "_s + (Connected() ? StatusText() : u"Not Monitoring"_s);
 }
 
 QString ctlGRServer::ProcessStatusText() const
 {
     if (!Connected()) {
-        return QStringLiteral("No Process information");
+        return u"No Process information"_s;
     }
-    return QStringLiteral("%1%2) :%3")
-        .arg(ProcessLocated() ? QStringLiteral("GR Process found (ID=")
-                              : QStringLiteral("GR Process created (ID="),
-             QString::number(m_process->PID()),
-             m_process->StillActive() ? QStringLiteral("Running") : QStringLiteral("Not Active"));
+    return u"%1%2) :%3"_s.arg(ProcessLocated() ? u"GR Process found (ID="_s
+                                               : u"GR Process created (ID="_s,
+                              QString::number(m_process->PID()),
+                              m_process->StillActive() ? u"Running"_s : u"Not Active"_s);
 }
 
 bool ctlGRServer::StartGRServer(bool in_blnCheckForServer)
@@ -346,14 +341,12 @@ void ctlGRServer::noteEnd()
     if (ends == 0) {
         return;
     }
-    const QString exitCode =
-        m_created ? QString::number(m_process->ExitCode()) : QStringLiteral("unknown");
-    RecordFailure(
-        Here("Supervise"),
-        {platform::Failure::Unexpected,
-         QStringLiteral("The game server has ended %1 times within 30 s, the last time with "
-                        "the exit code %2. Start it once by hand in a terminal to see why")
-             .arg(QString::number(ends), exitCode)});
+    const QString exitCode = m_created ? QString::number(m_process->ExitCode()) : u"unknown"_s;
+    RecordFailure(Here("Supervise"),
+                  {platform::Failure::Unexpected,
+                   u"The game server has ended %1 times within 30 s, the last time with "
+                   "the exit code %2. Start it once by hand in a terminal to see why"_s.arg(
+                       QString::number(ends), exitCode)});
 }
 
 /// A setting may have been 0 for a moment, while another number was typed.

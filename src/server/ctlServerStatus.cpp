@@ -12,6 +12,8 @@
 
 #include <string_view>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Module Here{"Server Status Control", "None"};
@@ -30,8 +32,8 @@ int floorDivision(int dividend, int divisor)
 /// At least two digits, behind the sign.
 QString twoDigits(int number)
 {
-    const QString digits = QStringLiteral("%1").arg(std::abs(number), 2, 10, QLatin1Char('0'));
-    return number < 0 ? QLatin1Char('-') + digits : digits;
+    const QString digits = u"%1"_s.arg(std::abs(number), 2, 10, QChar(u'0'));
+    return number < 0 ? u'-' + digits : digits;
 }
 
 } // namespace
@@ -100,8 +102,7 @@ void ctlServerStatus::sendRequest()
 {
     takeOwnAddress();
     if (m_address.isNull()) {
-        throw platform::Failure(platform::Failure::InvalidCall,
-                                m_ip + QStringLiteral(": No such host"));
+        throw platform::Failure(platform::Failure::InvalidCall, m_ip + u": No such host"_s);
     }
     const bool ready = wsck->state() == QAbstractSocket::BoundState ||
                        wsck->bind(QHostAddress(QHostAddress::AnyIPv4), 0);
@@ -111,7 +112,7 @@ void ctlServerStatus::sendRequest()
     if (!ready || wsck->writeDatagram(Request.data(), Request.size(), m_address, QueryPort) < 0) {
         const int error = wsck->error();
         const QString text =
-            QStringLiteral("The server at %1 cannot be asked: %2").arg(m_ip, wsck->errorString());
+            u"The server at %1 cannot be asked: %2"_s.arg(m_ip, wsck->errorString());
         wsck->close(); // the next request takes a new socket
         throw platform::Failure(error, text);
     }
@@ -172,7 +173,7 @@ void ctlServerStatus::StopMonitoring()
 
 QString ctlServerStatus::PlayerCountString() const
 {
-    return QStringLiteral("%1/%2").arg(PlayerCount()).arg(m_reply.maximumPlayers - serverItself());
+    return u"%1/%2"_s.arg(PlayerCount()).arg(m_reply.maximumPlayers - serverItself());
 }
 
 QString ctlServerStatus::Length() const
@@ -182,7 +183,7 @@ QString ctlServerStatus::Length() const
 
 bool ctlServerStatus::playing() const
 {
-    return m_reply.matchState == QLatin1String("Playing");
+    return m_reply.matchState == "Playing"_L1;
 }
 
 int ctlServerStatus::SecondsRemaining() const
@@ -190,18 +191,18 @@ int ctlServerStatus::SecondsRemaining() const
     if (playing()) {
         return m_reply.matchLength != 0 ? secondsLeft() : SecondsUnlimited;
     }
-    return m_reply.matchState == QLatin1String("Joining") ? 0 : SecondsUnknown;
+    return m_reply.matchState == "Joining"_L1 ? 0 : SecondsUnknown;
 }
 
 QString ctlServerStatus::TimeRemaining() const
 {
     if (!playing()) {
-        const bool joining = m_reply.matchState == QLatin1String("Joining");
-        return joining ? m_reply.matchState : QStringLiteral("n/a");
+        const bool joining = m_reply.matchState == "Joining"_L1;
+        return joining ? m_reply.matchState : u"n/a"_s;
     }
     if (m_reply.matchLength == 0) {
-        return QStringLiteral("--:--");
+        return u"--:--"_s;
     }
     const int minutes = floorDivision(secondsLeft(), 60);
-    return QStringLiteral("%1:%2").arg(twoDigits(minutes), twoDigits(secondsLeft() - 60 * minutes));
+    return u"%1:%2"_s.arg(twoDigits(minutes), twoDigits(secondsLeft() - 60 * minutes));
 }

@@ -8,6 +8,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 NumberSetting::NumberSetting(QLineEdit *box, QLabel *label, std::int32_t largest,
                              QString rangeMessage, SettingValue<std::int32_t> value)
     : SettingControl(box), m_box(box), m_largest(largest), m_rangeMessage(std::move(rangeMessage)),
@@ -36,7 +38,7 @@ void NumberSetting::show(const QString &number)
 void NumberSetting::textChanged(const QString &text)
 {
     if (!fnIsNumeric(text)) {
-        refuse(QStringLiteral("Enter a number please"));
+        refuse(u"Enter a number please"_s);
         return;
     }
     const std::optional<std::int32_t> number = fnIfInteger(text);

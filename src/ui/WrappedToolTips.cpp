@@ -4,6 +4,8 @@
 #include <QToolTip>
 #include <QWidget>
 
+using namespace Qt::StringLiterals;
+
 bool WrappedToolTips::eventFilter(QObject *watched, QEvent *event)
 {
     auto *const widget = qobject_cast<QWidget *>(watched);
@@ -12,7 +14,6 @@ bool WrappedToolTips::eventFilter(QObject *watched, QEvent *event)
     }
     // Rich text is wrapped.
     QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
-                       QStringLiteral("<qt>%1</qt>").arg(widget->toolTip().toHtmlEscaped()),
-                       widget);
+                       u"<qt>%1</qt>"_s.arg(widget->toolTip().toHtmlEscaped()), widget);
     return true;
 }

@@ -9,14 +9,15 @@
 
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void openReplays()
 {
     const QString folder = QFileInfo(gRoot->Options()->ReplayFolder()).absoluteFilePath();
     if (!platform::showFolder(folder)) {
-        showMessage(
-            QStringLiteral("No program was found that shows the folder \"%1\"").arg(folder));
+        showMessage(u"No program was found that shows the folder \"%1\""_s.arg(folder));
     }
 }
 
@@ -39,7 +40,7 @@ void ctlReplayOptions::addReplayCount()
 {
     auto *const count = new ScrolledNumberSetting(
         m_ui->txtReplayCount, m_ui->vscrReplayCount, m_ui->lblReplayCount,
-        QStringLiteral("Please enter a value between 0 and 32767)"), // without its opening twin
+        u"Please enter a value between 0 and 32767)"_s, // without its opening twin
         bound(&clsOptions::ReplayCount));
     add(count);
     // Leading zeros do not stay.
@@ -50,7 +51,6 @@ void ctlReplayOptions::FillFields()
 {
     SettingsPanel::FillFields();
     const QString &folder = gRoot->Options()->ReplayFolder();
-    m_ui->lblReplayDirectory->setText(
-        QStringLiteral("<a href=\"#folder\">%1</a>").arg(folder.toHtmlEscaped()));
+    m_ui->lblReplayDirectory->setText(u"<a href=\"#folder\">%1</a>"_s.arg(folder.toHtmlEscaped()));
     m_ui->lblReplayDirectory->setAccessibleName(folder);
 }

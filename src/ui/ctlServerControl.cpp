@@ -7,6 +7,8 @@
 #include "ui/bound.h"
 #include "ui_ctlServerControl.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 ctlGRServer &server()
@@ -43,8 +45,8 @@ void ctlServerControl::addCheckBoxes()
 void ctlServerControl::addNumbers()
 {
     const QString milliseconds =
-        QStringLiteral("Please enter a value between 0 and 32767)"); // without its opening twin
-    const QString seconds = QStringLiteral("Please enter a value between 0 and 64)");
+        u"Please enter a value between 0 and 32767)"_s; // without its opening twin
+    const QString seconds = u"Please enter a value between 0 and 64)"_s;
     add(new ScrolledNumberSetting(m_ui->txtPollingFreq, m_ui->vscrPollingFreq, m_ui->lblPollingFreq,
                                   milliseconds, bound(&clsOptions::ServerPollingFrequency)));
     add(new ScrolledNumberSetting(m_ui->txtServerStartupTimeout, m_ui->vscrServerStartupTimeout,

@@ -16,6 +16,8 @@
 #include <type_traits>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int KeyRole = Qt::UserRole;
@@ -152,10 +154,9 @@ Value shownValue(const GameSetting<Value> &setting)
     Value value = setting();
     if constexpr (std::is_same_v<Value, std::int32_t>) {
         if (!GameNumberField::holds(value)) {
-            throw platform::Failure(platform::Failure::Overflow,
-                                    QStringLiteral("%1: %2 is out of range")
-                                        .arg(QLatin1String(setting.Name()))
-                                        .arg(value));
+            throw platform::Failure(
+                platform::Failure::Overflow,
+                u"%1: %2 is out of range"_s.arg(QLatin1String(setting.Name())).arg(value));
         }
     }
     return value;
@@ -410,8 +411,8 @@ void ctlServerOptions::cmdSave_Click()
 {
     platform::MessageBoxes &boxes = gRoot->Machine().messageBoxes;
     if (serverRuns()) {
-        boxes.show(QStringLiteral("You will need to stop the server to save your changes."),
-                   QStringLiteral("Please note"), platform::OkOnly + platform::InformationIcon);
+        boxes.show(u"You will need to stop the server to save your changes."_s, u"Please note"_s,
+                   platform::OkOnly + platform::InformationIcon);
         return;
     }
     const bool saved = Trap(Here("cmdSave_Click"), [this] {
@@ -423,9 +424,9 @@ void ctlServerOptions::cmdSave_Click()
     }
     gRoot->RefreshPages(PageKey::AdminServerOptions);
     if (!saved) {
-        boxes.show(QStringLiteral("Your changes could not be saved. They are still here, and the "
-                                  "error log tells why."),
-                   QStringLiteral("Please note"), platform::OkOnly + platform::StopIcon);
+        boxes.show(u"Your changes could not be saved. They are still here, and the "
+                   "error log tells why."_s,
+                   u"Please note"_s, platform::OkOnly + platform::StopIcon);
     }
 }
 

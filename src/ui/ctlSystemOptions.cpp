@@ -11,6 +11,8 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 iGlobalForm &webServer()
@@ -20,12 +22,12 @@ iGlobalForm &webServer()
 
 QString startCaption()
 {
-    return QStringLiteral("Start");
+    return u"Start"_s;
 }
 
 QString stopCaption()
 {
-    return QStringLiteral("Stop");
+    return u"Stop"_s;
 }
 
 void storeAddress(const QString &text)
@@ -38,7 +40,7 @@ void storeAddress(const QString &text)
 void storePort(std::int32_t port)
 {
     if (webServer().WebServerRunning()) {
-        showMessage(QStringLiteral("Changes will not take effect until web server is restarted"));
+        showMessage(u"Changes will not take effect until web server is restarted"_s);
     }
     gRoot->Options()->RemoteAccessPort.Let(port);
 }
@@ -70,7 +72,7 @@ void ctlSystemOptions::addFields()
     add(new TextSetting(m_ui->txtIP, m_ui->lblIP,
                         {[] { return webServer().DefaultLocalIP(); }, storeAddress}));
     add(new NumberSetting(m_ui->txtPort, m_ui->lblPort, std::numeric_limits<quint16>::max(),
-                          QStringLiteral("Please enter a value between 0 and 65535)"),
+                          u"Please enter a value between 0 and 65535)"_s,
                           {bound(&clsOptions::RemoteAccessPort).read, storePort}));
     add(new TextSetting(m_ui->txtUserName, m_ui->lblUserName, bound(&clsOptions::AdminUserName)));
     add(new TextSetting(m_ui->txtPassword, m_ui->lblPassword, bound(&clsOptions::AdminPassword)));
@@ -85,8 +87,8 @@ void ctlSystemOptions::FillFields()
 void ctlSystemOptions::PushUpdate()
 {
     const bool running = webServer().WebServerRunning();
-    m_ui->lblStatus->setText(running ? QStringLiteral("Web server is currently running")
-                                     : QStringLiteral("Web server is currently stopped"));
+    m_ui->lblStatus->setText(running ? u"Web server is currently running"_s
+                                     : u"Web server is currently stopped"_s);
     m_ui->cmdWebServer->setText(running ? stopCaption() : startCaption());
 }
 

@@ -9,21 +9,21 @@
 
 #include <QCloseEvent>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString versionLine()
 {
-    return QStringLiteral("Zebek Suite v%1.%2.%3")
-        .arg(config::VersionMajor)
-        .arg(config::VersionMinor, 2, 10, QLatin1Char('0'))
-        .arg(config::VersionRevision, 3, 10, QLatin1Char('0'));
+    return u"Zebek Suite v%1.%2.%3"_s.arg(config::VersionMajor)
+        .arg(config::VersionMinor, 2, 10, QChar(u'0'))
+        .arg(config::VersionRevision, 3, 10, QChar(u'0'));
 }
 
 QString welcomeLine()
 {
-    return QStringLiteral("Welcome to Zebek Suite %1.%2")
-        .arg(config::VersionMajor)
-        .arg(config::VersionMinor, 2, 10, QLatin1Char('0'));
+    return u"Welcome to Zebek Suite %1.%2"_s.arg(config::VersionMajor)
+        .arg(config::VersionMinor, 2, 10, QChar(u'0'));
 }
 
 } // namespace

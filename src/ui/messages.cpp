@@ -4,7 +4,9 @@
 #include "core/clsZebek.h"
 #include "platform/Machine.h"
 
+using namespace Qt::StringLiterals;
+
 void showMessage(const QString &text)
 {
-    gRoot->Machine().messageBoxes.show(text, QStringLiteral("Zebek Suite"), platform::OkOnly);
+    gRoot->Machine().messageBoxes.show(text, u"Zebek Suite"_s, platform::OkOnly);
 }

@@ -1,5 +1,7 @@
 #include "ui/pictures.h"
 
+using namespace Qt::StringLiterals;
+
 namespace pictures {
 
 namespace {
@@ -16,19 +18,19 @@ QIcon applicationIcon()
 {
     QIcon icon;
     for (const int size : {16, 32, 48, 64, 128, 256}) {
-        icon.addFile(QStringLiteral(":/pictures/icon-%1.png").arg(size));
+        icon.addFile(u":/pictures/icon-%1.png"_s.arg(size));
     }
     return icon;
 }
 
 QPixmap header(qreal pixelRatio)
 {
-    return load(QStringLiteral(":/pictures/header.png"), {640, 110}, pixelRatio);
+    return load(u":/pictures/header.png"_s, {640, 110}, pixelRatio);
 }
 
 QPixmap team(qreal pixelRatio)
 {
-    return load(QStringLiteral(":/pictures/team.png"), {400, 300}, pixelRatio);
+    return load(u":/pictures/team.png"_s, {400, 300}, pixelRatio);
 }
 
 } // namespace pictures

@@ -10,6 +10,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr const char *NumberMessage =
@@ -47,8 +49,8 @@ QString Update_ServerOptionsConfig(const clsWebServerRequest &request)
 {
     return trapUpdate("Update_ServerOptionsConfig", [&] {
         if (serverIsHeld()) {
-            return QStringLiteral("You cannot update the server options while the server is "
-                                  "running. Please shutdown the game server first<br>");
+            return u"You cannot update the server options while the server is "
+                   "running. Please shutdown the game server first<br>"_s;
         }
         clsOptionsXML options;
         options.LoadOrFail();
@@ -63,17 +65,17 @@ QString Update_ModList(const clsWebServerRequest &request)
 {
     return trapUpdate("Update_ModList", [&] {
         if (serverIsHeld()) {
-            return QStringLiteral(
-                "Please stop the GR server when attempting to edit the mods list. Changes will not "
-                "be saved.<br><center><input type=\"button\" value=\"Close\" "
-                "onclick=\"javascript:window.close();\"></center>");
+            return u"Please stop the GR server when attempting to edit the mods list. Changes will "
+                   u"not "
+                   "be saved.<br><center><input type=\"button\" value=\"Close\" "
+                   "onclick=\"javascript:window.close();\"></center>"_s;
         }
         clsMods mods;
         mods.Load();
-        const QString action = request.FormField(QStringLiteral("ActionButton"));
+        const QString action = request.FormField(u"ActionButton"_s);
         for (const auto &[button, change] : ModActions) {
             if (action == QLatin1String(button)) {
-                (mods.*change)(request.FormField(QStringLiteral("modname")));
+                (mods.*change)(request.FormField(u"modname"_s));
             }
         }
         if (!mods.Save()) {

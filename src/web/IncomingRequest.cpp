@@ -4,15 +4,16 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QByteArray HeadersEnd = QByteArrayLiteral("\r\n\r\n");
+const QByteArray HeadersEnd = "\r\n\r\n"_ba;
 
 qsizetype contentLength(const QByteArray &headers)
 {
-    static const QRegularExpression field(
-        QStringLiteral(R"(\r\nContent-Length:[ \t]*(\d{1,9})[ \t]*\r\n)"),
-        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression field(uR"(\r\nContent-Length:[ \t]*(\d{1,9})[ \t]*\r\n)"_s,
+                                          QRegularExpression::CaseInsensitiveOption);
     return field.match(QString::fromLatin1(headers)).captured(1).toLongLong();
 }
 

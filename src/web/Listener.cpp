@@ -5,6 +5,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 Listener::Listener(std::function<void()> waiting) : m_waiting(std::move(waiting))
 {
     constexpr int Backlog = 1024;
@@ -17,7 +19,7 @@ void Listener::listen(quint16 port)
     if (!m_server.listen(QHostAddress::Any, port)) {
         throw platform::Failure(
             m_server.serverError(),
-            QStringLiteral("Port %1: %2").arg(QString::number(port), m_server.errorString()));
+            u"Port %1: %2"_s.arg(QString::number(port), m_server.errorString()));
     }
     m_server.pauseAccepting();
     platform::noticeLostPeer(m_server.socketDescriptor());

@@ -5,6 +5,8 @@
 #include "web/FormFields.h"
 #include "web/UpdateForms.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Field = FormField<clsOptions, Setting>;
@@ -77,8 +79,8 @@ QString Update_SystemOptionsConfig(const clsWebServerRequest &request)
 {
     for (const char *const field : {"AdminUN", "AdminPW"}) {
         if (request.FormField(QLatin1String(field)).isEmpty()) {
-            return QStringLiteral("Please enter a user name and a password. Nothing was "
-                                  "changed<br>");
+            return u"Please enter a user name and a password. Nothing was "
+                   "changed<br>"_s;
         }
     }
     return storeOptions("Update_SystemOptionsConfig", request, SystemFields);

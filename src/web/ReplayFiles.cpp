@@ -18,6 +18,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Routine routine(const char *name)
@@ -29,7 +31,7 @@ bool isPlainFileName(const QString &name)
 {
     static const QRegularExpression device(
         QRegularExpression::anchoredPattern(
-            QStringLiteral(R"((CON|PRN|AUX|NUL|CONIN\$|CONOUT\$|(COM|LPT)[0-9¹²³])\s*(\..*)?)")),
+            uR"((CON|PRN|AUX|NUL|CONIN\$|CONOUT\$|(COM|LPT)[0-9¹²³])\s*(\..*)?)"_s),
         QRegularExpression::CaseInsensitiveOption);
     const bool hasControl =
         std::any_of(name.begin(), name.end(), [](QChar character) { return character < u' '; });
@@ -52,7 +54,7 @@ QString encoded(const QString &text)
 /// Escapes stand for bytes of UTF-8, as browsers write them, or else of the code page.
 QString decodedOnce(const QString &text)
 {
-    static const QRegularExpression escape(QStringLiteral("%([0-9A-Fa-f]{2})"));
+    static const QRegularExpression escape(u"%([0-9A-Fa-f]{2})"_s);
     QByteArray bytes;
     qsizetype end = 0;
     for (const QRegularExpressionMatch &match : escape.globalMatch(text)) {
@@ -71,8 +73,7 @@ QString decodedOnce(const QString &text)
 QStringList fnReplayFiles()
 {
     QStringList names;
-    QDirIterator files(gRoot->Options()->ReplayFolder(), {QStringLiteral("*.rpf")},
-                       QDir::Files | QDir::Hidden);
+    QDirIterator files(gRoot->Options()->ReplayFolder(), {u"*.rpf"_s}, QDir::Files | QDir::Hidden);
     while (files.hasNext()) {
         files.next();
         names.append(files.fileName());
@@ -92,8 +93,7 @@ std::optional<QString> fnReplayPath(const QString &name)
 
 QString fnDownloadLink(const QString &name)
 {
-    return QStringLiteral("GETFILE") + encoded(gRoot->Options()->AdminPassword()) + u'/' +
-           encoded(name);
+    return u"GETFILE"_s + encoded(gRoot->Options()->AdminPassword()) + u'/' + encoded(name);
 }
 
 std::optional<QString> fnDownloadName(const QString &address)
@@ -114,7 +114,7 @@ std::optional<QString> fnDownloadName(const QString &address)
 bool RemoveReplay(const QString &name)
 {
     return Trap(routine("RemoveReplay"), [&] {
-        if (!name.contains(QLatin1String(".rpf"))) {
+        if (!name.contains(".rpf"_L1)) {
             return false;
         }
         const std::optional<QString> path = fnReplayPath(name);
@@ -128,7 +128,7 @@ bool RemoveReplay(const QString &name)
 
 QString DeleteReplays(const clsWebServerRequest &request)
 {
-    const QString prefix = QStringLiteral("DELFILE");
+    const QString prefix = u"DELFILE"_s;
     int count = 0;
     const bool done = Trap(routine("DeleteReplays"), [&] {
         for (const QString &field : request.FieldNames()) {
@@ -139,7 +139,6 @@ QString DeleteReplays(const clsWebServerRequest &request)
         }
         return true;
     });
-    return done ? QStringLiteral("%1 Replays Files Deleted").arg(count)
-                : QStringLiteral("An Error has occured. Please check the log. (%1 files deleted)")
-                      .arg(count);
+    return done ? u"%1 Replays Files Deleted"_s.arg(count)
+                : u"An Error has occured. Please check the log. (%1 files deleted)"_s.arg(count);
 }

@@ -9,6 +9,8 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Module Here{"Global Controls", "None"};
@@ -63,8 +65,7 @@ void WebServer::listen(std::int32_t port)
 {
     m_running = TrapRepeated(Start, [&] {
         if (port < 0 || port > std::numeric_limits<quint16>::max()) {
-            throw platform::Failure(platform::Failure::Overflow,
-                                    QStringLiteral("%1 is not a port").arg(port));
+            throw platform::Failure(platform::Failure::Overflow, u"%1 is not a port"_s.arg(port));
         }
         wsckNewConnections.listen(static_cast<quint16>(port));
         return true;

@@ -4,6 +4,8 @@
 #include "core/basUtilities.h"
 #include "platform/Failure.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Routine routine(const char *name)
@@ -23,18 +25,18 @@ qsizetype indexOf(const QString &text, QLatin1String wanted, qsizetype from, con
     const qsizetype index = text.indexOf(wanted, from);
     if (index < 0) {
         throw platform::Failure(platform::Failure::InvalidCall,
-                                QStringLiteral("The request has no %1").arg(QLatin1String(what)));
+                                u"The request has no %1"_s.arg(QLatin1String(what)));
     }
     return index;
 }
 
 clsWebServerRequest::RequestMethod methodOf(const QString &requestLine)
 {
-    if (requestLine.startsWith(QLatin1String("GET "))) {
+    if (requestLine.startsWith("GET "_L1)) {
         return clsWebServerRequest::Get;
     }
-    return requestLine.startsWith(QLatin1String("POST")) ? clsWebServerRequest::Post
-                                                         : clsWebServerRequest::Other;
+    return requestLine.startsWith("POST"_L1) ? clsWebServerRequest::Post
+                                             : clsWebServerRequest::Other;
 }
 
 QString decoded(QString text)
@@ -102,7 +104,7 @@ void clsWebServerRequest::add(const QString &name, const QString &value)
     if (m_values.contains(key)) {
         throw platform::Failure(
             platform::Failure::DuplicateKey,
-            QStringLiteral("The field \"%1\" is posted twice").arg(name.left(LongestNameTold)));
+            u"The field \"%1\" is posted twice"_s.arg(name.left(LongestNameTold)));
     }
     m_values.insert(key, value);
     m_names.append(name);

@@ -30,6 +30,8 @@
 #include <optional>
 #include <span>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using enum PageKey;
@@ -43,8 +45,8 @@ constexpr qsizetype RouteLength = 8;
 constexpr qsizetype LongestNameTold = 256;
 constexpr int LogInPage = 1000;
 constexpr int LogInFailurePage = 1001;
-const QString NewsSite = QStringLiteral("https://www.cnn.com/");
-const QByteArray LineEnd = QByteArrayLiteral("\r\n");
+const QString NewsSite = u"https://www.cnn.com/"_s;
+const QByteArray LineEnd = "\r\n"_ba;
 
 ctlGRServer &server()
 {
@@ -106,12 +108,12 @@ QString ServerStatusGif()
 
 platform::Failure noSuchFile(const QString &name)
 {
-    return {platform::Failure::FileNotFound, QStringLiteral("%1: No such file").arg(name)};
+    return {platform::Failure::FileNotFound, u"%1: No such file"_s.arg(name)};
 }
 
 void sendErrorLogAs(const char *contentType, ConnectionSocket &socket)
 {
-    const QString path = gRoot->RootDirectory() + QStringLiteral("ZEBEK_Error.xml");
+    const QString path = gRoot->RootDirectory() + u"ZEBEK_Error.xml"_s;
     if (!QFileInfo(path).isFile()) {
         throw noSuchFile(path);
     }
@@ -120,14 +122,13 @@ void sendErrorLogAs(const char *contentType, ConnectionSocket &socket)
 
 QString startServer(const clsWebServerRequest & /*request*/)
 {
-    return server().StartGRServer(true) ? QStringLiteral("Process start/find successful")
-                                        : QStringLiteral("Process start/find failed");
+    return server().StartGRServer(true) ? u"Process start/find successful"_s
+                                        : u"Process start/find failed"_s;
 }
 
 QString stopServer(const clsWebServerRequest & /*request*/)
 {
-    return server().StopGRServer() ? QStringLiteral("Process stop successful")
-                                   : QStringLiteral("Process stop failed");
+    return server().StopGRServer() ? u"Process stop successful"_s : u"Process stop failed"_s;
 }
 
 /// The forms that "/UpdateA..." posts.
@@ -159,7 +160,7 @@ const struct UpdateForm
 
 const UpdateForm *formOf(const clsWebServerRequest &request)
 {
-    const QString submitType = request.FormField(QStringLiteral("SubmitType"));
+    const QString submitType = request.FormField(u"SubmitType"_s);
     for (const UpdateForm &form : UpdateForms) {
         if (request.URI() == QLatin1String(form.uri) &&
             (form.submitType == nullptr || submitType == QLatin1String(form.submitType))) {
@@ -193,7 +194,7 @@ void sendReplay(const clsWebServerRequest &request, ConnectionSocket &socket)
 {
     const std::optional<QString> name = fnDownloadName(request.URI().mid(RouteLength));
     if (!name || !gRoot->Options()->HasLogIn()) {
-        SendStraightText(socket, QByteArrayLiteral("Access Denied"));
+        SendStraightText(socket, "Access Denied"_ba);
         return;
     }
     const std::optional<QString> path = fnReplayPath(*name);
@@ -245,7 +246,7 @@ void editMod(const clsWebServerRequest &request, ConnectionSocket &socket)
 
 void chooseFromMenu(const clsWebServerRequest &request, ConnectionSocket &socket)
 {
-    const QString choice = request.FormField(QStringLiteral("AdminMenu")).trimmed();
+    const QString choice = request.FormField(u"AdminMenu"_s).trimmed();
     for (const page::MenuEntry &entry : page::Menu) {
         if (entry.page && choice == QLatin1String(entry.value)) {
             sendPage(socket, *entry.page);
@@ -324,8 +325,7 @@ Answer answerOf(const clsWebServerRequest &request)
         return answerIn(request, GetRoutes, sendPublicStatus);
     }
     if (request.Method() == clsWebServerRequest::Post) {
-        return fnCheckCredentials(request.FormField(QStringLiteral("UserName")),
-                                  request.FormField(QStringLiteral("PW")))
+        return fnCheckCredentials(request.FormField(u"UserName"_s), request.FormField(u"PW"_s))
                    ? answerIn(request, PostRoutes, doNotAnswer)
                    : refuseLogIn;
     }

@@ -11,6 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -24,26 +26,26 @@ QString execArgument(const QString &text)
 {
     QString quoted;
     for (const QChar character : text) {
-        if (QStringLiteral("\"`$\\").contains(character)) {
+        if (u"\"`$\\"_s.contains(character)) {
             quoted.append(u'\\');
         }
         quoted.append(character);
     }
-    quoted.replace(QStringLiteral("\\"), QStringLiteral("\\\\"));
-    quoted.replace(QStringLiteral("%"), QStringLiteral("%%"));
-    return QStringLiteral("\"%1\"").arg(quoted);
+    quoted.replace(u"\\"_s, u"\\\\"_s);
+    quoted.replace(u"%"_s, u"%%"_s);
+    return u"\"%1\""_s.arg(quoted);
 }
 
 QByteArray entryFor(const QString &program)
 {
-    return QByteArrayLiteral("[Desktop Entry]\nType=Application\nName=Zebek Suite\nExec=") +
+    return "[Desktop Entry]\nType=Application\nName=Zebek Suite\nExec="_ba +
            QFile::encodeName(execArgument(program)) + "\nTerminal=false\n";
 }
 
 } // namespace
 
 LinuxAutostart::LinuxAutostart(Files &files, const QString &folder)
-    : m_files(files), m_folder(folder), m_path(folder + QStringLiteral("/ZEBEK.EXE.desktop"))
+    : m_files(files), m_folder(folder), m_path(folder + u"/ZEBEK.EXE.desktop"_s)
 {
 }
 

@@ -8,6 +8,8 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -33,7 +35,7 @@ void LinuxProcessEnd::onRequest(std::function<void()> quit)
 {
     signalEvent = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     if (signalEvent < 0) {
-        throw systemFailure(errno, QStringLiteral("eventfd"));
+        throw systemFailure(errno, u"eventfd"_s);
     }
     m_notifier = std::make_unique<QSocketNotifier>(signalEvent, QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, [quit = std::move(quit)] {
@@ -54,7 +56,7 @@ void LinuxProcessEnd::onRequest(std::function<void()> quit)
         if (::sigaction(signal, nullptr, &before) != 0 ||
             (before.sa_handler != SIG_IGN && // as nohup has it
              ::sigaction(signal, &action, nullptr) != 0)) {
-            throw systemFailure(errno, QStringLiteral("sigaction"));
+            throw systemFailure(errno, u"sigaction"_s);
         }
     }
 }

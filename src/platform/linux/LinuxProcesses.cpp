@@ -21,6 +21,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -107,11 +109,11 @@ std::vector<char *> pointersTo(std::vector<QByteArray> &texts)
 /// The id of the process behind a descriptor; nothing once it has been reaped.
 std::optional<pid_t> idOf(ProcessHandle process)
 {
-    QFile info(QStringLiteral("/proc/self/fdinfo/%1").arg(process));
+    QFile info(u"/proc/self/fdinfo/%1"_s.arg(process));
     if (!info.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    const QByteArray key = QByteArrayLiteral("Pid:");
+    const QByteArray key = "Pid:"_ba;
     const QList<QByteArray> lines = info.readAll().split('\n');
     for (const QByteArray &line : lines) {
         if (line.startsWith(key)) {
@@ -124,13 +126,13 @@ std::optional<pid_t> idOf(ProcessHandle process)
 
 bool isWineLoader(const QString &path)
 {
-    return QFileInfo(path).fileName().startsWith(QStringLiteral("wine"));
+    return QFileInfo(path).fileName().startsWith(u"wine"_s);
 }
 
 /// A program whose file was replaced by an update still is that program.
 QString withoutDeletionMark(const QString &path)
 {
-    const QString deleted = QStringLiteral(" (deleted)");
+    const QString deleted = u" (deleted)"_s;
     return path.endsWith(deleted) && !QFile::exists(path) ? path.chopped(deleted.size()) : path;
 }
 
@@ -138,7 +140,7 @@ QString withoutDeletionMark(const QString &path)
 /// the process has ended or the system does not tell.
 QString executableOf(pid_t id)
 {
-    const QString path = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(id));
+    const QString path = QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(id));
     return withoutDeletionMark(isWineLoader(path) ? programMappedBy(id).value_or(path) : path);
 }
 
@@ -150,7 +152,7 @@ void requireDescriptors()
     std::generate(descriptors.begin(), descriptors.end(), [] { return ::eventfd(0, EFD_CLOEXEC); });
     const int error = descriptors.back() < 0 ? errno : 0;
     std::for_each(descriptors.begin(), descriptors.end(), ::close);
-    check(error, QStringLiteral("A process cannot be started"));
+    check(error, u"A process cannot be started"_s);
 }
 
 /// Of an ended child that is not reaped yet.
@@ -168,7 +170,7 @@ std::uint32_t exitCodeOf(int descriptor)
 /// The program by the command line, which the system shows of another user's process, too.
 QString programByCommandLine(ProcessId id)
 {
-    QFile file(QStringLiteral("/proc/%1/cmdline").arg(id));
+    QFile file(u"/proc/%1/cmdline"_s.arg(id));
     if (!file.open(QIODevice::ReadOnly)) {
         return {};
     }
@@ -187,7 +189,7 @@ ProcessId LinuxProcesses::start(const QString &commandLine)
     const QString program = arguments.first();
     const SpawnSettings settings(QFile::encodeName(QFileInfo(program).absolutePath()));
     if (isWindowsProgram(program)) {
-        arguments.prepend(QStringLiteral("wine"));
+        arguments.prepend(u"wine"_s);
     }
     std::vector<QByteArray> texts = encoded(arguments);
     const std::vector<char *> pointers = pointersTo(texts);
@@ -262,9 +264,9 @@ std::optional<QString> LinuxProcesses::executablePath(ProcessHandle process)
 std::vector<ProcessId> LinuxProcesses::running()
 {
     std::vector<ProcessId> result;
-    const QStringList entries = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    const QStringList entries = QDir(u"/proc"_s).entryList(QDir::Dirs);
     if (entries.isEmpty()) { // where at least this process is
-        throw systemFailure(EMFILE, QStringLiteral("/proc"));
+        throw systemFailure(EMFILE, u"/proc"_s);
     }
     for (const QString &entry : entries) {
         if (const ProcessId id = entry.toInt(); id > 0) {

@@ -7,6 +7,8 @@
 #include <netinet/tcp.h>
 #include <sys/socket.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 void noticeLostPeer(qintptr listener)
@@ -37,7 +39,7 @@ std::optional<qintptr> acceptConnection(qintptr listener)
         descriptor = ::accept4(static_cast<int>(listener), nullptr, nullptr, SOCK_CLOEXEC);
     } while (descriptor < 0 && (errno == EINTR || errno == ECONNABORTED)); // a peer has gone again
     if (descriptor < 0 && errno != EAGAIN) {
-        throw systemFailure(errno, QStringLiteral("A connection cannot be accepted"));
+        throw systemFailure(errno, u"A connection cannot be accepted"_s);
     }
     return descriptor < 0 ? std::nullopt : std::optional<qintptr>(descriptor);
 }

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 bool isWindowsProgram(const QString &path)
@@ -14,7 +16,7 @@ bool isWindowsProgram(const QString &path)
 
 std::optional<QString> programMappedBy(pid_t process)
 {
-    QFile maps(QStringLiteral("/proc/%1/maps").arg(process));
+    QFile maps(u"/proc/%1/maps"_s.arg(process));
     if (!maps.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
@@ -22,7 +24,7 @@ std::optional<QString> programMappedBy(pid_t process)
     const QList<QByteArray> lines = maps.readAll().split('\n');
     for (const QByteArray &line : lines) {
         const qsizetype start = line.indexOf('/');
-        const QByteArray deleted = QByteArrayLiteral(" (deleted)");
+        const QByteArray deleted = " (deleted)"_ba;
         const bool replaced = line.endsWith(deleted);
         const QByteArray name =
             line.mid(std::max<qsizetype>(start, 0)).chopped(replaced ? deleted.size() : 0);

@@ -6,6 +6,8 @@
 
 #include <mstcpip.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 void noticeLostPeer(qintptr listener)
@@ -30,8 +32,7 @@ std::optional<qintptr> acceptConnection(qintptr listener)
         error = descriptor == INVALID_SOCKET ? WSAGetLastError() : 0;
     } while (error == WSAECONNRESET); // a peer has gone again
     if (error != 0 && error != WSAEWOULDBLOCK) {
-        throw systemFailure(static_cast<DWORD>(error),
-                            QStringLiteral("A connection cannot be accepted"));
+        throw systemFailure(static_cast<DWORD>(error), u"A connection cannot be accepted"_s);
     }
     return error != 0 ? std::nullopt : std::optional(static_cast<qintptr>(descriptor));
 }

@@ -4,12 +4,13 @@
 
 #include <windows.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 Failure systemFailure(std::uint32_t code, const QString &what)
 {
-    return {static_cast<int>(code),
-            QStringLiteral("%1: %2").arg(what, systemMessage(code).trimmed())};
+    return {static_cast<int>(code), u"%1: %2"_s.arg(what, systemMessage(code).trimmed())};
 }
 
 Failure lastFailure(const QString &what)

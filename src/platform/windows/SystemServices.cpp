@@ -10,15 +10,16 @@
 #include <array>
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 bool showFolder(const QString &folder)
 {
     QProcess explorer;
-    explorer.setProgram(QStringLiteral("explorer.exe"));
+    explorer.setProgram(u"explorer.exe"_s);
     // Always in quotes: it takes a comma for the end of a path.
-    explorer.setNativeArguments(
-        QStringLiteral("\"%1\"").arg(QDir::toNativeSeparators(QDir::cleanPath(folder))));
+    explorer.setNativeArguments(u"\"%1\""_s.arg(QDir::toNativeSeparators(QDir::cleanPath(folder))));
     return explorer.startDetached();
 }
 

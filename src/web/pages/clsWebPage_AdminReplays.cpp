@@ -6,17 +6,18 @@
 #include "web/ReplayFiles.h"
 #include "web/pages/PageText.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString entries()
 {
     QString result;
     for (const QString &name : fnReplayFiles()) {
-        result += QStringLiteral("<tr><td><input type=\"checkbox\" name=\"DELFILE") + name +
-                  QStringLiteral("\" aria-label=\"Delete ") + name +
-                  QStringLiteral("\"></td><td class=\"replay\"><a href=\"") + fnDownloadLink(name) +
-                  QStringLiteral("\" target=\"_blank\">") + name +
-                  QStringLiteral("</a></td></tr>\n");
+        result += u"<tr><td><input type=\"checkbox\" name=\"DELFILE"_s + name +
+                  u"\" aria-label=\"Delete "_s + name +
+                  u"\"></td><td class=\"replay\"><a href=\""_s + fnDownloadLink(name) +
+                  u"\" target=\"_blank\">"_s + name + u"</a></td></tr>\n"_s;
     }
     return result;
 }
@@ -28,13 +29,13 @@ QString clsWebPage_AdminReplays::build() const
     const clsOptions &options = *gRoot->Options();
     constexpr page::FieldWidth Count{6, 5};
     return page::adminFrame() + page::text(3100) + page::credentialFields() + page::text(3101) +
-           page::row(page::checkBox("archiveReplays", options.RecordReplays(),
-                                    QStringLiteral("   Archive Replays"))) +
+           page::row(
+               page::checkBox("archiveReplays", options.RecordReplays(), u"   Archive Replays"_s)) +
            page::row(page::checkBox("SkipBlankReplays", options.SkipBlankReplays(),
-                                    QStringLiteral("   Skip Blank Replays"))) +
-           page::row(page::textField("ReplayCount", QStringLiteral("Replays to store"),
+                                    u"   Skip Blank Replays"_s)) +
+           page::row(page::textField("ReplayCount", u"Replays to store"_s,
                                      QString::number(options.ReplayCount()), Count)) +
-           page::text(3102) + QStringLiteral("<td class=\"path\">") + options.ReplayFolder() +
-           QStringLiteral("</td></tr>\n") + page::text(3103) + page::credentialFields() +
-           page::text(3104) + entries() + page::text(3105);
+           page::text(3102) + u"<td class=\"path\">"_s + options.ReplayFolder() +
+           u"</td></tr>\n"_s + page::text(3103) + page::credentialFields() + page::text(3104) +
+           entries() + page::text(3105);
 }

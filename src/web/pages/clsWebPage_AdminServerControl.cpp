@@ -7,6 +7,8 @@
 #include "server/ctlGRServer.h"
 #include "web/pages/PageText.h"
 
+using namespace Qt::StringLiterals;
+
 QByteArray clsWebPage_AdminServerControl::HTML(const QString & /*message*/)
 {
     const ctlGRServer &server = gRoot->Server();
@@ -23,22 +25,22 @@ void clsWebPage_AdminServerControl::Refresh()
     constexpr page::FieldWidth Seconds{3, 2};
     m_body = platform::toCodePage(
         page::row(page::checkBox("AutoStartGRServer", options.AutoStartGRServer(),
-                                 QStringLiteral("   Start GR server on startup."))) +
-        page::row(page::textArea("UserCMDLINE", "CMDLine", QStringLiteral("Startup Arguments"),
+                                 u"   Start GR server on startup."_s)) +
+        page::row(page::textArea("UserCMDLINE", "CMDLine", u"Startup Arguments"_s,
                                  options.ServerCommandLineArgs())) +
         page::text(3203) +
         page::row(page::checkBox("AutoRestartGRServer", options.AutoRestartGRServer(),
-                                 QStringLiteral("   Restart GR server on crash.")) +
-                  QStringLiteral("\n") +
+                                 u"   Restart GR server on crash."_s) +
+                  u"\n"_s +
                   page::checkBox("AutoRestartOnProcessStop", options.AutoRestartOnProcessStop(),
-                                 QStringLiteral("   Restart GR server if process is stopped."))) +
-        page::row(page::textField("Pollingfreq", QStringLiteral("Polling Frequency (ms)"),
+                                 u"   Restart GR server if process is stopped."_s)) +
+        page::row(page::textField("Pollingfreq", u"Polling Frequency (ms)"_s,
                                   QString::number(options.ServerPollingFrequency()), Milliseconds) +
-                  QStringLiteral("\n") +
-                  page::textField("Timeout", QStringLiteral("Restart Timeout (s)"),
+                  u"\n"_s +
+                  page::textField("Timeout", u"Restart Timeout (s)"_s,
                                   QString::number(options.ServerTimeout()), Seconds) +
-                  QStringLiteral("\n") +
-                  page::textField("StartupTimeout", QStringLiteral("Startup Timeout (s)"),
+                  u"\n"_s +
+                  page::textField("StartupTimeout", u"Startup Timeout (s)"_s,
                                   QString::number(options.ServerStartupTimeout()), Seconds)) +
         page::text(3204));
 }

@@ -10,6 +10,8 @@
 #include "server/ctlGRServer.h"
 #include "web/pages/PageText.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Empty, or false, for a setting that the file does not have.
@@ -30,25 +32,23 @@ QString shownNumber(const GameSetting<std::int32_t> &setting)
 
 QString heading(const char *text)
 {
-    return QStringLiteral("<tr><td class=\"heading\">%1</td></tr>\n").arg(QLatin1String(text));
+    return u"<tr><td class=\"heading\">%1</td></tr>\n"_s.arg(QLatin1String(text));
 }
 
 QString general(const clsOptionsXML &options)
 {
     return heading("General") +
-           page::row(page::textField("ServerName", QStringLiteral("Server Name"),
-                                     shown(options.MPGameName), {21, 20})) +
-           page::row(page::textArea("UserMOTD", "MOTD", QStringLiteral("Message of the day"),
-                                    shown(options.MOTD),
-                                    QStringLiteral(" maxlength=\"100\" size=\"100\""))) +
+           page::row(page::textField("ServerName", u"Server Name"_s, shown(options.MPGameName),
+                                     {21, 20})) +
+           page::row(page::textArea("UserMOTD", "MOTD", u"Message of the day"_s,
+                                    shown(options.MOTD), u" maxlength=\"100\" size=\"100\""_s)) +
            page::row(page::checkBox("AllowRemoteAccess", shown(options.RemoteServerAccess),
-                                    QStringLiteral("   Allow Remote Access")) +
-                     QStringLiteral("\n") +
-                     page::textField("RAPassword", QStringLiteral("Password"),
-                                     shown(options.RemoteServerPasswd), {13, 12})) +
-           page::row(
-               page::checkBox("RecordGame", shown(options.RecordGame),
-                              QStringLiteral("   Record Game (Necessary if archiving replays)")));
+                                    u"   Allow Remote Access"_s) +
+                     u"\n"_s +
+                     page::textField("RAPassword", u"Password"_s, shown(options.RemoteServerPasswd),
+                                     {13, 12})) +
+           page::row(page::checkBox("RecordGame", shown(options.RecordGame),
+                                    u"   Record Game (Necessary if archiving replays)"_s));
 }
 
 QString network(const clsOptionsXML &options)
@@ -56,26 +56,25 @@ QString network(const clsOptionsXML &options)
     constexpr page::FieldWidth Number{9, 8};
     return heading("Network Options") +
            page::row(page::checkBox("BehindFireWall", shown(options.BehindFirewall),
-                                    QStringLiteral("   Behind Firewall"))) +
-           page::row(page::textField("Synch", QStringLiteral("Synch. Timeout"),
+                                    u"   Behind Firewall"_s)) +
+           page::row(page::textField("Synch", u"Synch. Timeout"_s,
                                      shownNumber(options.GameSynchTimeout), Number)) +
-           page::row(page::textField("JoinPort", QStringLiteral("Join Port"),
-                                     shownNumber(options.JoinPort), Number)) +
-           page::row(page::textField("AnnouncePort", QStringLiteral("Announce Port"),
+           page::row(
+               page::textField("JoinPort", u"Join Port"_s, shownNumber(options.JoinPort), Number)) +
+           page::row(page::textField("AnnouncePort", u"Announce Port"_s,
                                      shownNumber(options.AnnouncePort), Number)) +
-           page::row(QStringLiteral(
-               "<small>Only experienced users should modify these settings</small>"));
+           page::row(u"<small>Only experienced users should modify these settings</small>"_s);
 }
 
 QString modRows()
 {
     clsMods mods;
     mods.Load();
-    QString rows = page::row(QStringLiteral("<span class=\"ModsTitle\">Active Mods</span>"));
+    QString rows = page::row(u"<span class=\"ModsTitle\">Active Mods</span>"_s);
     for (const clsModInfo *const mod : mods.ActiveMods()) {
         rows += page::row(page::disabledCheckBox(true, mod->Name()));
     }
-    rows += page::row(QStringLiteral("<hr>Available Mods"));
+    rows += page::row(u"<hr>Available Mods"_s);
     for (const auto &mod : mods.Mods()) {
         if (!mod->Active) {
             rows += page::row(page::disabledCheckBox(false, mod->Name()));
@@ -87,18 +86,16 @@ QString modRows()
 /// What follows the mods; it ends the tables and the form.
 QString endOfForm()
 {
-    const QString tablesEnd = QStringLiteral("</table></td></tr></table>\n<p class=\"submit\">");
-    const QString formEnd = QStringLiteral("</p>\n</form>\n");
+    const QString tablesEnd = u"</table></td></tr></table>\n<p class=\"submit\">"_s;
+    const QString formEnd = u"</p>\n</form>\n"_s;
     if (!gRoot->Server().Connected()) {
-        return page::row(page::text(QStringLiteral("mods-button.html"))) + tablesEnd +
-               QStringLiteral("<input type=\"submit\" name=\"SubmitType\" value=\"Update\">") +
-               formEnd;
+        return page::row(page::text(u"mods-button.html"_s)) + tablesEnd +
+               u"<input type=\"submit\" name=\"SubmitType\" value=\"Update\">"_s + formEnd;
     }
-    return page::row(QStringLiteral(
-               "<small>(You cannot edit mods while the server is running.)</small>")) +
+    return page::row(u"<small>(You cannot edit mods while the server is running.)</small>"_s) +
            tablesEnd +
-           QStringLiteral("You cannot update server options while the game server is running. "
-                          "Please stop the server first.") +
+           u"You cannot update server options while the game server is running. "
+           "Please stop the server first."_s +
            formEnd;
 }
 
@@ -106,20 +103,19 @@ QString endOfForm()
 
 QByteArray clsWebPage_AdminServerOptions::HTML(const QString & /*message*/)
 {
-    return m_page + platform::toCodePage(
-                        endOfForm() +
-                        QStringLiteral("<form name=\"OpenMods\" method=\"POST\" target=\"mods\" "
-                                       "action=\"OpenMods\">") +
-                        page::credentialFields() + QStringLiteral("</form>\n") +
-                        page::text(QStringLiteral("content-closing.html")));
+    return m_page + platform::toCodePage(endOfForm() +
+                                         u"<form name=\"OpenMods\" method=\"POST\" target=\"mods\" "
+                                         "action=\"OpenMods\">"_s +
+                                         page::credentialFields() + u"</form>\n"_s +
+                                         page::text(u"content-closing.html"_s));
 }
 
 void clsWebPage_AdminServerOptions::Refresh()
 {
     clsOptionsXML options;
     SkipFailure([&] { options.Load(); });
-    m_page = platform::toCodePage(
-        page::adminFrame() + page::text(3300) + page::credentialFields() + page::text(3301) +
-        general(options) + network(options) +
-        QStringLiteral("</table></td>\n<td class=\"mods\"><table class=\"panel\">\n") + modRows());
+    m_page = platform::toCodePage(page::adminFrame() + page::text(3300) + page::credentialFields() +
+                                  page::text(3301) + general(options) + network(options) +
+                                  u"</table></td>\n<td class=\"mods\"><table class=\"panel\">\n"_s +
+                                  modRows());
 }

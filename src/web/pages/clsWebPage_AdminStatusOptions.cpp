@@ -5,14 +5,16 @@
 #include "core/clsZebek.h"
 #include "web/pages/PageText.h"
 
+using namespace Qt::StringLiterals;
+
 QString clsWebPage_AdminStatusOptions::build() const
 {
     const clsOptions &options = *gRoot->Options();
     constexpr page::FieldWidth Url{120};
     return page::adminFrame() + page::text(3500) + page::credentialFields() + page::text(3501) +
-           page::row(page::textField("ServerGo", QStringLiteral("Server Running Image URL:"),
+           page::row(page::textField("ServerGo", u"Server Running Image URL:"_s,
                                      options.ServerRunningGif(), Url)) +
-           page::row(page::textField("ServerCrash", QStringLiteral("Server Crashed Image URL:"),
+           page::row(page::textField("ServerCrash", u"Server Crashed Image URL:"_s,
                                      options.ServerCrashGif(), Url)) +
-           page::text(QStringLiteral("settings-closing.html"));
+           page::text(u"settings-closing.html"_s);
 }

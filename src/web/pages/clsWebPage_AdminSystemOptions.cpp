@@ -6,6 +6,8 @@
 #include "core/iGlobalForm.h"
 #include "web/pages/PageText.h"
 
+using namespace Qt::StringLiterals;
+
 QString clsWebPage_AdminSystemOptions::build() const
 {
     const clsOptions &options = *gRoot->Options();
@@ -13,25 +15,22 @@ QString clsWebPage_AdminSystemOptions::build() const
     constexpr int AddressWidth = 15;
     constexpr int PortWidth = 7;
     return page::adminFrame() + page::text(3400) + page::credentialFields() + page::text(3401) +
-           page::row(
-               page::checkBox("StartOnStartup", options.AutoRunOnStartup(),
-                              QStringLiteral("   Start Zebek Suite when this computer starts."),
-                              QStringLiteral(" disabled"))) +
-           page::row(
-               page::checkBox("ScanForProcesses", options.FindGRServer(),
-                              QStringLiteral("   Automatically scan for GR Server Processes."))) +
+           page::row(page::checkBox("StartOnStartup", options.AutoRunOnStartup(),
+                                    u"   Start Zebek Suite when this computer starts."_s,
+                                    u" disabled"_s)) +
+           page::row(page::checkBox("ScanForProcesses", options.FindGRServer(),
+                                    u"   Automatically scan for GR Server Processes."_s)) +
            page::text(3402) +
            page::row(page::checkBox("StartWebServer", options.AllowRemoteAccess(),
-                                    QStringLiteral("   Start Web server on startup"))) +
-           page::row(page::disabledTextField(QStringLiteral("I.P."),
-                                             gRoot->GlobalForm()->DefaultLocalIP(), AddressWidth) +
-                     QStringLiteral("\n") +
-                     page::disabledTextField(QStringLiteral("Port"),
-                                             QString::number(options.RemoteAccessPort()),
+                                    u"   Start Web server on startup"_s)) +
+           page::row(page::disabledTextField(u"I.P."_s, gRoot->GlobalForm()->DefaultLocalIP(),
+                                             AddressWidth) +
+                     u"\n"_s +
+                     page::disabledTextField(u"Port"_s, QString::number(options.RemoteAccessPort()),
                                              PortWidth)) +
-           page::row(page::textField("AdminUN", QStringLiteral("Admin Username"),
-                                     options.AdminUserName(), LogIn)) +
-           page::row(page::textField("AdminPW", QStringLiteral("Admin Password"),
-                                     options.AdminPassword(), LogIn)) +
-           page::text(QStringLiteral("settings-closing.html"));
+           page::row(
+               page::textField("AdminUN", u"Admin Username"_s, options.AdminUserName(), LogIn)) +
+           page::row(
+               page::textField("AdminPW", u"Admin Password"_s, options.AdminPassword(), LogIn)) +
+           page::text(u"settings-closing.html"_s);
 }

@@ -8,17 +8,18 @@
 #include "server/ctlGRServer.h"
 #include "web/pages/PageText.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString cell(const char *style, const QString &content)
 {
-    return QStringLiteral("<td class=\"%1\">").arg(QLatin1String(style)) + content +
-           QStringLiteral("</td>");
+    return u"<td class=\"%1\">"_s.arg(QLatin1String(style)) + content + u"</td>"_s;
 }
 
 QString row(const QString &cells)
 {
-    return QStringLiteral("<tr>") + cells + QStringLiteral("</tr>\n");
+    return u"<tr>"_s + cells + u"</tr>\n"_s;
 }
 
 QString labelled(const char *label, const QString &value)
@@ -37,7 +38,7 @@ QString activeMods()
     QString names;
     if (const clsMods *const mods = window->ModsList()) {
         for (const auto &mod : mods->Mods()) {
-            names += mod->Active ? mod->Name() + QStringLiteral(" - ") : QString();
+            names += mod->Active ? mod->Name() + u" - "_s : QString();
         }
     }
     return names;
@@ -48,43 +49,38 @@ QString matchLength(const QString &seconds)
 {
     constexpr int SecondsPerMinute = 60;
     const int length = seconds.toInt();
-    return QStringLiteral("%1:%2")
-        .arg(length / SecondsPerMinute, 2, 10, QLatin1Char('0'))
-        .arg(length % SecondsPerMinute, 2, 10, QLatin1Char('0'));
+    return u"%1:%2"_s.arg(length / SecondsPerMinute, 2, 10, QChar(u'0'))
+        .arg(length % SecondsPerMinute, 2, 10, QChar(u'0'));
 }
 
 QString gameNotes(const ctlServerStatus &status)
 {
-    return QStringLiteral("<td class=\"GameNotes\"><table cellspacing=\"10px\">\n") +
+    return u"<td class=\"GameNotes\"><table cellspacing=\"10px\">\n"_s +
            labelled("Map:", status.Map()) + labelled("Mission:", status.Mission()) +
            labelled("Game Type:", status.GameType()) +
            labelled("Game Length:", matchLength(status.Length())) +
-           labelled("Remaining:", status.TimeRemaining()) + QStringLiteral("</table></td>\n");
+           labelled("Remaining:", status.TimeRemaining()) + u"</table></td>\n"_s;
 }
 
 QString players(const ctlServerStatus &status)
 {
-    QString rows = row(cell("Playerslabel", QStringLiteral("Players (") +
-                                                status.PlayerCountString() + QStringLiteral(")")));
+    QString rows = row(cell("Playerslabel", u"Players ("_s + status.PlayerCountString() + u")"_s));
     for (const auto &player : status.Players()) {
-        rows += row(QStringLiteral("<td>") + player.name + QStringLiteral("</td>"));
+        rows += row(u"<td>"_s + player.name + u"</td>"_s);
     }
-    return QStringLiteral("<td><table class=\"Players\">\n") + rows +
-           QStringLiteral("</table></td>\n");
+    return u"<td><table class=\"Players\">\n"_s + rows + u"</table></td>\n"_s;
 }
 
 QString runningServer(const ctlServerStatus &status)
 {
-    const auto bold = [](const char *label) {
-        return QStringLiteral("<b>%1</b>").arg(QLatin1String(label));
-    };
+    const auto bold = [](const char *label) { return u"<b>%1</b>"_s.arg(QLatin1String(label)); };
     // The tables and the row that are open at the beginning and the end are those of the head.
-    return cell("title", status.Name()) + QStringLiteral("</tr>\n") +
-           row(cell("MOTD", status.MOTD())) + QStringLiteral("<tr><td><hr></td></tr>\n") +
+    return cell("title", status.Name()) + u"</tr>\n"_s + row(cell("MOTD", status.MOTD())) +
+           u"<tr><td><hr></td></tr>\n"_s +
            row(cell("version", bold("Version:  ") + status.Version())) +
            row(cell("mods", bold("Active Mods:  ") + activeMods())) +
-           QStringLiteral("</table></td></tr>\n<tr><td><table class=\"game\"><tr>\n") +
-           gameNotes(status) + players(status);
+           u"</table></td></tr>\n<tr><td><table class=\"game\"><tr>\n"_s + gameNotes(status) +
+           players(status);
 }
 
 } // namespace
@@ -103,7 +99,7 @@ void clsWebPage_PublicStatus::Refresh()
     const QString part =
         server.Connected() && server.Status() != ServerQueryStatus::Dead
             ? runningServer(server.StatusObject())
-            : QStringLiteral("<td align=\"center\">This Ghost Recon server is not running</td>\n");
+            : u"<td align=\"center\">This Ghost Recon server is not running</td>\n"_s;
     m_text = platform::toCodePage(page::text(10000) + part + page::text(10001));
     m_stale = false;
 }
