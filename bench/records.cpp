@@ -184,7 +184,7 @@ private:
     static double measureConversion(int players)
     {
         const QByteArray page = statisticsPage(players);
-        const auto convert = [&] { return XMLFromGamePage(page, {}); };
+        const auto convert = [&] { return xmlFromGamePage(page, {}); };
         require(convert().findAll("Player").size() == static_cast<std::size_t>(players),
                 "a page was not converted");
         // About as long for each number, so that what else runs disturbs all alike.

@@ -14,10 +14,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString replayName = u"Data/Save/replay/defaultreplay.rpf"_s;
+const QString ReplayName = u"Data/Save/replay/defaultreplay.rpf"_s;
 
 /// Settings as a fresh installation has them; the lines end in LF here and in CR LF in the file.
-const QString freshOptions = uR"(<?xml version="1.0" encoding="windows-1252"?>
+const QString FreshOptions = uR"(<?xml version="1.0" encoding="windows-1252"?>
 <!-- Settings of the simulated game server -->
 <Options>
   <Network>
@@ -59,7 +59,7 @@ const QString freshOptions = uR"(<?xml version="1.0" encoding="windows-1252"?>
 </Options>
 )"_s;
 
-const QString freshActiveMods = u"// MODS SETTINGS - LIST OF MODS ACTIVE ON THIS SYSTEM\n"
+const QString FreshActiveMods = u"// MODS SETTINGS - LIST OF MODS ACTIVE ON THIS SYSTEM\n"
                                 "\"\\mods\\coastline\"\n"_s;
 
 struct Mod
@@ -69,7 +69,7 @@ struct Mod
 };
 
 /// "Origmiss" holds what the game itself brings along and is no mod to switch on or off.
-const std::array freshMods = {
+const std::array FreshMods = {
     Mod{u"Origmiss"_s, u"Original Missions"_s},
     Mod{u"Coastline"_s, u"Küste und Hafen"_s},
     Mod{u"NightWatch"_s, u"Night Watch"_s},
@@ -132,14 +132,14 @@ GameFiles::GameFiles(EventLog &log, const QString &directory) : m_log(log), m_di
 
 void GameFiles::createMissing() const
 {
-    createMissing(u"options.xml"_s, gameText(freshOptions));
-    createMissing(u"modsset.txt"_s, gameText(freshActiveMods));
-    for (const Mod &mod : freshMods) {
+    createMissing(u"options.xml"_s, gameText(FreshOptions));
+    createMissing(u"modsset.txt"_s, gameText(FreshActiveMods));
+    for (const Mod &mod : FreshMods) {
         const QString folder = u"Mods/"_s + mod.folder;
         m_directory.mkpath(folder);
         createMissing(folder + u"/ModsCont.txt"_s, modDescription(mod));
     }
-    m_directory.mkpath(QFileInfo(replayName).path());
+    m_directory.mkpath(QFileInfo(ReplayName).path());
 }
 
 void GameFiles::createMissing(const QString &name, const QByteArray &content) const
@@ -192,6 +192,6 @@ void GameFiles::writeReplay(const MatchPlayer &match, const QDateTime &ended) co
     lines << QString() << QString();
     PseudoRandom random(static_cast<quint32>(ended.toMSecsSinceEpoch()));
     const QByteArray moves = random.bytes(2048 + random.below(4096));
-    m_directory.mkpath(QFileInfo(replayName).path());
-    replaceFile(m_log, m_directory.filePath(replayName), toWindows1252(lines.join(u'\n')) + moves);
+    m_directory.mkpath(QFileInfo(ReplayName).path());
+    replaceFile(m_log, m_directory.filePath(ReplayName), toWindows1252(lines.join(u'\n')) + moves);
 }

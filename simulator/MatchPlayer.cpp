@@ -9,17 +9,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const std::array scenes = {
+const std::array Scenes = {
     Scene{u"Castle"_s, u"Hold the Gate"_s, u"Team"_s},
     Scene{u"Harbour"_s, u"Night Shift"_s, u"Solo"_s},
     Scene{u"River Crossing"_s, u"Two Banks"_s, u"Team"_s},
     Scene{u"Old Mill"_s, u"Last Light"_s, u"Cooperative"_s},
 };
 
-const std::array soldiers = {u"Rifleman"_s, u"Support"_s, u"Sniper"_s, u"Demolitions"_s};
+const std::array Soldiers = {u"Rifleman"_s, u"Support"_s, u"Sniper"_s, u"Demolitions"_s};
 
 /// The growth of a match without an end: the goals are reached after this many seconds.
-constexpr double endlessPaceSeconds = 600;
+constexpr double EndlessPaceSeconds = 600;
 
 QStringList namesOf(int count, const QString &first)
 {
@@ -74,7 +74,7 @@ void MatchPlayer::start()
 
 const Scene &MatchPlayer::scene() const
 {
-    return scenes.at(static_cast<std::size_t>(std::max(m_matchNumber - 1, 0)) % scenes.size());
+    return Scenes.at(static_cast<std::size_t>(std::max(m_matchNumber - 1, 0)) % Scenes.size());
 }
 
 double MatchPlayer::matchLengthSeconds() const
@@ -93,7 +93,7 @@ double MatchPlayer::elapsedSeconds() const
 
 QList<PlayerScore> MatchPlayer::scores() const
 {
-    const double pace = m_length > 0 ? matchLengthSeconds() : endlessPaceSeconds;
+    const double pace = m_length > 0 ? matchLengthSeconds() : EndlessPaceSeconds;
     const double progress = m_blank ? 0 : elapsedSeconds() / pace;
     QList<PlayerScore> scores;
     for (const PlayerScore &goal : m_goals) {
@@ -139,7 +139,7 @@ void MatchPlayer::drawGoals()
         PlayerScore goal;
         goal.name = name;
         goal.team = m_goals.size() % 2 == 0 ? u"Red"_s : u"Blue"_s;
-        goal.soldier = soldiers.at(random.next() % soldiers.size());
+        goal.soldier = Soldiers.at(random.next() % Soldiers.size());
         goal.shotKills = 1 + random.below(12);
         goal.blastKills = random.below(5);
         goal.shotHits = goal.shotKills + random.below(20);

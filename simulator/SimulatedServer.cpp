@@ -11,9 +11,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int textInterval = 500; ///< milliseconds between two updates of the window
-constexpr int ordinarySlots = 16; ///< more players than that make the server larger
-constexpr qsizetype playersShown = 12;
+constexpr int TextInterval = 500; ///< milliseconds between two updates of the window
+constexpr int OrdinarySlots = 16; ///< more players than that make the server larger
+constexpr qsizetype PlayersShown = 12;
 
 QString clockText(double seconds)
 {
@@ -34,13 +34,13 @@ QString timeText(const ServerStatus &status)
 QString scoreLines(const QList<PlayerScore> &scores)
 {
     QString text;
-    for (const PlayerScore &score : scores.mid(0, playersShown)) {
+    for (const PlayerScore &score : scores.mid(0, PlayersShown)) {
         text += u"  %1 %2 kills %3 deaths\n"_s.arg(score.name.leftJustified(20))
                     .arg(score.shotKills + score.blastKills, 4)
                     .arg(score.deaths, 4);
     }
-    if (scores.size() > playersShown) {
-        text += u"  and %1 more\n"_s.arg(scores.size() - playersShown);
+    if (scores.size() > PlayersShown) {
+        text += u"  and %1 more\n"_s.arg(scores.size() - PlayersShown);
     }
     return text;
 }
@@ -70,7 +70,7 @@ void SimulatedServer::start()
     }
     scheduleFaults();
     updateText();
-    m_textTimer.start(textInterval);
+    m_textTimer.start(TextInterval);
     if (m_settings.windowDelay) {
         after(m_settings.windowDelay, [this] { showWindows(); });
     } else {
@@ -172,7 +172,7 @@ ServerStatus SimulatedServer::status() const
     status.gameType = scene.gameType;
     status.dedicated = m_settings.dedicated != 0;
     status.players = m_match.playerNames();
-    status.maximumPlayers = std::max(m_settings.players, ordinarySlots);
+    status.maximumPlayers = std::max(m_settings.players, OrdinarySlots);
     if (status.dedicated) {
         status.players.prepend(u"Host"_s);
         ++status.maximumPlayers;

@@ -12,9 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString lineEnd = u"\r\n"_s;
+const QString LineEnd = u"\r\n"_s;
 
-const QStringList headings = {
+const QStringList Headings = {
     u"Name"_s,         u"Team"_s,           u"Soldier"_s,     u"Status"_s,   u"Gun Kills"_s,
     u"Blast Kills"_s,  u"Gun Shots"_s,      u"Blast Shots"_s, u"Gun Hits"_s, u"Blast Hits"_s,
     u"Gun Accuracy"_s, u"Blast Accuracy"_s, u"Team Kills"_s,  u"Deaths"_s,
@@ -60,7 +60,7 @@ QStringList pageHead(const QString &map, const QDateTime &ended)
         u"<TITLE>Mission Stats ("_s + time,
         u")</TITLE></HEAD><BODY><H2>Map (%1)</H2>"_s.arg(map),
         u"<TABLE BORDER=1>"_s,
-        u"<TR>%1</TR>"_s.arg(cells(headings, u"TH"_s)),
+        u"<TR>%1</TR>"_s.arg(cells(Headings, u"TH"_s)),
     };
 }
 
@@ -74,7 +74,7 @@ QByteArray statisticsPage(const QString &map, const QDateTime &ended,
         lines << u"<TR>"_s << playerRow(score) << u"</TR>"_s;
     }
     lines << u"</TABLE>"_s << u"</BODY>"_s << u"</HTML>"_s;
-    return toWindows1252(lines.join(lineEnd) + lineEnd);
+    return toWindows1252(lines.join(LineEnd) + LineEnd);
 }
 
 StatisticsPageWriter::StatisticsPageWriter(EventLog &log, QString fileName,

@@ -9,16 +9,16 @@
 
 namespace {
 
-constexpr qsizetype headerSize = 25;
-constexpr qsizetype longestString = 254;
-constexpr qsizetype shortSize = 10;
-constexpr qsizetype hugeSize = 2000;
-constexpr quint32 hugeSeed = 2348;
+constexpr qsizetype HeaderSize = 25;
+constexpr qsizetype LongestString = 254;
+constexpr qsizetype ShortSize = 10;
+constexpr qsizetype HugeSize = 2000;
+constexpr quint32 HugeSeed = 2348;
 
 class Writer
 {
 public:
-    void header() { m_bytes += statusRequest().left(4).leftJustified(headerSize, '\0'); }
+    void header() { m_bytes += statusRequest().left(4).leftJustified(HeaderSize, '\0'); }
     void zeros(qsizetype count) { m_bytes.append(count, '\0'); }
     void byte(quint8 value) { m_bytes.append(static_cast<char>(value)); }
 
@@ -32,7 +32,7 @@ public:
 
     void text(const QString &value)
     {
-        const QByteArray characters = toWindows1252(value).left(longestString);
+        const QByteArray characters = toWindows1252(value).left(LongestString);
         number(static_cast<quint32>(characters.size() + 1));
         m_bytes += characters;
         byte(0);
@@ -64,7 +64,7 @@ QByteArray statusRequest()
 QByteArray statusReply(const ServerStatus &status, ReplyShape shape)
 {
     if (shape == ReplyShape::Huge) {
-        return PseudoRandom(hugeSeed).bytes(hugeSize);
+        return PseudoRandom(HugeSeed).bytes(HugeSize);
     }
     Writer writer;
     writer.header();
@@ -88,5 +88,5 @@ QByteArray statusReply(const ServerStatus &status, ReplyShape shape)
     writer.text(status.messageOfTheDay);
     writer.zeros(4);
     writer.real(status.matchLengthSeconds);
-    return shape == ReplyShape::Short ? writer.bytes().left(shortSize) : writer.bytes();
+    return shape == ReplyShape::Short ? writer.bytes().left(ShortSize) : writer.bytes();
 }

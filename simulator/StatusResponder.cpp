@@ -17,7 +17,7 @@ StatusResponder::StatusResponder(EventLog &log, ReplySource source)
 
 bool StatusResponder::listen()
 {
-    return m_socket.bind(QHostAddress::AnyIPv4, port, QUdpSocket::DontShareAddress);
+    return m_socket.bind(QHostAddress::AnyIPv4, Port, QUdpSocket::DontShareAddress);
 }
 
 void StatusResponder::readRequests()

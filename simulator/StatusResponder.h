@@ -14,7 +14,7 @@ class EventLog;
 class StatusResponder : public QObject
 {
 public:
-    static constexpr quint16 port = 2348;
+    static constexpr quint16 Port = 2348;
     using ReplySource = std::function<QByteArray()>;
 
     /// The source is asked for the datagram at the moment it is sent.

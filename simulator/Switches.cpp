@@ -48,33 +48,33 @@ struct Switch
     const char *help;
 };
 
-constexpr double seconds = 1000;
-constexpr double milliseconds = 1;
+constexpr double Seconds = 1000;
+constexpr double Milliseconds = 1;
 
 using S = Settings;
-const std::array switches = {
-    Switch{"-hang-after", "S", Time{&S::hangAfter, seconds},
+const std::array Switches = {
+    Switch{"-hang-after", "S", Time{&S::hangAfter, Seconds},
            "after S seconds neither answers nor reacts to anything, for ever"},
-    Switch{"-mute-after", "S", Time{&S::muteAfter, seconds},
+    Switch{"-mute-after", "S", Time{&S::muteAfter, Seconds},
            "after S seconds answers no more, but still closes on request"},
     Switch{"-ignore-close", "", Flag{&S::ignoreClose}, "ignores the request to close"},
-    Switch{"-exit-after", "S", Time{&S::exitAfter, seconds}, "ends by itself after S seconds"},
+    Switch{"-exit-after", "S", Time{&S::exitAfter, Seconds}, "ends by itself after S seconds"},
     Switch{"-exit-code", "N", Number{&S::exitCode, 0, 255}, "exit code of -exit-after (0)"},
-    Switch{"-start-delay", "S", Time{&S::startDelay, seconds},
+    Switch{"-start-delay", "S", Time{&S::startDelay, Seconds},
            "answers nothing in the first S seconds"},
-    Switch{"-window-delay", "S", Time{&S::windowDelay, seconds},
+    Switch{"-window-delay", "S", Time{&S::windowDelay, Seconds},
            "shows its window only after S seconds"},
-    Switch{"-answer-delay", "MS", Time{&S::answerDelay, milliseconds},
+    Switch{"-answer-delay", "MS", Time{&S::answerDelay, Milliseconds},
            "answers each query MS milliseconds late"},
     Switch{"-caption", "TEXT", Text{&S::caption}, "caption of the window (Ghost Recon)"},
     Switch{"-second-window", "", Flag{&S::secondWindow},
            "opens a window \"Ghost Recon Console\" above the first"},
-    Switch{"-match-length", "S", Time{&S::matchLength, seconds},
+    Switch{"-match-length", "S", Time{&S::matchLength, Seconds},
            "playing time of a match (600); 0 is a match without an end"},
-    Switch{"-joining", "S", Time{&S::joining, seconds}, "joining time before each match (5)"},
+    Switch{"-joining", "S", Time{&S::joining, Seconds}, "joining time before each match (5)"},
     Switch{"-blank-matches", "", Flag{&S::blankMatches},
            "matches end without kills and with at most one player left"},
-    Switch{"-page-halves", "MS", Time{&S::pageHalves, milliseconds},
+    Switch{"-page-halves", "MS", Time{&S::pageHalves, Milliseconds},
            "the whole statistics page follows its first half after MS milliseconds"},
     Switch{"-players", "N", Number{&S::players, 0, 200}, "number of players, 0 to 200 (5)"},
     Switch{"-player-name", "TEXT", Text{&S::playerName}, "name of the first player"},
@@ -113,8 +113,8 @@ struct Store
 
     bool operator()(const Time &time) const
     {
-        constexpr int longest = std::numeric_limits<int>::max();
-        const auto number = numberWithin(value, 0, longest / time.unit);
+        constexpr int Longest = std::numeric_limits<int>::max();
+        const auto number = numberWithin(value, 0, Longest / time.unit);
         if (number) {
             settings.*time.member = static_cast<int>(std::lround(*number * time.unit));
         }
@@ -151,8 +151,8 @@ struct Store
 const Switch *findSwitch(const QString &name)
 {
     const auto *const found = std::ranges::find_if(
-        switches, [&name](const Switch &entry) { return name == QLatin1String(entry.name); });
-    return found == switches.end() ? nullptr : found;
+        Switches, [&name](const Switch &entry) { return name == QLatin1String(entry.name); });
+    return found == Switches.end() ? nullptr : found;
 }
 
 QString complaint(const char *what, const QString &about)
@@ -191,7 +191,7 @@ QString switchHelp()
     QString text = u"GhostRecon.exe -autoserve [switches]\n"
                    "A simulated game server. Without -autoserve as its first "
                    "argument it only shows its window.\n\n"_s;
-    for (const Switch &entry : switches) {
+    for (const Switch &entry : Switches) {
         const QString left = QLatin1String(entry.name) + u' ' + QLatin1String(entry.value);
         text += u"  "_s + left.leftJustified(20) + QLatin1String(entry.help) + u'\n';
     }

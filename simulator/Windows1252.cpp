@@ -6,7 +6,7 @@
 namespace {
 
 /// The code points of the bytes 0x80 to 0x9F; all other bytes are their own code point.
-constexpr std::array<char16_t, 32> upperControls = {
+constexpr std::array<char16_t, 32> UpperControls = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
@@ -16,9 +16,9 @@ char toByte(char16_t character)
     if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) {
         return static_cast<char>(character);
     }
-    const auto *const found = std::ranges::find(upperControls, character);
-    return found == upperControls.end() ? '?'
-                                        : static_cast<char>(0x80 + (found - upperControls.begin()));
+    const auto *const found = std::ranges::find(UpperControls, character);
+    return found == UpperControls.end() ? '?'
+                                        : static_cast<char>(0x80 + (found - UpperControls.begin()));
 }
 
 } // namespace
@@ -40,7 +40,7 @@ QString fromWindows1252(const QByteArray &text)
     QString result = QString::fromLatin1(text);
     for (QChar &character : result) {
         if (character.unicode() >= 0x80 && character.unicode() <= 0x9F) {
-            character = upperControls.at(character.unicode() - 0x80U);
+            character = UpperControls.at(character.unicode() - 0x80U);
         }
     }
     return result;

@@ -71,34 +71,34 @@ void Program::RefreshPages(std::optional<PageKey> key) const
 
 void Program::Start()
 {
-    constexpr Routine start{"Zebek", "Start", "Root Object"};
+    constexpr Routine Starting{"Zebek", "Start", "Root Object"};
     bool gameFound = false;
-    if (!RunWithRetry(start, [&] { gameFound = LocateRootDirectory(); }) || !gameFound) {
+    if (!runWithRetry(Starting, [&] { gameFound = locateRootDirectory(); }) || !gameFound) {
         return;
     }
     const std::array<std::function<void()>, 13> steps{
         [this] { m_errors = std::make_unique<clsErrors>(); },
-        [this] { LoadGlobalForm(); },
+        [this] { loadGlobalForm(); },
         [this] { m_options = std::make_unique<clsOptions>(); },
         [this] { m_trackStats = std::make_unique<clsTrackStats>(); },
         [this] { m_replays = std::make_unique<clsReplays>(); },
-        [this] { CreateWebSite(); },
-        [this] { LoadMainWindow(); },
-        [this] { StartWebServer(); },
+        [this] { createWebSite(); },
+        [this] { loadMainWindow(); },
+        [this] { startWebServer(); },
         [this] { m_mainWindow->show(); },
-        [this] { ConfigureSupervisor(); },
-        [this] { WatchStatistics(); },
-        [this] { AutoStartServer(); },
+        [this] { configureSupervisor(); },
+        [this] { watchStatistics(); },
+        [this] { autoStartServer(); },
         [this] { m_globalForm->tmrHeartbeat.setInterval(HeartbeatMilliseconds); },
     };
     for (const auto &step : steps) {
-        if (!RunWithRetry(start, step)) {
+        if (!runWithRetry(Starting, step)) {
             return;
         }
     }
 }
 
-bool Program::LocateRootDirectory()
+bool Program::locateRootDirectory()
 {
     m_rootDirectory = rootDirectoryOf(m_programDirectory);
     if (!QFileInfo(gameProgram()).isFile()) {
@@ -109,11 +109,11 @@ bool Program::LocateRootDirectory()
         m_machine.processEnd.end();
         return false;
     }
-    CreateReplaysFolder();
+    createReplaysFolder();
     return true;
 }
 
-void Program::CreateReplaysFolder() const
+void Program::createReplaysFolder() const
 {
     const QString folder = m_rootDirectory + u"Replays"_s;
     if (!QFileInfo(folder).isDir() && !QDir().mkdir(folder)) {
@@ -122,51 +122,51 @@ void Program::CreateReplaysFolder() const
     }
 }
 
-void Program::LoadGlobalForm()
+void Program::loadGlobalForm()
 {
     m_globalForm = std::make_unique<frmGlobal>();
     m_globalForm->Form_Load();
 }
 
-void Program::CreateWebSite()
+void Program::createWebSite()
 {
     m_webSite = std::make_unique<clsWebSite>();
     m_webSite->RefreshAllPages();
 }
 
-void Program::LoadMainWindow()
+void Program::loadMainWindow()
 {
     m_mainWindow = std::make_unique<frmMain>();
-    m_mainWindow->HostPanel(frmMain::System, std::make_unique<ctlSystemOptions>());
-    m_mainWindow->HostPanel(frmMain::ServerControl, std::make_unique<ctlServerControl>());
-    m_mainWindow->HostPanel(frmMain::ServerOptions, std::make_unique<ctlServerOptions>());
-    m_mainWindow->HostPanel(frmMain::ReplayOptions, std::make_unique<ctlReplayOptions>());
-    m_mainWindow->HostPanel(frmMain::StatusReporting, std::make_unique<ctlStatusOptions>());
+    m_mainWindow->hostPanel(frmMain::System, std::make_unique<ctlSystemOptions>());
+    m_mainWindow->hostPanel(frmMain::ServerControl, std::make_unique<ctlServerControl>());
+    m_mainWindow->hostPanel(frmMain::ServerOptions, std::make_unique<ctlServerOptions>());
+    m_mainWindow->hostPanel(frmMain::ReplayOptions, std::make_unique<ctlReplayOptions>());
+    m_mainWindow->hostPanel(frmMain::StatusReporting, std::make_unique<ctlStatusOptions>());
     m_mainWindow->Form_Load();
     m_mainWindow->FillFields();
 }
 
-void Program::StartWebServer() const
+void Program::startWebServer() const
 {
     if (m_options->AllowRemoteAccess()) {
         m_globalForm->StartWebServer();
     }
 }
 
-void Program::ConfigureSupervisor() const
+void Program::configureSupervisor() const
 {
     ctlGRServer &server = m_globalForm->uctlGRServer;
     server.setEXEPath(gameProgram());
     server.setCMDLineArgs(m_options->ServerCommandLineArgs());
 }
 
-void Program::WatchStatistics() const
+void Program::watchStatistics() const
 {
     m_globalForm->tmrReplays.setInterval(StatisticsMilliseconds);
     m_trackStats->setTimerControl(&m_globalForm->tmrReplays);
 }
 
-void Program::AutoStartServer() const
+void Program::autoStartServer() const
 {
     if (m_options->AutoStartGRServer()) {
         m_globalForm->uctlGRServer.StartGRServer(m_options->FindGRServer());
@@ -189,10 +189,10 @@ void Program::Quit()
     m_machine.processEnd.end();
 }
 
-void Program::QuitUnattended()
+void Program::quitUnattended()
 {
     if (m_options) {
-        m_options->SaveUnattended();
+        m_options->saveUnattended();
     }
     m_machine.processEnd.end();
 }

@@ -26,7 +26,7 @@ public:
     void Start();
     void Quit() override;
     /// The same when nobody can be asked, and in any case: a failing save is recorded.
-    void QuitUnattended();
+    void quitUnattended();
 
     clsErrors *Errors() const override { return m_errors.get(); }
     clsOptions *Options() const override { return m_options.get(); }
@@ -40,15 +40,15 @@ public:
     void RefreshPages(std::optional<PageKey> key) const override;
 
 private:
-    bool LocateRootDirectory();
-    void CreateReplaysFolder() const;
-    void LoadGlobalForm();
-    void CreateWebSite();
-    void LoadMainWindow();
-    void StartWebServer() const;
-    void ConfigureSupervisor() const;
-    void WatchStatistics() const;
-    void AutoStartServer() const;
+    bool locateRootDirectory();
+    void createReplaysFolder() const;
+    void loadGlobalForm();
+    void createWebSite();
+    void loadMainWindow();
+    void startWebServer() const;
+    void configureSupervisor() const;
+    void watchStatistics() const;
+    void autoStartServer() const;
 
     const platform::Machine &m_machine;
     QString m_programDirectory;

@@ -21,7 +21,7 @@ public:
     /// The first one calls `onSecondStart` whenever another one tries.
     Claim claim(std::function<void()> onSecondStart);
     /// The process id of the first one, as told to a second; 0 when unknown.
-    qint64 FirstProcess() const { return m_firstProcess; }
+    qint64 firstProcess() const { return m_firstProcess; }
 
 private:
     Claim tellTheFirst();

@@ -44,12 +44,12 @@ void frmGlobal::tmrHeartbeat_Timer()
 {
     constexpr int LastHeartbeatCount = 601;
     constexpr int SupervisionTicks = 6; ///< from one look at the game server to the next
-    constexpr Routine tick{"Global Controls", "tmrHeartbeat_Timer", "None"};
+    constexpr Routine Tick{"Global Controls", "tmrHeartbeat_Timer", "None"};
     m_heartbeatCount = m_heartbeatCount < LastHeartbeatCount ? m_heartbeatCount + 1 : 1;
-    Trap(tick, [] { gRoot->MainWindow()->PushUpdate(); });
+    trap(Tick, [] { gRoot->MainWindow()->PushUpdate(); });
     if (m_heartbeatCount % SupervisionTicks == 0) {
-        Trap(tick, [] { gRoot->WebSite()->Page(PageKey::PublicStatus).setStale(true); });
-        Trap(tick, [this] { uctlGRServer.Supervise(); });
-        Trap(tick, [this] { webServer.lookAfter(); });
+        trap(Tick, [] { gRoot->WebSite()->Page(PageKey::PublicStatus).setStale(true); });
+        trap(Tick, [this] { uctlGRServer.supervise(); });
+        trap(Tick, [this] { webServer.lookAfter(); });
     }
 }

@@ -30,7 +30,7 @@ void bringToFront(QWidget *mainWindow)
 void saveUnattended()
 {
     if (clsOptions *const options = gRoot->Options()) {
-        options->SaveUnattended();
+        options->saveUnattended();
     }
 }
 
@@ -67,8 +67,8 @@ int endAsSecond(const SingleInstance &instance, SingleInstance::Claim claim)
     platform::nativeMachine().messageBoxes.show(
         u"The tool that serves this game directory%1 does not answer. End that "
         "process, then start this program again."_s.arg(
-            instance.FirstProcess() == 0 ? QString()
-                                         : u", process %1,"_s.arg(instance.FirstProcess())),
+            instance.firstProcess() == 0 ? QString()
+                                         : u", process %1,"_s.arg(instance.firstProcess())),
         u"Zebek Suite Does Not Answer"_s, platform::OkOnly + platform::StopIcon);
     return EXIT_FAILURE;
 }
@@ -100,10 +100,10 @@ int main(int argc, char *argv[])
     if (claim != SingleInstance::Claim::First) {
         return endAsSecond(instance, claim);
     }
-    machine.processEnd.onRequest([] { root.QuitUnattended(); });
+    machine.processEnd.onRequest([] { root.quitUnattended(); });
     // The end of the desktop session arrives as the end of the application, which the window does
     // not outlive.
-    QObject::connect(&application, &QApplication::aboutToQuit, [] { root.QuitUnattended(); });
+    QObject::connect(&application, &QApplication::aboutToQuit, [] { root.quitUnattended(); });
     if (std::atexit(saveUnattended) != 0) {
         qWarning("The settings cannot be saved if the display goes away.");
     }

@@ -52,7 +52,7 @@ bool isCutOff(QByteArray tail)
 
 ErrorLogFile::ErrorLogFile(QString path) : m_path(std::move(path))
 {
-    SkipFailure([this] { m_end = look(); });
+    skipFailure([this] { m_end = look(); });
 }
 
 void ErrorLogFile::append(const QByteArray &record)

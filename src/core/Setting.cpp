@@ -7,7 +7,7 @@
 void SettingBase::noteStored()
 {
     if (clsOptions *const options = gRoot->Options()) {
-        options->SaveSoon();
+        options->saveSoon();
     }
 }
 

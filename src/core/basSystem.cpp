@@ -25,8 +25,8 @@ constexpr Module Here{"System Module", "None"};
 
 void report(const char *routine, const platform::Failure &failure)
 {
-    RecordFailure(Here(routine), failure);
-    ShowFailure({Here.name, routine, "-"}, failure, platform::OkOnly);
+    recordFailure(Here(routine), failure);
+    showFailure({Here.name, routine, "-"}, failure, platform::OkOnly);
 }
 
 /// Runs the body, which returns a Windows error code; one that is not in `expected` is reported, as
@@ -68,6 +68,6 @@ bool SetRunOnStartup(bool in_blnState)
 
 QString FormatAPIResultMessage(std::uint32_t code)
 {
-    return Trap(Here("FormatAPIResultMessage"),
+    return trap(Here("FormatAPIResultMessage"),
                 [code] { return platform::systemMessage(code).left(MaximumLength); });
 }

@@ -19,7 +19,7 @@ QString nameOf(const Routine &routine)
 
 } // namespace
 
-platform::Failure CaughtFailure()
+platform::Failure caughtFailure()
 {
     try {
         throw;
@@ -32,48 +32,48 @@ platform::Failure CaughtFailure()
     }
 }
 
-void RecordFailure(const Routine &routine, const platform::Failure &failure)
+void recordFailure(const Routine &routine, const platform::Failure &failure)
 {
     clsErrors *const errors = gRoot->Errors();
-    if (errors != nullptr && (!routine.byStrangers || errors->AdmitsOneOfStrangers())) {
+    if (errors != nullptr && (!routine.byStrangers || errors->admitsOneOfStrangers())) {
         errors->RecordError(QString::fromLatin1(routine.module), QString::fromLatin1(routine.name),
                             QString::fromLatin1(routine.id), failure.number(),
                             failure.description());
     }
 }
 
-void RecordNewFailure(const Routine &routine, const platform::Failure &failure,
+void recordNewFailure(const Routine &routine, const platform::Failure &failure,
                       const QString &subject)
 {
     clsErrors *const errors = gRoot->Errors();
     if (errors != nullptr &&
-        errors->IsNewReason(nameOf(routine), subject + failure.description())) {
-        RecordFailure(routine, failure);
+        errors->isNewReason(nameOf(routine), subject + failure.description())) {
+        recordFailure(routine, failure);
     }
 }
 
-void NoteSuccess(const Routine &routine)
+void noteSuccess(const Routine &routine)
 {
     if (clsErrors *const errors = gRoot->Errors()) {
-        errors->ForgetReasons(nameOf(routine));
+        errors->forgetReasons(nameOf(routine));
     }
 }
 
-int ShowFailure(const Routine &routine, const platform::Failure &failure, int buttons)
+int showFailure(const Routine &routine, const platform::Failure &failure, int buttons)
 {
     return ShowErrorMessage(QString::fromLatin1(routine.module), QString::fromLatin1(routine.name),
                             QString::fromLatin1(routine.id), failure.number(),
                             failure.description(), buttons);
 }
 
-bool RunWithRetry(const Routine &routine, const std::function<void()> &step)
+bool runWithRetry(const Routine &routine, const std::function<void()> &step)
 {
     for (;;) {
         try {
             step();
             return true;
         } catch (...) {
-            if (ShowFailure(routine, CaughtFailure(), platform::RetryCancel) !=
+            if (showFailure(routine, caughtFailure(), platform::RetryCancel) !=
                 platform::RetryButton) {
                 return false;
             }

@@ -31,53 +31,53 @@ struct Module
 };
 
 /// The exception that is being handled.
-platform::Failure CaughtFailure();
+platform::Failure caughtFailure();
 
 /// Makes a record in the error log, which takes so many a minute of those that strangers cause.
-void RecordFailure(const Routine &routine, const platform::Failure &failure);
+void recordFailure(const Routine &routine, const platform::Failure &failure);
 
 /// Runs the body of a routine. A failure becomes a record in the error log; the result is then the
 /// default of its type. Nothing leaves the routine.
 template <typename Body>
-std::invoke_result_t<Body> Trap(const Routine &routine, Body body)
+std::invoke_result_t<Body> trap(const Routine &routine, Body body)
 {
     try {
         return body();
     } catch (...) {
-        RecordFailure(routine, CaughtFailure());
+        recordFailure(routine, caughtFailure());
         return std::invoke_result_t<Body>();
     }
 }
 
 /// Makes a record unless the routine has failed for the same reason since it last succeeded.
-void RecordNewFailure(const Routine &routine, const platform::Failure &failure,
+void recordNewFailure(const Routine &routine, const platform::Failure &failure,
                       const QString &subject = {});
-void NoteSuccess(const Routine &routine);
+void noteSuccess(const Routine &routine);
 
-/// As Trap(), for a routine that is tried again and again until it succeeds: each reason for which
+/// As trap(), for a routine that is tried again and again until it succeeds: each reason for which
 /// it fails is recorded once. A reason counts as new for another subject.
 template <typename Body>
-std::invoke_result_t<Body> TrapRepeated(const Routine &routine, Body body,
+std::invoke_result_t<Body> trapRepeated(const Routine &routine, Body body,
                                         const QString &subject = {})
 {
     try {
         if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
             body();
-            NoteSuccess(routine);
+            noteSuccess(routine);
         } else {
             std::invoke_result_t<Body> result = body();
-            NoteSuccess(routine);
+            noteSuccess(routine);
             return result;
         }
     } catch (...) {
-        RecordNewFailure(routine, CaughtFailure(), subject);
+        recordNewFailure(routine, caughtFailure(), subject);
         return std::invoke_result_t<Body>();
     }
 }
 
 /// Runs one step of a routine that goes on with the next one whatever becomes of this one.
 template <typename Step>
-void SkipFailure(Step step)
+void skipFailure(Step step)
 {
     try {
         step();
@@ -87,8 +87,8 @@ void SkipFailure(Step step)
 
 /// Shows a failure in a message box with those buttons (platform::MessageBoxStyle); the result is
 /// the one pressed.
-int ShowFailure(const Routine &routine, const platform::Failure &failure, int buttons);
+int showFailure(const Routine &routine, const platform::Failure &failure, int buttons);
 
 /// Runs one step and shows a failure in a message box with Retry and Cancel: Retry runs the step
 /// again, Cancel gives up. True when the step ended well.
-bool RunWithRetry(const Routine &routine, const std::function<void()> &step);
+bool runWithRetry(const Routine &routine, const std::function<void()> &step);

@@ -40,7 +40,7 @@ QString fnParseURLValue(const QString &text)
     }
     PercentDecoder decoder(text);
     if (!decoder.decode()) {
-        RecordFailure({"Utilities", "fnParseURLValue", "None", /*byStrangers=*/true},
+        recordFailure({"Utilities", "fnParseURLValue", "None", /*byStrangers=*/true},
                       {platform::Failure::TypeMismatch,
                        u"A \"%\" is not followed by a hexadecimal number"_s});
     }

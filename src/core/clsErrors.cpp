@@ -49,7 +49,7 @@ void clsErrors::RecordError(const QString &Module, const QString &Routine, const
     }
 }
 
-bool clsErrors::AdmitsOneOfStrangers()
+bool clsErrors::admitsOneOfStrangers()
 {
     if (m_byStrangers == 0) {
         tmrMinute.setInterval(MinuteMilliseconds);
@@ -62,14 +62,14 @@ void clsErrors::tmrMinute_Timer()
     tmrMinute.setInterval(0);
     const qint64 leftOut = std::exchange(m_byStrangers, 0) - MostOfStrangers;
     if (leftOut > 0) {
-        RecordFailure({"Error Log", "tmrMinute_Timer", "None"},
+        recordFailure({"Error Log", "tmrMinute_Timer", "None"},
                       {platform::Failure::Overflow,
                        u"%1 more failures that requests caused within this minute "
                        "were left out"_s.arg(leftOut)});
     }
 }
 
-bool clsErrors::IsNewReason(const QString &routine, const QString &reason)
+bool clsErrors::isNewReason(const QString &routine, const QString &reason)
 {
     QSet<QString> &known = m_reasons[routine];
     const bool isNew = !known.contains(reason);

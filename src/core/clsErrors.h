@@ -31,12 +31,12 @@ public:
                      const QString &Description) noexcept;
 
     /// Whether a failure that strangers cause may be recorded now; counts it.
-    bool AdmitsOneOfStrangers();
+    bool admitsOneOfStrangers();
 
     /// Whether a routine that is tried again and again has not failed for this reason yet, since
     /// its reasons were last forgotten. It counts as known from now on.
-    bool IsNewReason(const QString &routine, const QString &reason);
-    void ForgetReasons(const QString &routine) { m_reasons.remove(routine); }
+    bool isNewReason(const QString &routine, const QString &reason);
+    void forgetReasons(const QString &routine) { m_reasons.remove(routine); }
 
 private:
     void tmrMinute_Timer();

@@ -67,7 +67,7 @@ QString initialText(const char *element)
 std::optional<XmlDocument> CreateXML()
 {
     std::optional<XmlDocument> result;
-    RunWithRetry(Xml("CreateXML"), [&result] {
+    runWithRetry(Xml("CreateXML"), [&result] {
         XmlDocument document = XmlDocument::create("options");
         for (const char *const element : Elements) {
             document.root().append(element).setText(initialText(element));
@@ -80,7 +80,7 @@ std::optional<XmlDocument> CreateXML()
 QString ExtractAttribute(XmlDocument &document, const char *element, const QString &missing)
 {
     QString text;
-    RunWithRetry(Xml("ExtractAttribute"), [&] {
+    runWithRetry(Xml("ExtractAttribute"), [&] {
         const auto found = document.findFirst(element);
         text = found ? found->text() : QString();
     });
@@ -89,7 +89,7 @@ QString ExtractAttribute(XmlDocument &document, const char *element, const QStri
 
 void SetAttribute(XmlDocument &document, const char *element, const QString &text)
 {
-    RunWithRetry(Xml("SetAttribute"), [&] {
+    runWithRetry(Xml("SetAttribute"), [&] {
         if (auto found = document.findFirst(element)) {
             found->setText(text);
         }
@@ -146,7 +146,7 @@ clsOptions::clsOptions()
         Load();
         return;
     }
-    ShowFailure(Initialize,
+    showFailure(Initialize,
                 {0, u"Unable to initialize MSXML. The options file cannot be loaded, "
                     "defaults will be used, no preferences will be saved"_s},
                 platform::OkOnly);
@@ -160,7 +160,7 @@ void clsOptions::Load()
         document = CreateXML();
     }
     if (m_fileUnread) {
-        RecordFailure(Initialize, {platform::Failure::PathAccess,
+        recordFailure(Initialize, {platform::Failure::PathAccess,
                                    m_path + u": Cannot be read. The defaults hold; "
                                             "the file is kept under another name "
                                             "when it is replaced"_s});
@@ -169,15 +169,15 @@ void clsOptions::Load()
         return;
     }
     for (const Row &row : Table) {
-        if (!RunWithRetry(Initialize, [&] { LoadSetting(*document, row); })) {
+        if (!runWithRetry(Initialize, [&] { loadSetting(*document, row); })) {
             m_fileUnread = true;
             break;
         }
     }
-    SkipFailure([this] { m_autoRunInFile.Ex(fnToText(fnToBoolean(m_autoRunInFile()))); });
+    skipFailure([this] { m_autoRunInFile.Ex(fnToText(fnToBoolean(m_autoRunInFile()))); });
 }
 
-void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
+void clsOptions::loadSetting(XmlDocument &document, const Row &row)
 {
     const QString text = ExtractAttribute(document, row.element, QString::fromUtf8(row.missing));
     std::visit(
@@ -199,21 +199,21 @@ void clsOptions::LoadSetting(XmlDocument &document, const Row &row)
 
 void clsOptions::Save()
 {
-    if (const std::optional<XmlDocument> document = ToXML()) {
-        RunWithRetry(Here("Class_Terminate"), [&] { Write(*document); });
+    if (const std::optional<XmlDocument> document = toXml()) {
+        runWithRetry(Here("Class_Terminate"), [&] { write(*document); });
     }
 }
 
-bool clsOptions::SaveUnattended()
+bool clsOptions::saveUnattended()
 {
-    const std::optional<XmlDocument> document = ToXML();
-    return !document || TrapRepeated(Here("Class_Terminate"), [&] {
-        Write(*document);
+    const std::optional<XmlDocument> document = toXml();
+    return !document || trapRepeated(Here("Class_Terminate"), [&] {
+        write(*document);
         return true;
     });
 }
 
-void clsOptions::SaveSoon()
+void clsOptions::saveSoon()
 {
     constexpr int Milliseconds = 2000;
     if (tmrSave.Interval() == 0) { // else changes without a pause would put it off for ever
@@ -223,7 +223,7 @@ void clsOptions::SaveSoon()
 
 void clsOptions::tmrSave_Timer()
 {
-    if (SaveUnattended()) {
+    if (saveUnattended()) {
         tmrSave.setInterval(0);
     }
 }
@@ -236,7 +236,7 @@ void clsOptions::Notify(const SettingBase &changed) const
 }
 
 /// Nothing without an XML library.
-std::optional<XmlDocument> clsOptions::ToXML()
+std::optional<XmlDocument> clsOptions::toXml()
 {
     std::optional<XmlDocument> document;
     if (XmlDocument::libraryAvailable()) {
@@ -253,14 +253,14 @@ std::optional<XmlDocument> clsOptions::ToXML()
     return document;
 }
 
-void clsOptions::Write(const XmlDocument &document)
+void clsOptions::write(const XmlDocument &document)
 {
-    CopyUnreadFileAside();
+    copyUnreadFileAside();
     platform::replaceFile(gRoot->Machine().files, m_path, document.toBytes(),
                           platform::Durability::SurvivesPowerLoss, {.ownerOnly = true});
 }
 
-void clsOptions::CopyUnreadFileAside()
+void clsOptions::copyUnreadFileAside()
 {
     if (!m_fileUnread || !QFile::exists(m_path)) { // the operator may have put it away
         return;

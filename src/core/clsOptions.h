@@ -42,9 +42,9 @@ public:
     void Save();
     /// The same when nobody can be asked: a failure is recorded, each reason once. True when the
     /// file holds the settings.
-    bool SaveUnattended();
+    bool saveUnattended();
     /// A setting has changed.
-    void SaveSoon();
+    void saveSoon();
     /// Saves; what fails is tried again at the next tick.
     void tmrSave_Timer();
 
@@ -76,7 +76,7 @@ public:
 
     /// Whether there is a user name and a password. Without one of them nobody is the
     /// administrator.
-    bool HasLogIn() const { return !AdminUserName().isEmpty() && !AdminPassword().isEmpty(); }
+    bool hasLogIn() const { return !AdminUserName().isEmpty() && !AdminPassword().isEmpty(); }
 
     /// The folder that the keys of the match records are formed from.
     static QString StatsPath();
@@ -94,10 +94,10 @@ private:
     static const std::array<Row, 20> Table;
 
     void Load();
-    void LoadSetting(platform::XmlDocument &document, const Row &row);
-    std::optional<platform::XmlDocument> ToXML();
-    void Write(const platform::XmlDocument &document);
-    void CopyUnreadFileAside();
+    void loadSetting(platform::XmlDocument &document, const Row &row);
+    std::optional<platform::XmlDocument> toXml();
+    void write(const platform::XmlDocument &document);
+    void copyUnreadFileAside();
 
     platform::Timer tmrSave;
     Observer m_observer = nullptr;

@@ -14,7 +14,7 @@ public:
     /// Lets the panel of the selected tab refresh its live state.
     virtual void PushUpdate() = 0;
     /// Lets the server options panel read the mods anew; its unsaved edits stay.
-    virtual void LoadMods() = 0;
+    virtual void loadMods() = 0;
     /// The mods of the server options panel; null where there is no such panel.
     virtual const clsMods *ModsList() const = 0;
 };

@@ -26,7 +26,7 @@ public:
 
     /// By how many milliseconds the last tick came too late, as it does when the program was
     /// stopped for a while.
-    qint64 Lateness() const { return m_lateness; }
+    qint64 lateness() const { return m_lateness; }
 
     bool Enabled() const { return m_enabled; }
     void setEnabled(bool enabled);

@@ -188,7 +188,7 @@ void addHeading(XmlElement game, const QStringList &lines, const QString &path)
     };
     for (const auto &[name, value] : attributes) {
         // A value that cannot be had leaves its attribute empty and in its place.
-        game.setAttribute(name, Trap(Conversion, value));
+        game.setAttribute(name, trap(Conversion, value));
     }
     for (const char *const name :
          {"GameType", "Inserts", "TimeLimit", "Winner", "Loser", "Draw1", "Draw2"}) {
@@ -199,16 +199,16 @@ void addHeading(XmlElement game, const QStringList &lines, const QString &path)
 
 } // namespace
 
-XmlDocument XMLFromGamePage(const QByteArray &page, const QString &path)
+XmlDocument xmlFromGamePage(const QByteArray &page, const QString &path)
 {
     const QStringList lines = linesOf(page);
     XmlDocument document = XmlDocument::create("Game");
     XmlElement game = document.root();
-    Trap(Conversion, [&] { addHeading(game, lines, path); });
+    trap(Conversion, [&] { addHeading(game, lines, path); });
     const qsizetype end = tableEnd(lines).value_or(lines.size());
     for (qsizetype line = FirstEndLine + 1; line < end; line += RowLines) {
         if (lines[line].startsWith("<TD>"_L1)) {
-            Trap(Conversion, [&] { fnAddPlayer(lines[line], game.append("Player")); });
+            trap(Conversion, [&] { fnAddPlayer(lines[line], game.append("Player")); });
         }
     }
     return document;

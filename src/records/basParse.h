@@ -26,7 +26,7 @@ inline constexpr qint64 LargestStatisticsPage = 8LL * 1024 * 1024;
 
 /// The record of the page with that content; `path` becomes the attribute OrigPath. A step that
 /// fails is recorded and left out.
-platform::XmlDocument XMLFromGamePage(const QByteArray &page, const QString &path);
+platform::XmlDocument xmlFromGamePage(const QByteArray &page, const QString &path);
 
 /// Whether the page has the end of its table, which it lacks while the game still writes it.
 bool fnIsWholePage(const QByteArray &page);

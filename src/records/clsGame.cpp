@@ -5,8 +5,8 @@
 
 void clsGame::LoadStatsFile(const QString &path, const QByteArray &page)
 {
-    Trap({"clsGame", "LoadStatsFile", "Unknown"}, [&] {
-        m_document = XMLFromGamePage(page, path);
+    trap({"clsGame", "LoadStatsFile", "Unknown"}, [&] {
+        m_document = xmlFromGamePage(page, path);
         const auto game = m_document->findFirst("Game");
         m_map = game ? game->attribute("Map") : QString();
         m_playerCount = static_cast<int>(m_document->findAll("Player").size());

@@ -95,7 +95,7 @@ bool clsReplays::ArchiveReplay(const QString &Name)
     const QString target = gRoot->Options()->ReplayFolder() + QDir::separator() + stamp +
                            (Name.isEmpty() ? Name : Name + u'_') + u"replay.rpf"_s;
     Routine step = Archiving; // under whose name a failure is recorded
-    return TrapRepeated(
+    return trapRepeated(
         step,
         [&] {
             if (platform::hasPathCharacter(Name)) {
@@ -109,7 +109,7 @@ bool clsReplays::ArchiveReplay(const QString &Name)
 
 bool clsReplays::MaintainReplayDirectory()
 {
-    return Trap(Maintaining, [this] {
+    return trap(Maintaining, [this] {
         if (m_released) {
             return false;
         }

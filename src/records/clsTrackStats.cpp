@@ -29,7 +29,7 @@ QString fnStatsFileName(const QDateTime &changed)
 QByteArray contentOf(const QString &path)
 {
     QByteArray content;
-    SkipFailure([&] { content = platform::readFile(path, LargestStatisticsPage + 1); });
+    skipFailure([&] { content = platform::readFile(path, LargestStatisticsPage + 1); });
     return content;
 }
 
@@ -111,7 +111,7 @@ void clsTrackStats::RecordStatsFile()
     const QByteArray page = contentOf(path);
     if (page.size() > LargestStatisticsPage) {
         m_lastRecordKey = key; // one record is enough for a page that stays as it is
-        RecordFailure(Recording, {platform::Failure::Overflow,
+        recordFailure(Recording, {platform::Failure::Overflow,
                                   u"%1: too large a page, more than %2 bytes"_s.arg(
                                       path, QString::number(LargestStatisticsPage))});
         return;
@@ -130,7 +130,7 @@ void clsTrackStats::RecordStatsFile()
         if (!m_owed->settled.isValid()) {
             m_owed->settled = gRoot->Machine().clock.now();
         }
-        SkipFailure([&] {
+        skipFailure([&] {
             writeCache(page, m_owed->settled);
             m_lastRecordKey = key;
             m_owed.reset();
@@ -144,7 +144,7 @@ bool clsTrackStats::isWhole(const QByteArray &page, const QString &path)
     const bool whole = fnIsWholePage(page);
     m_cutLooks = whole ? 0 : m_cutLooks + 1;
     if (m_cutLooks == PatientLooks) {
-        RecordFailure(Recording, {platform::Failure::TypeMismatch,
+        recordFailure(Recording, {platform::Failure::TypeMismatch,
                                   u"%1: no end of its table, in %2 looks in a row"_s.arg(
                                       path, QString::number(PatientLooks))});
     }

@@ -8,7 +8,7 @@
 bool TerminateAppEnum(platform::WindowHandle window, const platform::ProcessId *process)
 {
     bool goOn = true;
-    Trap({"API Callbacks", "TerminateAppEnum", "None"}, [&] {
+    trap({"API Callbacks", "TerminateAppEnum", "None"}, [&] {
         platform::Windows &windows = gRoot->Machine().windows;
         // No process has the id 0, which is what a window without a known owner tells.
         if (*process != 0 && windows.owner(window) == *process) {

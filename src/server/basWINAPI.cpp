@@ -17,7 +17,7 @@ constexpr int MaximumCaption = 511;
 
 std::vector<platform::WindowHandle> fnFindWindows(const QString &text)
 {
-    return Trap(Here("fnFindWindows"), [&] {
+    return trap(Here("fnFindWindows"), [&] {
         std::vector<platform::WindowHandle> found;
         for (const platform::WindowHandle window : gRoot->Machine().windows.topLevel()) {
             if (fnGetWindowCaption(window).contains(text) &&
@@ -31,7 +31,7 @@ std::vector<platform::WindowHandle> fnFindWindows(const QString &text)
 
 QString fnGetWindowCaption(platform::WindowHandle window)
 {
-    return Trap(Here("fnGetWindowCaption"),
+    return trap(Here("fnGetWindowCaption"),
                 [&] { return gRoot->Machine().windows.caption(window, MaximumCaption); });
 }
 

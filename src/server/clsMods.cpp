@@ -51,7 +51,7 @@ bool clsMods::LoadAvailableMods()
 {
     m_active.clear();
     m_mods.clear();
-    return TrapRepeated(routine("LoadAvailableMods"), [this] {
+    return trapRepeated(routine("LoadAvailableMods"), [this] {
         const QString folder = fnGamePath(u"Mods"_s);
         platform::requireFolder(folder);
         QDirIterator folders(folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
@@ -72,7 +72,7 @@ bool clsMods::LoadAvailableMods()
 
 bool clsMods::CheckActiveMods()
 {
-    const bool read = TrapRepeated(routine("CheckActiveMods"), [this] {
+    const bool read = trapRepeated(routine("CheckActiveMods"), [this] {
         const QStringList lines = platform::fromCodePage(platform::readFile(listPath()))
                                       .replace(u"\r\n"_s, u"\n"_s)
                                       .split(u'\n');
@@ -92,7 +92,7 @@ bool clsMods::Save()
     if (!m_loaded || !m_changed) {
         return m_loaded;
     }
-    return Trap(routine("Save"), [this] {
+    return trap(routine("Save"), [this] {
         QString text = heading();
         for (const clsModInfo *const mod : m_active) {
             text += u"\"%1\"\r\n"_s.arg(mod->ModName.toLower());

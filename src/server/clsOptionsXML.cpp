@@ -52,7 +52,7 @@ Value GameSetting<Value>::operator()() const
 }
 
 template <typename Value>
-void GameSetting<Value>::Require() const
+void GameSetting<Value>::require() const
 {
     if (!m_file.find(QLatin1String(m_element))) {
         throw about(m_element, platform::Failure::PathAccess,
@@ -107,7 +107,7 @@ void clsOptionsXML::Load()
     m_document = platform::XmlDocument::load(m_path);
 }
 
-void clsOptionsXML::LoadOrFail()
+void clsOptionsXML::loadOrFail()
 {
     Load();
     if (!IsLoaded()) {
@@ -156,7 +156,7 @@ std::optional<platform::XmlElement> clsOptionsXML::find(const QString &element)
 
 QString clsOptionsXML::GetNodeValue(const QString &element)
 {
-    return Trap(Here("GetNodeValue"), [&] {
+    return trap(Here("GetNodeValue"), [&] {
         const auto found = find(element);
         return found ? found->text() : QString();
     });
@@ -164,7 +164,7 @@ QString clsOptionsXML::GetNodeValue(const QString &element)
 
 void clsOptionsXML::SetNodeValue(const QString &element, const QString &text)
 {
-    Trap(Here("SetNodeValue"), [&] {
+    trap(Here("SetNodeValue"), [&] {
         if (auto found = find(element)) {
             found->setText(text);
         }

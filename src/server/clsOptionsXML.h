@@ -22,7 +22,7 @@ public:
     Value operator()() const;
     void Let(const Value &value);
     /// Throws platform::Failure where the element is missing.
-    void Require() const;
+    void require() const;
     const char *Name() const { return m_element; }
 
 private:
@@ -63,7 +63,7 @@ public:
     /// Reads the file; IsLoaded() tells whether it could be parsed.
     void Load();
     /// The same, but throws Unreadable() where the file is missing or cannot be parsed.
-    void LoadOrFail();
+    void loadOrFail();
     static platform::Failure Unreadable();
     /// Replaces the file; nothing where none is loaded. Throws platform::Failure, also for a file
     /// whose encoding the XML library reads, but writes so that it could not be read again.

@@ -64,17 +64,17 @@ bool clsProcess::Create(const QString &commandLine, Attempt attempt)
         m_handle = handle;
         return true;
     };
-    return attempt == Attempt::Single ? Trap(Creation, create) : TrapRepeated(Creation, create);
+    return attempt == Attempt::Single ? trap(Creation, create) : trapRepeated(Creation, create);
 }
 
-void clsProcess::ForgetAttempts()
+void clsProcess::forgetAttempts()
 {
-    NoteSuccess(Creation);
+    noteSuccess(Creation);
 }
 
 bool clsProcess::GetFromHwnd(platform::WindowHandle window)
 {
-    return Trap(Here("GetFromHwnd"), [&] {
+    return trap(Here("GetFromHwnd"), [&] {
         Clear();
         const platform::ProcessId id = gRoot->Machine().windows.owner(window);
         if (id == 0) {
@@ -119,19 +119,19 @@ bool clsProcess::GetFromHwndToolhelp(platform::ProcessId id)
     return true;
 }
 
-std::uint32_t clsProcess::ExitCode() const
+std::uint32_t clsProcess::exitCode() const
 {
-    return Trap(Here("StillActive"), [this] { return processes().exitCode(m_handle).value_or(0); });
+    return trap(Here("StillActive"), [this] { return processes().exitCode(m_handle).value_or(0); });
 }
 
 bool clsProcess::StillActive() const
 {
-    return ExitCode() == platform::StillActiveCode;
+    return exitCode() == platform::StillActiveCode;
 }
 
 bool clsProcess::StopProcess()
 {
-    const bool stopped = Trap(Here("StopProcess"), [this] {
+    const bool stopped = trap(Here("StopProcess"), [this] {
         // The id of a process that has ended may be another one's by now.
         if (!processes().wait(m_handle, 0)) {
             for (const platform::WindowHandle window : gRoot->Machine().windows.topLevel()) {
@@ -140,13 +140,13 @@ bool clsProcess::StopProcess()
                 }
             }
         }
-        return processes().wait(m_handle, CloseMilliseconds) || TerminateStubborn();
+        return processes().wait(m_handle, CloseMilliseconds) || terminateStubborn();
     });
     Clear();
     return stopped;
 }
 
-bool clsProcess::TerminateStubborn() const
+bool clsProcess::terminateStubborn() const
 {
     const bool terminated = processes().terminate(m_handle);
     // What keeps it may be the system's message about it, which bears the program's name.

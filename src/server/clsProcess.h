@@ -28,11 +28,11 @@ public:
     /// failed is recorded; in a series of attempts, each reason once.
     bool Create(const QString &commandLine, Attempt attempt = Attempt::Single);
     /// A series of attempts is over.
-    static void ForgetAttempts();
+    static void forgetAttempts();
     /// Holds the process that owns the window.
     bool GetFromHwnd(platform::WindowHandle window);
     /// The exit code of the held process; platform::StillActiveCode while it runs.
-    std::uint32_t ExitCode() const;
+    std::uint32_t exitCode() const;
     /// Whether the held process has not ended.
     bool StillActive() const;
     /// Asks the first of the process's windows to close, waits up to 5 s (nothing else happens
@@ -43,7 +43,7 @@ public:
 private:
     bool GetFromHwndPSAPI(platform::ProcessId id);
     bool GetFromHwndToolhelp(platform::ProcessId id);
-    bool TerminateStubborn() const;
+    bool terminateStubborn() const;
     void CloseHandle();
 
     QString m_path;

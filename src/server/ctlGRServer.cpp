@@ -129,14 +129,14 @@ bool ctlGRServer::start(bool checkForServer, clsProcess::Attempt attempt)
             return create(attempt);
         }
         if (!canBeOpened(*running) && runsProgram(*running)) {
-            RecordNewFailure(Here("FindGRServer"), foreignServer(*running));
+            recordNewFailure(Here("FindGRServer"), foreignServer(*running));
             return false;
         }
         return waitsForWindow(*running) || create(attempt);
     };
     return attempt == clsProcess::Attempt::Single
-               ? Trap(Here("StartGRServer"), findOrCreate)
-               : TrapRepeated(Here("StartGRServer"), findOrCreate);
+               ? trap(Here("StartGRServer"), findOrCreate)
+               : trapRepeated(Here("StartGRServer"), findOrCreate);
 }
 
 bool ctlGRServer::runsProgram(platform::ProcessId process) const
@@ -185,7 +185,7 @@ bool ctlGRServer::create(clsProcess::Attempt attempt)
 
 bool ctlGRServer::StopGRServer()
 {
-    return Trap(Here("StopGRServer"), [this] {
+    return trap(Here("StopGRServer"), [this] {
         m_owed = Owed::Nothing;
         if (!Connected() || !m_process->StopProcess()) {
             return false;
@@ -199,7 +199,7 @@ bool ctlGRServer::StopGRServer()
 
 bool ctlGRServer::FindGRServer()
 {
-    return Trap(Here("FindGRServer"), [this] {
+    return trap(Here("FindGRServer"), [this] {
         bool found = false;
         for (const platform::WindowHandle window : fnFindWindows(windowCaption())) {
             std::unique_ptr<clsProcess> process;
@@ -218,7 +218,7 @@ bool ctlGRServer::IsHwndGRServer(platform::WindowHandle in_hwnd,
                                  std::unique_ptr<clsProcess> &out_objProcess)
 {
     out_objProcess.reset();
-    return Trap(Here("IsHwndGRServer"), [&] {
+    return trap(Here("IsHwndGRServer"), [&] {
         if (fnGetWindowCaption(in_hwnd) != windowCaption()) {
             return false;
         }
@@ -226,7 +226,7 @@ bool ctlGRServer::IsHwndGRServer(platform::WindowHandle in_hwnd,
         if (!process->GetFromHwnd(in_hwnd)) {
             const platform::ProcessId owner = gRoot->Machine().windows.owner(in_hwnd);
             if (runsProgram(owner)) {
-                RecordNewFailure(Here("FindGRServer"), foreignServer(owner));
+                recordNewFailure(Here("FindGRServer"), foreignServer(owner));
             }
             return false;
         }
@@ -240,11 +240,11 @@ bool ctlGRServer::IsHwndGRServer(platform::WindowHandle in_hwnd,
 
 void ctlGRServer::StartMonitoring()
 {
-    Trap(Here("StartMonitoring"), [this] {
+    trap(Here("StartMonitoring"), [this] {
         m_monitoring = true;
         m_silence = {};
         m_owed = Owed::Nothing;
-        clsProcess::ForgetAttempts();
+        clsProcess::forgetAttempts();
         uctlServerStatus.setStatus(ServerQueryStatus::Unknown);
         m_pollingStarted = false;
         tmrPollingFrequency.setInterval(0);
@@ -252,14 +252,14 @@ void ctlGRServer::StartMonitoring()
         tmrStartupTimeout.setInterval(gRoot->Options()->ServerStartupTimeout() *
                                       MillisecondsPerSecond);
         if (iMainWindow *const window = gRoot->MainWindow()) {
-            window->LoadMods(); // which the server has now
+            window->loadMods(); // which the server has now
         }
     });
 }
 
 void ctlGRServer::StopMonitoring()
 {
-    Trap(Here("StopMonitoring"), [this] {
+    trap(Here("StopMonitoring"), [this] {
         m_monitoring = false;
         m_pollingStarted = false;
         m_silence.restartDue = false;
@@ -271,13 +271,13 @@ void ctlGRServer::StopMonitoring()
 
 void ctlGRServer::Disconnect()
 {
-    Trap(Here("Disconnect"), [this] {
+    trap(Here("Disconnect"), [this] {
         StopMonitoring();
         m_process.reset();
     });
 }
 
-void ctlGRServer::Supervise()
+void ctlGRServer::supervise()
 {
     const clsOptions &options = *gRoot->Options();
     if (!Connected()) {
@@ -341,8 +341,8 @@ void ctlGRServer::noteEnd()
     if (ends == 0) {
         return;
     }
-    const QString exitCode = m_created ? QString::number(m_process->ExitCode()) : u"unknown"_s;
-    RecordFailure(Here("Supervise"),
+    const QString exitCode = m_created ? QString::number(m_process->exitCode()) : u"unknown"_s;
+    recordFailure(Here("Supervise"),
                   {platform::Failure::Unexpected,
                    u"The game server has ended %1 times within 30 s, the last time with "
                    "the exit code %2. Start it once by hand in a terminal to see why"_s.arg(
@@ -417,7 +417,7 @@ void ctlGRServer::tmrDead_Timer()
     if (!m_monitoring || !m_silence.seemsDead) {
         return;
     }
-    m_silence.inDoubt = m_silence.inDoubt || isLate(tmrDead.Lateness());
+    m_silence.inDoubt = m_silence.inDoubt || isLate(tmrDead.lateness());
     if (uctlServerStatus.Status() == ServerQueryStatus::Probing) {
         m_silence.restartDue = true;
     } else if (uctlServerStatus.Status() == ServerQueryStatus::Dead) {

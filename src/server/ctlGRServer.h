@@ -33,7 +33,7 @@
 /// without a window yet is waited for, ServerStartupTimeout at most; beside another user's, which
 /// cannot be taken over, none is started.
 ///
-/// What Supervise() restarts and the restart of a hung server are owed: one that fails is tried
+/// What supervise() restarts and the restart of a hung server are owed: one that fails is tried
 /// again at every look, until it succeeds, the server is found, somebody stops it, or the option
 /// goes off.
 ///
@@ -87,7 +87,7 @@ public:
     /// One look at the server, at every sixth heartbeat: restarts one that has ended, adopts one
     /// that was started by hand, does what is owed, and sets timers going that a setting of 0 had
     /// stopped.
-    void Supervise();
+    void supervise();
 
     void tmrStartupTimeout_Timer();
     void tmrPollingFrequency_Timer();

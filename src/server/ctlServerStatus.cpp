@@ -89,7 +89,7 @@ void ctlServerStatus::Refresh()
     if (m_status == ServerQueryStatus::Probing) {
         return;
     }
-    const bool sent = TrapRepeated(Here("Refresh"), [this] {
+    const bool sent = trapRepeated(Here("Refresh"), [this] {
         sendRequest();
         return true;
     });
@@ -135,7 +135,7 @@ void ctlServerStatus::TimerFired()
     if (m_status == ServerQueryStatus::Probing) {
         m_status = ServerQueryStatus::Dead;
         wsck->close();
-        m_timedOut(tmrRequestTimeout->Lateness());
+        m_timedOut(tmrRequestTimeout->lateness());
     }
 }
 
@@ -155,7 +155,7 @@ void ctlServerStatus::DataArrival(qint64 bytesTotal)
     }
     m_status = ServerQueryStatus::Responding;
     tmrRequestTimeout->setEnabled(false);
-    Trap(Here("DataArrival"), [&] {
+    trap(Here("DataArrival"), [&] {
         datagram.truncate(length);
         if (datagram.size() < ServerStatusReply::MinimumSize) {
             return;

@@ -17,7 +17,7 @@ public:
     /// True while the panel holds edits that are not saved.
     virtual bool Dirty() const { return false; }
     /// Reads the mods anew, which others have changed; unsaved edits stay.
-    virtual void LoadMods() {}
+    virtual void loadMods() {}
     /// The mods that the panel edits; null for a panel without mods.
     virtual const clsMods *ModsList() const { return nullptr; }
 };

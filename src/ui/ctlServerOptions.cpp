@@ -150,7 +150,7 @@ std::int32_t valueIn(const GameNumberField &field)
 template <typename Value>
 Value shownValue(const GameSetting<Value> &setting)
 {
-    setting.Require();
+    setting.require();
     Value value = setting();
     if constexpr (std::is_same_v<Value, std::int32_t>) {
         if (!GameNumberField::holds(value)) {
@@ -171,7 +171,7 @@ bool fills(Step step)
         step();
         return true;
     } catch (...) {
-        RecordNewFailure(Here("FillFields"), CaughtFailure());
+        recordNewFailure(Here("FillFields"), caughtFailure());
         return false;
     }
 }
@@ -270,7 +270,7 @@ void ctlServerOptions::FillFields()
 void ctlServerOptions::showOptions()
 {
     // Without the file there is nothing to show, and edits had better stay on screen.
-    bool sound = fills([this] { m_options.LoadOrFail(); });
+    bool sound = fills([this] { m_options.loadOrFail(); });
     if (!sound) {
         return;
     }
@@ -281,7 +281,7 @@ void ctlServerOptions::showOptions()
         row.edited = false;
     });
     if (sound) {
-        NoteSuccess(Here("FillFields"));
+        noteSuccess(Here("FillFields"));
     }
 }
 
@@ -293,7 +293,7 @@ void ctlServerOptions::readMods()
     }
 }
 
-void ctlServerOptions::LoadMods()
+void ctlServerOptions::loadMods()
 {
     readMods();
     if (m_modEdits.empty() && !showsMods()) {
@@ -314,7 +314,7 @@ bool ctlServerOptions::showsMods() const
 
 void ctlServerOptions::FillListView()
 {
-    Trap(Here("FillListView"), [this] {
+    trap(Here("FillListView"), [this] {
         QListWidget &list = *m_ui->lsvMods;
         const QSignalBlocker filling(list);
         list.clear();
@@ -350,7 +350,7 @@ bool ctlServerOptions::Dirty() const
 
 void ctlServerOptions::UpdateControls()
 {
-    Trap(Here("UpdateControls"), [this] {
+    trap(Here("UpdateControls"), [this] {
         enableButton(*m_ui->cmdSave, Dirty(), *m_ui->txtName);
         enableButton(*m_ui->cmdCancel, Dirty(), *m_ui->txtName);
         updateMoveButtons();
@@ -415,7 +415,7 @@ void ctlServerOptions::cmdSave_Click()
                    platform::OkOnly + platform::InformationIcon);
         return;
     }
-    const bool saved = Trap(Here("cmdSave_Click"), [this] {
+    const bool saved = trap(Here("cmdSave_Click"), [this] {
         saveOptions();
         return saveMods();
     });
@@ -436,10 +436,10 @@ void ctlServerOptions::saveOptions()
     if (!optionsEdited()) {
         return;
     }
-    m_options.LoadOrFail();
+    m_options.loadOrFail();
     forEachRow([this](const auto &row) {
         if (row.edited) {
-            (m_options.*row.setting).Require();
+            (m_options.*row.setting).require();
             (m_options.*row.setting).Let(valueIn(*row.control));
         }
     });

@@ -39,7 +39,7 @@ public:
 
     /// Shows what is in the files. Where that cannot be read, the controls stay as they are.
     void FillFields() override;
-    void LoadMods() override;
+    void loadMods() override;
     /// Shows the mods anew: the active ones in order, a separator, the others. Selects the first.
     void FillListView();
     /// Shows whether the game server stands in the way of saving.

@@ -41,7 +41,7 @@ frmMain::frmMain() : m_ui(std::make_unique<Ui::frmMain>())
 
 frmMain::~frmMain() = default;
 
-void frmMain::HostPanel(Tab tab, std::unique_ptr<ctlPanel> panel)
+void frmMain::hostPanel(Tab tab, std::unique_ptr<ctlPanel> panel)
 {
     m_panels.at(tab) = panel.get();
     m_ui->tabMain->widget(tab)->layout()->addWidget(panel.release());
@@ -82,10 +82,10 @@ void frmMain::FillFields()
     }
 }
 
-void frmMain::LoadMods()
+void frmMain::loadMods()
 {
     if (ctlPanel *const panel = m_panels.at(ServerOptions)) {
-        panel->LoadMods();
+        panel->loadMods();
     }
 }
 

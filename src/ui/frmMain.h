@@ -31,13 +31,13 @@ public:
     ~frmMain() override;
 
     /// Puts a panel on its tab.
-    void HostPanel(Tab tab, std::unique_ptr<ctlPanel> panel);
+    void hostPanel(Tab tab, std::unique_ptr<ctlPanel> panel);
     /// Fills the panels that others may ask for before their tab is first selected.
     void Form_Load();
 
     void FillFields() override;
     void PushUpdate() override;
-    void LoadMods() override;
+    void loadMods() override;
     const clsMods *ModsList() const override;
 
     void Label2_Click();

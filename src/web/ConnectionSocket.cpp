@@ -175,7 +175,7 @@ bool ConnectionSocket::writeNextPiece()
 {
     QByteArray piece = std::exchange(m_head, {});
     if (piece.isEmpty() && m_content) {
-        const bool read = Trap({"Website", "SendFile", "Root Object"}, [&] {
+        const bool read = trap({"Website", "SendFile", "Root Object"}, [&] {
             piece = m_content->next();
             return true;
         });

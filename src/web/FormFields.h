@@ -68,6 +68,6 @@ template <typename Body>
 QString trapUpdate(const char *routine, Body body)
 {
     QString message = UpdateFailed;
-    Trap(Routine{"Website", routine, "Root Object"}, [&] { message = body(); });
+    trap(Routine{"Website", routine, "Root Object"}, [&] { message = body(); });
     return message;
 }

@@ -53,7 +53,7 @@ QString Update_ServerOptionsConfig(const clsWebServerRequest &request)
                    "running. Please shutdown the game server first<br>"_s;
         }
         clsOptionsXML options;
-        options.LoadOrFail();
+        options.loadOrFail();
         QString message = storeForm(request, options, GameFields,
                                     [](auto &setting, const auto &value) { setting.Let(value); });
         options.Save();
@@ -81,7 +81,7 @@ QString Update_ModList(const clsWebServerRequest &request)
         if (!mods.Save()) {
             return UpdateFailed;
         }
-        gRoot->MainWindow()->LoadMods();
+        gRoot->MainWindow()->loadMods();
         return QString();
     });
 }

@@ -113,7 +113,7 @@ std::optional<QString> fnDownloadName(const QString &address)
 
 bool RemoveReplay(const QString &name)
 {
-    return Trap(routine("RemoveReplay"), [&] {
+    return trap(routine("RemoveReplay"), [&] {
         if (!name.contains(".rpf"_L1)) {
             return false;
         }
@@ -130,7 +130,7 @@ QString DeleteReplays(const clsWebServerRequest &request)
 {
     const QString prefix = u"DELFILE"_s;
     int count = 0;
-    const bool done = Trap(routine("DeleteReplays"), [&] {
+    const bool done = trap(routine("DeleteReplays"), [&] {
         for (const QString &field : request.FieldNames()) {
             if (field.startsWith(prefix) &&
                 RemoveReplay(field.mid(prefix.size()).replace(u'+', u' '))) {

@@ -26,7 +26,7 @@ WebServer::WebServer() : wsckNewConnections([this] { wsckNewConnections_Connecti
 void WebServer::loadConnections()
 {
     for (std::size_t index = 1; index < wsckConnections.size(); ++index) {
-        if (!RunWithRetry(Here("Load"), [&] { loadConnection(index); })) {
+        if (!runWithRetry(Here("Load"), [&] { loadConnection(index); })) {
             return;
         }
     }
@@ -54,16 +54,16 @@ void WebServer::start()
     m_wantedPort.reset();
     const clsOptions &options = *gRoot->Options();
     const std::int32_t port = options.RemoteAccessPort();
-    if (options.HasLogIn() && port != 0) {
+    if (options.hasLogIn() && port != 0) {
         m_wantedPort = port;
-        NoteSuccess(Start); // who presses the button again is told again
+        noteSuccess(Start); // who presses the button again is told again
         listen(port);
     }
 }
 
 void WebServer::listen(std::int32_t port)
 {
-    m_running = TrapRepeated(Start, [&] {
+    m_running = trapRepeated(Start, [&] {
         if (port < 0 || port > std::numeric_limits<quint16>::max()) {
             throw platform::Failure(platform::Failure::Overflow, u"%1 is not a port"_s.arg(port));
         }
@@ -74,7 +74,7 @@ void WebServer::listen(std::int32_t port)
 
 void WebServer::wsckNewConnections_ConnectionRequest()
 {
-    TrapRepeated(Here("ConnectionRequest"), [this] {
+    trapRepeated(Here("ConnectionRequest"), [this] {
         while (ConnectionSocket *const element = elementForAnother()) {
             std::unique_ptr<QTcpSocket> connection = wsckNewConnections.next();
             if (!connection) {
@@ -118,7 +118,7 @@ void WebServer::lookAfter()
             element->close(); // it takes nothing of its answer
         }
     }
-    if (m_wantedPort && gRoot->Options()->HasLogIn() && !wsckNewConnections.isListening()) {
+    if (m_wantedPort && gRoot->Options()->hasLogIn() && !wsckNewConnections.isListening()) {
         listen(*m_wantedPort);
     }
     wsckNewConnections_ConnectionRequest();
@@ -127,6 +127,6 @@ void WebServer::lookAfter()
 void WebServer::wsckConnections_DataArrival(std::size_t index)
 {
     const std::string id = std::to_string(index);
-    Trap({Here.name, "Connection_DataArrival", id.c_str()},
+    trap({Here.name, "Connection_DataArrival", id.c_str()},
          [&] { gRoot->WebSite()->ParseRequest(*wsckConnections.at(index)); });
 }

@@ -56,7 +56,7 @@ QString withoutLineEnds(QString text)
 
 void clsWebServerRequest::ParseRequest(const QString &text)
 {
-    Trap(routine("ParseRequest"), [&] {
+    trap(routine("ParseRequest"), [&] {
         const qsizetype lineEnd = indexOf(text, LineEnd, 0, "line end");
         const QString requestLine = text.left(lineEnd);
         m_method = methodOf(requestLine);
@@ -72,7 +72,7 @@ void clsWebServerRequest::ParseRequest(const QString &text)
 
 void clsWebServerRequest::fnParseFormFields(const QString &body)
 {
-    Trap(routine("fnParseFormFields"), [&] {
+    trap(routine("fnParseFormFields"), [&] {
         m_values.clear();
         m_names.clear();
         qsizetype position = 0;

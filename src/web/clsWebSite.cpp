@@ -56,24 +56,24 @@ ctlGRServer &server()
 bool fnCheckCredentials(const QString &user, const QString &password)
 {
     const clsOptions &options = *gRoot->Options();
-    return options.HasLogIn() && password == options.AdminPassword() &&
+    return options.hasLogIn() && password == options.AdminPassword() &&
            user == options.AdminUserName();
 }
 
 void SendStraightText(ConnectionSocket &socket, const QByteArray &text)
 {
-    Trap(routine("SendStraightText"), [&] { socket.send(text); });
+    trap(routine("SendStraightText"), [&] { socket.send(text); });
 }
 
 void SendStraightPage(ConnectionSocket &socket, int resource)
 {
-    Trap(routine("SendStraightPage"),
+    trap(routine("SendStraightPage"),
          [&] { socket.send(platform::toCodePage(page::text(resource))); });
 }
 
 void SendRedirect(QString url, ConnectionSocket &socket)
 {
-    Trap(routine("SendRedirect"), [&] {
+    trap(routine("SendRedirect"), [&] {
         url.remove(u'\r').remove(u'\n'); // they would make header lines of it
         socket.send("HTTP/1.1  307 Temporary Redirect" + LineEnd +
                     "Location: " + platform::toCodePage(url) + LineEnd + LineEnd);
@@ -83,12 +83,12 @@ void SendRedirect(QString url, ConnectionSocket &socket)
 /// Null when the file cannot be read.
 std::unique_ptr<FileContent> SendFile(const QString &path)
 {
-    return Trap(routine("SendFile"), [&] { return std::make_unique<FileContent>(path); });
+    return trap(routine("SendFile"), [&] { return std::make_unique<FileContent>(path); });
 }
 
 void SendHeaderWithFile(const char *contentType, ConnectionSocket &socket, const QString &path)
 {
-    Trap(routine("SendHeaderWithFile"), [&] {
+    trap(routine("SendHeaderWithFile"), [&] {
         socket.send("HTTP/1.1 200 OK" + LineEnd + "Content-Type: " + contentType + LineEnd +
                         LineEnd,
                     SendFile(path), LineEnd + LineEnd);
@@ -98,7 +98,7 @@ void SendHeaderWithFile(const char *contentType, ConnectionSocket &socket, const
 QString ServerStatusGif()
 {
     const clsOptions &options = *gRoot->Options();
-    return Trap(routine("ServerStatusGif"), [&] {
+    return trap(routine("ServerStatusGif"), [&] {
         const clsProcess *const process = server().Process();
         const bool alive = process != nullptr && process->StillActive() &&
                            server().Status() != ServerQueryStatus::Dead;
@@ -193,7 +193,7 @@ void redirectToStatusImage(const clsWebServerRequest & /*request*/, ConnectionSo
 void sendReplay(const clsWebServerRequest &request, ConnectionSocket &socket)
 {
     const std::optional<QString> name = fnDownloadName(request.URI().mid(RouteLength));
-    if (!name || !gRoot->Options()->HasLogIn()) {
+    if (!name || !gRoot->Options()->hasLogIn()) {
         SendStraightText(socket, "Access Denied"_ba);
         return;
     }
@@ -402,7 +402,7 @@ iWebPage &clsWebSite::Page(PageKey key) const
 
 void clsWebSite::RefreshAllPages()
 {
-    Trap(routine("RefreshAllPages"), [this] {
+    trap(routine("RefreshAllPages"), [this] {
         for (const PageEntry &entry : m_pages) {
             entry.page->Refresh();
         }
@@ -412,7 +412,7 @@ void clsWebSite::RefreshAllPages()
 /// What fails here is the search for a file that anybody can name; the rest has its own traps.
 void clsWebSite::ParseRequest(ConnectionSocket &socket)
 {
-    Trap({"Website", "ParseRequest", "Root Object", /*byStrangers=*/true}, [&] {
+    trap({"Website", "ParseRequest", "Root Object", /*byStrangers=*/true}, [&] {
         clsWebServerRequest request;
         request.ParseRequest(platform::fromCodePage(socket.data()));
         answerOf(request)(request, socket);

@@ -90,7 +90,7 @@ TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFi
              clsOptionsXML options;
              options.Load();
              options.JoinPort.Let(2346);
-             Trap({"M", "R", ""}, [&] { options.Save(); });
+             trap({"M", "R", ""}, [&] { options.Save(); });
          },
          1},
         {u"modsset.txt"_s, "// old",

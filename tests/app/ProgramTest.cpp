@@ -77,11 +77,11 @@ TEST_F(ProgramTest, ASignalSavesTheOptionsAndEndsItWithoutAsking)
 {
     startIdle();
     root->Options()->ReplayCount.Let(7);
-    root->QuitUnattended();
+    root->quitUnattended();
     EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>7</ReplayCount>"));
     fake.files.failAt = FailingFiles::Always;
     // While the operator is asked about the full disk, too.
-    fake.boxes.whileOpen = [this] { root->QuitUnattended(); };
+    fake.boxes.whileOpen = [this] { root->quitUnattended(); };
     root->Quit();
     EXPECT_EQ(fake.boxes.boxes.size(), 1);
     EXPECT_EQ(fake.processEnd.ends, 3);

@@ -25,7 +25,7 @@ TEST_F(frmGlobalTest, LooksAfterTheServerOnMultiplesOfSixOnly)
 TEST_F(frmGlobalTest, AFailureInATickIsRecordedAndHindersNeitherTheOtherDutyNorTheNextTick)
 {
     root->Start();
-    root->MainWindow()->HostPanel(frmMain::Main, std::make_unique<FailingPanel>());
+    root->MainWindow()->hostPanel(frmMain::Main, std::make_unique<FailingPanel>());
     const FakeSystem::Id first = server().Process()->PID();
     fake.system.end(first);
     fake.clock.advance(3000);

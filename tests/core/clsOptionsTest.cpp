@@ -66,7 +66,7 @@ TEST_F(clsOptionsTest, AChangeIsOnDiskTwoSecondsLater)
     fake.clock.advance(2000);
     EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>9<"));
     EXPECT_TRUE(read(OptionsFile).contains("<AutoRunOnStartup>whatever<"));
-    RecordFailure({"M", "R", "ID"}, {1, {}});
+    recordFailure({"M", "R", "ID"}, {1, {}});
     EXPECT_EQ(recordCount(), 2) << "one for thirty attempts";
 }
 

@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     static Program root(platform::nativeMachine(), {}); // has the clock
     gRoot = &root;
 
-    XmlDocument record = XMLFromGamePage(page, QStringLiteral("missionstats.htm"));
+    XmlDocument record = xmlFromGamePage(page, QStringLiteral("missionstats.htm"));
     const QByteArray bytes = record.toBytes();
     auto readAgain = XmlDocument::parse(bytes);
     require(readAgain && readAgain->toBytes() == bytes);

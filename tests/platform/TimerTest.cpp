@@ -8,7 +8,7 @@ TEST(Timer, TellsHowLateEachTickCame)
 {
     TurnedClock clock;
     std::vector<qint64> lateness;
-    platform::Timer timer(clock, [&] { lateness.push_back(timer.Lateness()); });
+    platform::Timer timer(clock, [&] { lateness.push_back(timer.lateness()); });
     timer.setInterval(1000);
     clock.advance(1500);
     clock.sleep(5000); // over five ticks, of which one is left

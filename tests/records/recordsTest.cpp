@@ -86,7 +86,7 @@ private:
 
 TEST_F(recordsTest, ThePageBecomesARecord)
 {
-    auto document = XMLFromGamePage(page(Rows), u"/g/missionstats.htm"_s);
+    auto document = xmlFromGamePage(page(Rows), u"/g/missionstats.htm"_s);
     const QByteArray text = document.toBytes();
     EXPECT_TRUE(text.contains("<Game Version=\"1.00\" Date=\"2003-06-18 20:51:40\" "
                               "DateDouble=\"37790.869212963\" DateAdded=\"46095.6315509259\" "
@@ -110,10 +110,10 @@ TEST_F(recordsTest, ThePageBecomesARecord)
     for (const QByteArray &foreign :
          {QByteArray(), QByteArray("\n\n\n\n\n\n\n\n\n<TD>"), page(Rows).first(300)}) {
         EXPECT_FALSE(fnIsWholePage(foreign));
-        XMLFromGamePage(foreign, {});
+        xmlFromGamePage(foreign, {});
     }
     EXPECT_EQ(recordCount(), 2) << "the last one has a date";
-    XMLFromGamePage(page({}, "never"), {});
+    xmlFromGamePage(page({}, "never"), {});
     EXPECT_EQ(recordCount(), 3);
     EXPECT_EQ(lastRecord(), u"basParse|XMLFromGameFile|Global|13"_s);
 }

@@ -46,7 +46,7 @@ protected:
     {
         for (int count = 0; count < times; ++count) {
             fake.clock.advance(3000);
-            server().Supervise();
+            server().supervise();
         }
     }
     /// How long a hung server is left alone after the first request that it does not answer.
@@ -194,7 +194,7 @@ TEST_F(ctlGRServerTest, TheDeadTimerRestartsOnlyADeadServerThatCanBeStopped)
 
 TEST_F(ctlGRServerTest, AHungServerIsRestartedInTimeWithAllSettingsAndHoweverLateTheTimers)
 {
-    constexpr int Lateness = 5000 + 5 * 10000; // of one more request, and of five ticks
+    constexpr int lateness = 5000 + 5 * 10000; // of one more request, and of five ticks
     constexpr int Step = 10;
     for (int round = 0; round < 4; ++round) {
         if (round > 0) {
@@ -207,7 +207,7 @@ TEST_F(ctlGRServerTest, AHungServerIsRestartedInTimeWithAllSettingsAndHoweverLat
                 const qint64 hang = millisecondsOfHang();
                 EXPECT_GE(hang, 5000 + timeout * 1000) << polling << '/' << timeout;
                 EXPECT_LE(hang, 5000 + polling + timeout * 1000 + 5000 + Step +
-                                    (round > 0 ? Lateness : 0))
+                                    (round > 0 ? lateness : 0))
                     << polling << '/' << timeout << ", round " << round;
                 server().StopGRServer();
             }

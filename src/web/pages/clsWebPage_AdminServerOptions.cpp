@@ -19,14 +19,14 @@ template <typename Value>
 Value shown(const GameSetting<Value> &setting)
 {
     Value value{};
-    SkipFailure([&] { value = setting(); });
+    skipFailure([&] { value = setting(); });
     return value;
 }
 
 QString shownNumber(const GameSetting<std::int32_t> &setting)
 {
     QString text;
-    SkipFailure([&] { text = fnToText(setting()); });
+    skipFailure([&] { text = fnToText(setting()); });
     return text;
 }
 
@@ -113,7 +113,7 @@ QByteArray clsWebPage_AdminServerOptions::HTML(const QString & /*message*/)
 void clsWebPage_AdminServerOptions::Refresh()
 {
     clsOptionsXML options;
-    SkipFailure([&] { options.Load(); });
+    skipFailure([&] { options.Load(); });
     m_page = platform::toCodePage(page::adminFrame() + page::text(3300) + page::credentialFields() +
                                   page::text(3301) + general(options) + network(options) +
                                   u"</table></td>\n<td class=\"mods\"><table class=\"panel\">\n"_s +

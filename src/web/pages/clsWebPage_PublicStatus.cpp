@@ -34,7 +34,7 @@ QString activeMods()
     if (window == nullptr) {
         return {};
     }
-    window->LoadMods();
+    window->loadMods();
     QString names;
     if (const clsMods *const mods = window->ModsList()) {
         for (const auto &mod : mods->Mods()) {
