@@ -16,10 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr Routine routine(const char *name)
-{
-    return {"Options XML Class", name, "Unknown"};
-}
+constexpr Module Here{"Options XML Class", "Unknown"};
 
 QString listPath()
 {
@@ -51,7 +48,7 @@ bool clsMods::LoadAvailableMods()
 {
     m_active.clear();
     m_mods.clear();
-    return trapRepeated(routine("LoadAvailableMods"), [this] {
+    return trapRepeated(Here("LoadAvailableMods"), [this] {
         const QString folder = fnGamePath(u"Mods"_s);
         platform::requireFolder(folder);
         QDirIterator folders(folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
@@ -72,7 +69,7 @@ bool clsMods::LoadAvailableMods()
 
 bool clsMods::CheckActiveMods()
 {
-    const bool read = trapRepeated(routine("CheckActiveMods"), [this] {
+    const bool read = trapRepeated(Here("CheckActiveMods"), [this] {
         const QStringList lines = platform::fromCodePage(platform::readFile(listPath()))
                                       .replace(u"\r\n"_s, u"\n"_s)
                                       .split(u'\n');
@@ -92,7 +89,7 @@ bool clsMods::Save()
     if (!m_loaded || !m_changed) {
         return m_loaded;
     }
-    return trap(routine("Save"), [this] {
+    return trap(Here("Save"), [this] {
         QString text = heading();
         for (const clsModInfo *const mod : m_active) {
             text += u"\"%1\"\r\n"_s.arg(mod->ModName.toLower());

@@ -22,10 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr Routine routine(const char *name)
-{
-    return {"Website", name, "Root Object"};
-}
+constexpr Module Here{"Website", "Root Object"};
 
 bool isPlainFileName(const QString &name)
 {
@@ -113,7 +110,7 @@ std::optional<QString> fnDownloadName(const QString &address)
 
 bool RemoveReplay(const QString &name)
 {
-    return trap(routine("RemoveReplay"), [&] {
+    return trap(Here("RemoveReplay"), [&] {
         if (!name.contains(".rpf"_L1)) {
             return false;
         }
@@ -130,7 +127,7 @@ QString DeleteReplays(const clsWebServerRequest &request)
 {
     const QString prefix = u"DELFILE"_s;
     int count = 0;
-    const bool done = trap(routine("DeleteReplays"), [&] {
+    const bool done = trap(Here("DeleteReplays"), [&] {
         for (const QString &field : request.FieldNames()) {
             if (field.startsWith(prefix) &&
                 RemoveReplay(field.mid(prefix.size()).replace(u'+', u' '))) {

@@ -8,10 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr Routine routine(const char *name)
-{
-    return {"clsWebServerRequest", name, "None", /*byStrangers=*/true};
-}
+constexpr Module Here{"clsWebServerRequest", "None", /*byStrangers=*/true};
 
 /// The error log is no place for whatever anybody sends.
 constexpr qsizetype LongestNameTold = 64;
@@ -56,7 +53,7 @@ QString withoutLineEnds(QString text)
 
 void clsWebServerRequest::ParseRequest(const QString &text)
 {
-    trap(routine("ParseRequest"), [&] {
+    trap(Here("ParseRequest"), [&] {
         const qsizetype lineEnd = indexOf(text, LineEnd, 0, "line end");
         const QString requestLine = text.left(lineEnd);
         m_method = methodOf(requestLine);
@@ -72,7 +69,7 @@ void clsWebServerRequest::ParseRequest(const QString &text)
 
 void clsWebServerRequest::fnParseFormFields(const QString &body)
 {
-    trap(routine("fnParseFormFields"), [&] {
+    trap(Here("fnParseFormFields"), [&] {
         m_values.clear();
         m_names.clear();
         qsizetype position = 0;

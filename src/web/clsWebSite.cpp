@@ -36,10 +36,7 @@ namespace {
 
 using enum PageKey;
 
-constexpr Routine routine(const char *name)
-{
-    return {"Website", name, "Root Object"};
-}
+constexpr Module Here{"Website", "Root Object"};
 
 constexpr qsizetype RouteLength = 8;
 constexpr qsizetype LongestNameTold = 256;
@@ -62,18 +59,18 @@ bool fnCheckCredentials(const QString &user, const QString &password)
 
 void SendStraightText(ConnectionSocket &socket, const QByteArray &text)
 {
-    trap(routine("SendStraightText"), [&] { socket.send(text); });
+    trap(Here("SendStraightText"), [&] { socket.send(text); });
 }
 
 void SendStraightPage(ConnectionSocket &socket, int resource)
 {
-    trap(routine("SendStraightPage"),
+    trap(Here("SendStraightPage"),
          [&] { socket.send(platform::toCodePage(page::text(resource))); });
 }
 
 void SendRedirect(QString url, ConnectionSocket &socket)
 {
-    trap(routine("SendRedirect"), [&] {
+    trap(Here("SendRedirect"), [&] {
         url.remove(u'\r').remove(u'\n'); // they would make header lines of it
         socket.send("HTTP/1.1  307 Temporary Redirect" + LineEnd +
                     "Location: " + platform::toCodePage(url) + LineEnd + LineEnd);
@@ -83,12 +80,12 @@ void SendRedirect(QString url, ConnectionSocket &socket)
 /// Null when the file cannot be read.
 std::unique_ptr<FileContent> SendFile(const QString &path)
 {
-    return trap(routine("SendFile"), [&] { return std::make_unique<FileContent>(path); });
+    return trap(Here("SendFile"), [&] { return std::make_unique<FileContent>(path); });
 }
 
 void SendHeaderWithFile(const char *contentType, ConnectionSocket &socket, const QString &path)
 {
-    trap(routine("SendHeaderWithFile"), [&] {
+    trap(Here("SendHeaderWithFile"), [&] {
         socket.send("HTTP/1.1 200 OK" + LineEnd + "Content-Type: " + contentType + LineEnd +
                         LineEnd,
                     SendFile(path), LineEnd + LineEnd);
@@ -98,7 +95,7 @@ void SendHeaderWithFile(const char *contentType, ConnectionSocket &socket, const
 QString ServerStatusGif()
 {
     const clsOptions &options = *gRoot->Options();
-    return trap(routine("ServerStatusGif"), [&] {
+    return trap(Here("ServerStatusGif"), [&] {
         const clsProcess *const process = server().Process();
         const bool alive = process != nullptr && process->StillActive() &&
                            server().Status() != ServerQueryStatus::Dead;
@@ -402,7 +399,7 @@ iWebPage &clsWebSite::Page(PageKey key) const
 
 void clsWebSite::RefreshAllPages()
 {
-    trap(routine("RefreshAllPages"), [this] {
+    trap(Here("RefreshAllPages"), [this] {
         for (const PageEntry &entry : m_pages) {
             entry.page->Refresh();
         }
