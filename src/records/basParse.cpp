@@ -177,8 +177,9 @@ void addHeading(XmlElement game, const QStringList &lines, const QString &path)
         {"DateDouble",
          [&] {
              if (!date.isValid()) {
-                 throw platform::Failure(platform::Failure::TypeMismatch,
-                                         u"No date in \"%1\""_s.arg(heading));
+                 recordFailure(Conversion, {platform::Failure::TypeMismatch,
+                                            u"No date in \"%1\""_s.arg(heading)});
+                 return QString();
              }
              return decimal(dayNumber(date));
          }},
@@ -187,8 +188,7 @@ void addHeading(XmlElement game, const QStringList &lines, const QString &path)
         {"Map", [&] { return fnMapName(lines.value(MapLine)); }},
     };
     for (const auto &[name, value] : attributes) {
-        // A value that cannot be had leaves its attribute empty and in its place.
-        game.setAttribute(name, trap(Conversion, value));
+        game.setAttribute(name, value());
     }
     for (const char *const name :
          {"GameType", "Inserts", "TimeLimit", "Winner", "Loser", "Draw1", "Draw2"}) {

@@ -13,8 +13,8 @@ constexpr Module Here{"clsWebServerRequest", "None", /*byStrangers=*/true};
 /// The error log is no place for whatever anybody sends.
 constexpr qsizetype LongestNameTold = 64;
 
-const QLatin1String LineEnd("\r\n");
-const QLatin1String HeadersEnd("\r\n\r\n");
+constexpr QLatin1String LineEnd = "\r\n"_L1;
+constexpr QLatin1String HeadersEnd = "\r\n\r\n"_L1;
 
 /// Where a text is found; a request without it is broken off.
 qsizetype indexOf(const QString &text, QLatin1String wanted, qsizetype from, const char *what)
@@ -57,9 +57,8 @@ void clsWebServerRequest::ParseRequest(const QString &text)
         const qsizetype lineEnd = indexOf(text, LineEnd, 0, "line end");
         const QString requestLine = text.left(lineEnd);
         m_method = methodOf(requestLine);
-        const QLatin1String blank(" ");
-        const qsizetype first = indexOf(requestLine, blank, 0, "target");
-        const qsizetype second = indexOf(requestLine, blank, first + 2, "end of its target");
+        const qsizetype first = indexOf(requestLine, " "_L1, 0, "target");
+        const qsizetype second = indexOf(requestLine, " "_L1, first + 2, "end of its target");
         m_uri = requestLine.mid(first + 1, second - first - 1);
         // From there on, since there may be no headers.
         const qsizetype headersEnd = indexOf(text, HeadersEnd, lineEnd, "end of its headers");
