@@ -57,8 +57,6 @@ public:
     clsOptionsXML &operator=(const clsOptionsXML &) = delete;
     ~clsOptionsXML() = default;
 
-    /// Whether there was a file when this object was made.
-    bool FileExists() const { return m_fileExists; }
     bool IsLoaded() const { return m_document.has_value(); }
     /// Reads the file; IsLoaded() tells whether it could be parsed.
     void Load();
@@ -68,8 +66,6 @@ public:
     /// Replaces the file; nothing where none is loaded. Throws platform::Failure, also for a file
     /// whose encoding the XML library reads, but writes so that it could not be read again.
     void Save();
-    /// Empties the first `IPAddress` element whose whole text is the address.
-    void RemoveGRServer(const QString &address);
 
     GameSetting<std::int32_t> AnnouncePort{*this, "AnnouncePort"};
     GameSetting<bool> BehindFirewall{*this, "BehindFirewall"};
@@ -80,11 +76,17 @@ public:
     GameSetting<bool> RecordGame{*this, "RecordGame"};
     GameSetting<bool> RemoteServerAccess{*this, "RemoteServerAccess"};
     GameSetting<QString> RemoteServerPasswd{*this, "RemoteServerPasswd"};
+
+    // Of the interface, without a user here.
     GameSetting<bool> ShowDeadBodies{*this, "ShowDeadBodies"};
     GameSetting<bool> ShowFrameRate{*this, "ShowFrameRate"};
     GameSetting<QString> PlayerName{*this, "PlayerName"};
     GameColour RetColor{*this, "ReticuleColor"};
     GameColour IFFRetColor{*this, "ReticuleIFFColor"};
+    /// Whether there was a file when this object was made.
+    bool FileExists() const { return m_fileExists; }
+    /// Empties the first `IPAddress` element whose whole text is the address.
+    void RemoveGRServer(const QString &address);
 
 private:
     template <typename Value>

@@ -56,12 +56,10 @@ public:
     QString PlayerCountString() const;
     /// The match's length in seconds, as decimal text.
     QString Length() const;
-    /// 0 while players join, 9990 in a match without a limit, 9999 when unknown.
-    int SecondsRemaining() const;
     /// "mm:ss", "--:--" in a match without a limit, "Joining", or "n/a".
     QString TimeRemaining() const;
 
-    /// Values that are only stored: no reply carries them.
+    // Of the interface, without a user here. No reply carries the values, which are only stored.
     const QString &Password() const { return m_password; }
     void setPassword(const QString &password) { m_password = password; }
     int Ping() const { return m_ping; }
@@ -70,13 +68,15 @@ public:
     void setPingStale(bool stale) { m_pingStale = stale; }
     bool LoadedFromGame() const { return m_loadedFromGame; }
     void setLoadedFromGame(bool loaded) { m_loadedFromGame = loaded; }
+    /// 0 while players join, 9990 in a match without a limit, 9999 when unknown.
+    int SecondsRemaining() const;
+    /// A ping is not measured.
+    void RefreshPing() const {}
 
     /// Sends a request unless one is outstanding. What arrived meanwhile unasked is dropped. One
     /// that cannot be sent says nothing about the server: the status is then Unknown, and each new
     /// reason is recorded once.
     void Refresh();
-    /// A ping is not measured.
-    void RefreshPing() const {}
     /// The outstanding request was not answered in time, unless an answer waits that this program,
     /// itself late, has not looked at yet.
     void TimerFired();

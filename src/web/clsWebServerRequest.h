@@ -22,13 +22,14 @@ public:
     RequestMethod Method() const { return m_method; }
     /// The request's target as it stands in the request line, not decoded.
     const QString &URI() const { return m_uri; }
-    const QString &File() const { return m_uri; }
-
     /// The field's value; empty when there is none. The key does not mind the case of letters.
     QString FormField(const QString &key) const { return m_values.value(key.toCaseFolded()); }
-    QString Item(const QString &key) const { return FormField(key); }
     /// In the order in which they were posted.
     const QStringList &FieldNames() const { return m_names; }
+
+    // Of the interface, without a user here.
+    const QString &File() const { return m_uri; }
+    QString Item(const QString &key) const { return FormField(key); }
 
 private:
     void fnParseFormFields(const QString &body);
