@@ -1,6 +1,7 @@
 #include "GameFiles.h"
 
 #include "EventLog.h"
+#include "MatchPlayer.h"
 #include "PseudoRandom.h"
 #include "Windows1252.h"
 

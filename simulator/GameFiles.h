@@ -1,12 +1,12 @@
 #pragma once
 
-#include "MatchPlayer.h"
-
 #include <QByteArray>
+#include <QDateTime>
 #include <QDir>
 #include <QString>
 
 class EventLog;
+class MatchPlayer;
 
 /// Replaces a file whole: a reader sees the old content or the new one, nothing between. A
 /// failure is complained about in the log.

@@ -1,6 +1,5 @@
 #include "app/Program.h"
 
-#include "app/frmGlobal.h"
 #include "core/basGamePath.h"
 #include "core/basTraps.h"
 #include "core/clsErrors.h"

@@ -7,6 +7,8 @@
 #include <QLocalSocket>
 #include <QTimer>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -62,7 +64,7 @@ SingleInstance::Claim SingleInstance::tellTheFirst()
     QLocalSocket socket;
     socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
     platform::letOthersComeToFront();
-    // More than reading Windows does not allow to another user.
+    // On Windows another user may do no more than read.
     socket.connectToServer(m_name, QIODevice::ReadOnly);
     if (!socket.waitForConnected(ConnectMilliseconds)) {
         return Claim::First;

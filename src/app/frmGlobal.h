@@ -27,7 +27,7 @@ public:
     void StopWebServer() override;
     void StartWebServer() override;
 
-    /// Ticks of the heartbeat, 1 to 601 and again from 1.
+    // Of the interface, without a user here: the heartbeat's ticks, 1 to 601 and again from 1.
     int HeartbeatCount() const { return m_heartbeatCount; }
 
     ctlGRServer uctlGRServer;

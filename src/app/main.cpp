@@ -37,8 +37,7 @@ void saveUnattended()
 /// Told by the exit code, since nobody looks at a window then.
 constexpr int NoDisplay = 69;
 
-/// Takes what Qt has to say, also before it aborts for want of a display or of what it shows one
-/// with.
+/// Takes what Qt says, also before it aborts for want of a display or of a platform plugin.
 void takeMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     static QString displayProblem; // what Qt's platform part has complained of first

@@ -29,9 +29,8 @@ constexpr qsizetype MostWaiting = 1 << 20;
 /// What waited and a record: no more is written at once.
 constexpr qsizetype LongestWrite = 2 * MostWaiting;
 
-/// Whether this, behind the last whole record, can be what is left of a write that was not
-/// finished: the begin of a record, perhaps over a part of the old last line, or the begin of that
-/// line.
+/// Whether what follows the last whole record can be an unfinished write: the begin of a record,
+/// perhaps over a part of the old last line, or the begin of that line.
 bool isCutOff(QByteArray tail)
 {
     while (tail.endsWith('\0')) {

@@ -98,8 +98,7 @@ void PercentDecoder::removeAfter(Index index)
     }
 }
 
-/// The places found at the beginning are replaced; one that comes about by that is left for a
-/// later turn.
+/// Replaces the places noted so far; one that comes about by that is left for a later turn.
 void PercentDecoder::replaceAll(Index escape)
 {
     const int code = digitValue(escape / DigitCount) * 16 + digitValue(escape % DigitCount);

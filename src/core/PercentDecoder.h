@@ -2,7 +2,6 @@
 
 #include <QString>
 
-#include <array>
 #include <vector>
 
 /// Decodes percent escapes as repeated replacement does: again and again the first "%" of the text

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-clsZebek *gRoot = nullptr; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+clsZebek *gRoot = nullptr;
 
 int ShowErrorMessage(const QString &Module, const QString &Routine, const QString &ID, int ErrorNo,
                      const QString &Description, int Buttons)

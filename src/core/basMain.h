@@ -6,7 +6,7 @@ class clsZebek;
 
 /// The one root object, through which everybody reaches the shared services. Set by the program
 /// entry before it calls Start.
-extern clsZebek *gRoot; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+extern clsZebek *gRoot;
 
 /// Shows the operator a failure in a critical message box.
 /// `Buttons` is the button set of a platform::MessageBoxStyle (0 OK, 5 Retry and Cancel); the

@@ -29,8 +29,7 @@ void report(const char *routine, const platform::Failure &failure)
     showFailure({Here.name, routine, "-"}, failure, platform::OkOnly);
 }
 
-/// Runs the body, which returns a Windows error code; one that is not in `expected` is reported, as
-/// is a failure on the way there.
+/// Runs the body and reports its failure, or the Windows error code where it is not expected.
 std::uint32_t reported(const char *routine, std::initializer_list<std::uint32_t> expected,
                        const std::function<std::uint32_t()> &body)
 {

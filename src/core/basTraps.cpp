@@ -3,7 +3,6 @@
 #include "core/basMain.h"
 #include "core/clsErrors.h"
 #include "core/clsZebek.h"
-#include "platform/Failure.h"
 #include "platform/MessageBoxes.h"
 
 #include <exception>

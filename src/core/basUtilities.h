@@ -17,9 +17,11 @@ bool fnIsValidIP(const QString &text);
 
 /// Conversions between the position of a vertical scroll bar, which grows downwards, and the number
 /// in the text box beside it, which the upper arrow raises: number = sum - position, where the sum
-/// is that of the scroll bar's minimum and maximum (32767 in the shorter forms). A text that is no
-/// number, and a result that does not fit, give an empty text or 0.
-QString fnScrollToText(std::int32_t position);
-std::int32_t fnTextToScroll(const QString &text);
+/// is that of the scroll bar's minimum and maximum. A text that is no number, and a result that
+/// does not fit, give an empty text or 0.
 QString fnScrollToTextSum(std::int32_t position, std::int32_t sum);
 std::int32_t fnTextToScrollSum(const QString &text, std::int32_t sum);
+
+// Of the interface, without a user here: the same with a sum of 32767.
+QString fnScrollToText(std::int32_t position);
+std::int32_t fnTextToScroll(const QString &text);

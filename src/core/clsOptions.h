@@ -11,8 +11,7 @@
 #include <optional>
 #include <variant>
 
-/// Whether the tool is started when somebody logs on: a setting that the system keeps, not the
-/// file.
+/// Whether the tool starts when somebody logs on; kept by the system, not in the file.
 class RunOnStartupSetting : public SettingBase
 {
 public:
@@ -74,8 +73,7 @@ public:
     Setting<QString> ServerRunningGif; ///< URL of an image
     Setting<QString> ServerCrashGif;   ///< URL of an image
 
-    /// Whether there is a user name and a password. Without one of them nobody is the
-    /// administrator.
+    /// Whether there are a user name and a password, without which nobody is administrator.
     bool hasLogIn() const { return !AdminUserName().isEmpty() && !AdminPassword().isEmpty(); }
 
     /// The folder that the keys of the match records are formed from.

@@ -16,8 +16,7 @@ public:
     virtual bool WebServerRunning() const = 0;
     /// Open connections are left to finish.
     virtual void StopWebServer() = 0;
-    /// Listens on the port of the settings, on all addresses. Nothing when it runs already, and
-    /// without a user name, a password or a port. One that fails, now or later, is tried again
-    /// every 3 s until it is stopped; each reason is recorded once.
+    /// Nothing when it runs already, and without a user name, a password or a port. What fails, now
+    /// or later, is tried again every 3 s until it is stopped.
     virtual void StartWebServer() = 0;
 };

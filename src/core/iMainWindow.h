@@ -8,8 +8,7 @@ class iMainWindow
 public:
     virtual ~iMainWindow() = default;
 
-    /// Lets the panel of the selected tab load its controls from the settings, unless it holds
-    /// unsaved edits.
+    /// Fills the selected tab's panel from the settings, unless it holds unsaved edits.
     virtual void FillFields() = 0;
     /// Lets the panel of the selected tab refresh its live state.
     virtual void PushUpdate() = 0;

@@ -34,8 +34,7 @@ private:
         }
     }
 
-    /// Backslashes are ordinary characters here: they separate folders. Two quotes within quotes
-    /// are one of the name, which Windows knows none of.
+    /// Backslashes are ordinary here. Two quotes within quotes are one, for names outside Windows.
     QString takeProgram()
     {
         QString program;

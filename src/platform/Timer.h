@@ -2,6 +2,8 @@
 
 #include "platform/Clock.h"
 
+#include <utility>
+
 namespace platform {
 
 /// A periodic timer with two switches: it ticks every `Interval` milliseconds while `Enabled` is
@@ -28,7 +30,6 @@ public:
     /// stopped for a while.
     qint64 lateness() const { return m_lateness; }
 
-    bool Enabled() const { return m_enabled; }
     void setEnabled(bool enabled);
 
 private:

@@ -1,11 +1,9 @@
 #include "platform/XmlDocument.h"
 
-#include "platform/Failure.h"
 #include "platform/XmlParser.h"
 
 #include <QFile>
 
-#include <cstdlib>
 #include <functional>
 #include <libxml/tree.h>
 #include <libxml/xmlsave.h>
@@ -201,7 +199,7 @@ std::optional<XmlDocument> XmlDocument::parse(const QByteArray &bytes)
 
 void XmlDocument::useUtf8()
 {
-    xmlFree(const_cast<xmlChar *>(m_document->encoding)); // NOLINT(*-const-cast)
+    xmlFree(const_cast<xmlChar *>(m_document->encoding));
     m_document->encoding = orThrow(xmlStrdup(asXml(Utf8)));
 }
 
@@ -230,12 +228,12 @@ QByteArray XmlDocument::toBytes() const
 {
     const QByteArray encoding = reinterpret_cast<const char *>(m_document->encoding);
     const bool declared = m_document->standalone != NotDeclared;
-    // Without a name of an encoding the library would write other than ASCII as numbers.
+    // Without an encoding's name the library would write all but ASCII as references.
     QByteArray result =
         saved(encoding.isEmpty() ? Utf8 : encoding.constData(), declared ? 0 : XML_SAVE_NO_DECL,
               [this](xmlSaveCtxt *saving) { xmlSaveDoc(saving, m_document.get()); });
     if (declared && encoding.isEmpty()) {
-        const QByteArray added = " encoding=\"UTF-8\""_ba;
+        const QByteArray added = R"( encoding="UTF-8")"_ba;
         result.remove(result.indexOf(added), added.size());
     }
     if (m_carriageReturns) {

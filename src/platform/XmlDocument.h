@@ -8,8 +8,8 @@
 #include <vector>
 
 extern "C" {
-struct _xmlDoc;  // NOLINT(bugprone-reserved-identifier)
-struct _xmlNode; // NOLINT(bugprone-reserved-identifier)
+struct _xmlDoc;
+struct _xmlNode;
 }
 
 namespace platform {

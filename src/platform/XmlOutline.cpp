@@ -27,7 +27,7 @@ public:
 
     XmlOutline run()
     {
-        // Declarations of a document type make a document also without a tree.
+        // A document type makes the library begin a document even where no tree is built.
         xmlFreeDoc(
             xmlCtxtReadIO(m_parser.get(), read, nullptr, this, nullptr, nullptr, XmlParserOptions));
         // A NUL behind the root counts as the end for the library.

@@ -13,10 +13,11 @@
 #include <QRegularExpression>
 #include <QStringList>
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -56,9 +57,8 @@ std::optional<qsizetype> tableEnd(const QStringList &lines)
     return std::nullopt;
 }
 
-/// The moment in a text of month, day, year and time, invalid for any other text. Month names are
-/// English on every machine. It is the moment's name that counts, so it is read as one of UTC,
-/// where no change of clocks leaves an hour out.
+/// The moment in a text of month (English on every machine), day, year and time, else invalid. It
+/// is read as UTC, where no change of clocks leaves an hour out.
 QDateTime toDateTime(const QString &text)
 {
     static const QRegularExpression form(QRegularExpression::anchoredPattern(

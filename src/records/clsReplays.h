@@ -3,9 +3,9 @@
 #include "platform/Timer.h"
 
 #include <QByteArray>
-#include <QFileInfo>
 #include <QString>
 
+class QFileInfo;
 struct Routine;
 
 /// Keeps a copy of the replay of every match. The game overwrites its one replay file after each
@@ -15,15 +15,11 @@ struct Routine;
 /// one, once that is written whole beside it. Where the disk is too full for that, the oldest makes
 /// place before, once a match.
 ///
-/// The time also tells one match's replay from another's: a replay whose time stands in the name of
-/// an archived one, or that was archived in this run and deleted since, is that of an earlier
-/// match.
+/// A replay whose time stands in the name of an archived one, or that was archived in this run and
+/// deleted since, is that of an earlier match.
 class clsReplays
 {
 public:
-    /// Keeps a reference to a timer, which is not used.
-    void setTimerControl(const platform::Timer *timer) { m_timer = timer; }
-
     /// Archives the game's replay with the name of the match's map, which may be empty. True when
     /// the match's replay is kept now; so it is, too, when the tool was ended after it was
     /// archived and before the statistics cache was written.
@@ -36,12 +32,15 @@ public:
     /// operator act meanwhile.
     bool ArchiveReplay(const QString &Name);
 
+    /// Nothing is archived any more.
+    void Release();
+
+    // Of the interface, without a user here.
     /// Deletes the oldest replay if the folder is full, which ArchiveReplay() does by itself. False
     /// when it failed, which is recorded, or when the archive was released meanwhile.
     bool MaintainReplayDirectory();
-
-    /// Nothing is archived any more.
-    void Release();
+    /// A timer that is only stored.
+    void setTimerControl(const platform::Timer *timer) { m_timer = timer; }
 
 private:
     struct Folder

@@ -51,7 +51,7 @@ bool fnStatsFilesEqual(QByteArray first, QByteArray second)
     return first == second;
 }
 
-/// The cache's time tells when the match was settled, also where it could be written later only.
+/// The cache's time is when the match was settled, even where it could only be written later.
 void writeCache(const QByteArray &page, const QDateTime &settled)
 {
     const QString path = gRoot->StatsCacheFileName();

@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 

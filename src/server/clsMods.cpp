@@ -11,6 +11,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 

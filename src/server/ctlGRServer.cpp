@@ -41,7 +41,7 @@ platform::Failure foreignServer(platform::ProcessId id)
             "taken over, and none is started beside it"_s.arg(id)};
 }
 
-/// By more than what any machine is late by now and then.
+/// By more than any machine is late now and then.
 bool isLate(qint64 milliseconds)
 {
     constexpr qint64 Jitter = 250;
@@ -387,8 +387,8 @@ void ctlGRServer::tmrPollingFrequency_Timer()
             m_silence.inDoubt = true; // a server that cannot be asked is not silent
         }
     }
-    // Last, so that a dead timer that falls due at the same instant as a later tick comes first and
-    // need not wait for the outcome of that tick's request.
+    // Armed last: a dead timer due at the same instant as a later tick then comes first and need
+    // not wait for the outcome of that tick's request.
     tmrPollingFrequency.setInterval(gRoot->Options()->ServerPollingFrequency());
 }
 

@@ -47,10 +47,8 @@ public:
     ctlGRServer &operator=(const ctlGRServer &) = delete;
     ~ctlGRServer() = default;
 
-    const QString &CMDLineArgs() const { return m_commandLineArguments; }
     void setCMDLineArgs(const QString &arguments) { m_commandLineArguments = arguments; }
     /// The full path that the executable of a found server must have.
-    const QString &EXEPath() const { return m_executablePath; }
     void setEXEPath(const QString &path) { m_executablePath = path; }
 
     bool Connected() const { return m_process != nullptr; }
@@ -65,6 +63,10 @@ public:
     QString StatusText() const;
     QString ProcessStatusText() const;
     QString NetworkStatusText() const;
+
+    // Of the interface, without a user here.
+    const QString &CMDLineArgs() const { return m_commandLineArguments; }
+    const QString &EXEPath() const { return m_executablePath; }
 
     /// Starts the server unless one is held and active. Takes over a running one: in any case where
     /// its process shows that it is this directory's, with `in_blnCheckForServer` by its window

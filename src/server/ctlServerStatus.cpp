@@ -10,6 +10,7 @@
 #include <QHostInfo>
 #include <QNetworkInterface>
 
+#include <cstdlib>
 #include <string_view>
 
 using namespace Qt::StringLiterals;

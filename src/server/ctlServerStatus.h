@@ -35,20 +35,13 @@ public:
     /// Replaces the time-out timer, whose tick must call TimerFired().
     void setTimer(std::unique_ptr<platform::Timer> timer);
 
-    /// The address asked: this machine's own, taken anew when the machine has it no longer, until
-    /// one is set, dotted or as a host name (looked up at once).
-    const QString &IP() const { return m_ip; }
-    void setIP(const QString &ip);
-
     const QString &Name() const { return m_reply.name; }
-    void setName(const QString &name) { m_reply.name = name; }
     const QString &Map() const { return m_reply.map; }
     const QString &Mission() const { return m_reply.mission; }
     const QString &GameType() const { return m_reply.gameType; }
     const QString &Version() const { return m_reply.version; }
     const QString &Mods() const { return m_reply.mods; }
     const QString &MOTD() const { return m_reply.motd; }
-    bool Dedicated() const { return m_reply.dedicated; }
     const std::vector<ServerStatusReply::Player> &Players() const { return m_reply.players; }
     /// Without the server itself where it is dedicated.
     int PlayerCount() const { return m_reply.playerCount - serverItself(); }
@@ -59,7 +52,13 @@ public:
     /// "mm:ss", "--:--" in a match without a limit, "Joining", or "n/a".
     QString TimeRemaining() const;
 
-    // Of the interface, without a user here. No reply carries the values, which are only stored.
+    // Of the interface, without a user here. No reply carries the values that are only stored.
+    /// The address asked: this machine's own, taken anew when the machine has it no longer, until
+    /// one is set, dotted or as a host name (looked up at once).
+    const QString &IP() const { return m_ip; }
+    void setIP(const QString &ip);
+    void setName(const QString &name) { m_reply.name = name; }
+    bool Dedicated() const { return m_reply.dedicated; }
     const QString &Password() const { return m_password; }
     void setPassword(const QString &password) { m_password = password; }
     int Ping() const { return m_ping; }

@@ -2,9 +2,8 @@
 
 #include <QObject>
 
-/// The blank that has pressed a button which switched itself off and gave the keyboard's focus
-/// away. Pressed again it does nothing where the focus is now, until another key or the mouse is
-/// pressed: there it would tick, or type.
+/// Keeps the blank that pressed a button, which then switched itself off, from ticking or typing
+/// where the keyboard's focus has gone, until another key or the mouse is pressed.
 class SpentKey : public QObject
 {
 public:

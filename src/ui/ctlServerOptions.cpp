@@ -13,6 +13,7 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <optional>
 #include <type_traits>
 #include <utility>
 
@@ -162,8 +163,7 @@ Value shownValue(const GameSetting<Value> &setting)
     return value;
 }
 
-/// Runs a step of filling the fields. Each reason why one fails is recorded once, until all of them
-/// end well.
+/// Runs a step of filling the fields; each reason to fail is recorded once until all succeed.
 template <typename Step>
 bool fills(Step step)
 {

@@ -5,7 +5,6 @@
 #include "ui/ctlPanel.h"
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 class GameNumberField;

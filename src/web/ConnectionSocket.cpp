@@ -82,12 +82,11 @@ void ConnectionSocket::received()
     }
 }
 
-/// Nothing more is read before this is handled and, if it is answered, ever: a peer that has said
-/// all it has to say may close its half of the connection, and reading that end would make
-/// QTcpSocket drop the answer. So its buffer is full from here on, which it must be told within its
-/// signal to stop reading at once. The data is handled from the event loop, since a handler may
-/// show a message box: the box's own loop must not delete the socket while the socket's code is on
-/// the stack.
+/// Stops reading until the request is handled, and for good if it is answered: a peer may close its
+/// half of the connection after the request, and reading that end would make QTcpSocket drop the
+/// answer. To stop at once, the socket must be told within its signal that its buffer is full. The
+/// request is handled from the event loop, since a handler may show a message box, whose own loop
+/// must not delete the socket while the socket's code is on the stack.
 void ConnectionSocket::handOn()
 {
     m_pause.setInterval(0);
@@ -139,8 +138,8 @@ void ConnectionSocket::written()
     }
 }
 
-/// Gives the system what it takes at once, so that what a handler does after its answer does not
-/// hold it up, but no more pieces than let the others wait a little.
+/// Gives the system what it takes at once, lest what the handler does next hold the answer up, but
+/// only so many pieces that other connections wait a little.
 void ConnectionSocket::sendMore()
 {
     constexpr int PiecesAtOnce = 16;

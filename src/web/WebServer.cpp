@@ -8,6 +8,7 @@
 #include "web/clsWebSite.h"
 
 #include <limits>
+#include <string>
 
 using namespace Qt::StringLiterals;
 

@@ -30,10 +30,9 @@ public:
     /// answer for 60 s.
     void lookAfter();
 
-    /// Gives connections that wait to free elements, the lowest first. Where none is free, of those
-    /// that have had no answer for at least 30 s the one that has been silent the longest makes
-    /// place: a few bytes now and then hold none. Those that find none wait on, and are neither
-    /// accepted nor refused.
+    /// Gives waiting connections to free elements, the lowest first. Where none is free, of those
+    /// unanswered for 30 s the longest silent makes place; a byte now and then saves none.
+    /// Connections that find no element wait on, neither accepted nor refused.
     void wsckNewConnections_ConnectionRequest();
     void wsckConnections_DataArrival(std::size_t index);
 

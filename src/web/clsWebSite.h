@@ -33,13 +33,15 @@ public:
     clsWebSite &operator=(const clsWebSite &) = delete;
     ~clsWebSite() = default;
 
-    const PageCollection &Pages() const { return m_pages; }
     iWebPage &Page(PageKey key) const;
     void RefreshAllPages();
 
     /// Takes what has arrived on the connection as one request and answers it, if it is one that
     /// is answered. A failure is recorded and leaves the connection open.
     void ParseRequest(ConnectionSocket &socket);
+
+    // Of the interface, without a user here.
+    const PageCollection &Pages() const { return m_pages; }
 
 private:
     PageCollection m_pages;

@@ -6,7 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <sys/eventfd.h>
-#include <unistd.h>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 

@@ -1,8 +1,8 @@
 #include "platform/linux/LinuxWindows.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
+#include <string_view>
 #include <xcb/xcb_icccm.h>
 
 namespace platform {
@@ -11,10 +11,7 @@ namespace {
 
 struct Free
 {
-    void operator()(void *memory) const
-    {
-        std::free(memory);
-    } // NOLINT(cppcoreguidelines-no-malloc)
+    void operator()(void *memory) const { std::free(memory); }
 };
 
 template <typename Reply>
