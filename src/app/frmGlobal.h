@@ -13,8 +13,7 @@ class frmGlobal final : public iGlobalForm
 public:
     frmGlobal();
 
-    /// Makes the pool of connection sockets. A failing one is shown with Retry and Cancel; Cancel
-    /// leaves it and the ones after it missing.
+    /// Counts heartbeats from 1 and makes the web server's pool.
     void Form_Load();
 
     /// Every tick refreshes the visible panel; every sixth, about every 3 s, lets the supervisor

@@ -14,6 +14,6 @@ void SettingBase::noteStored()
 void SettingBase::noteLet() const
 {
     if (const clsOptions *const options = gRoot->Options()) {
-        options->Notify(*this);
+        options->notify(*this);
     }
 }

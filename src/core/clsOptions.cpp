@@ -228,7 +228,7 @@ void clsOptions::tmrSave_Timer()
     }
 }
 
-void clsOptions::Notify(const SettingBase &changed) const
+void clsOptions::notify(const SettingBase &changed) const
 {
     if (m_observer != nullptr) {
         m_observer(changed);

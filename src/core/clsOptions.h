@@ -50,7 +50,7 @@ public:
     /// Is told of every setting that Let() has changed, at once.
     using Observer = void (*)(const SettingBase &);
     void setObserver(Observer observer) { m_observer = observer; }
-    void Notify(const SettingBase &changed) const;
+    void notify(const SettingBase &changed) const;
 
     Setting<QString> AdminUserName{QStringLiteral("Admin")};
     Setting<QString> AdminPassword;

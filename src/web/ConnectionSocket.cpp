@@ -4,6 +4,7 @@
 #include "core/basTraps.h"
 #include "core/clsZebek.h"
 #include "platform/Machine.h"
+#include "web/Website.h"
 
 #include <QScopedValueRollback>
 
@@ -174,7 +175,7 @@ bool ConnectionSocket::writeNextPiece()
 {
     QByteArray piece = std::exchange(m_head, {});
     if (piece.isEmpty() && m_content) {
-        const bool read = trap({"Website", "SendFile", "Root Object"}, [&] {
+        const bool read = trap(Website("SendFile"), [&] {
             piece = m_content->next();
             return true;
         });

@@ -2,6 +2,7 @@
 
 #include "core/basNumbers.h"
 #include "core/basTraps.h"
+#include "web/Website.h"
 #include "web/clsWebServerRequest.h"
 
 #include <QString>
@@ -68,6 +69,6 @@ template <typename Body>
 QString trapUpdate(const char *routine, Body body)
 {
     QString message = UpdateFailed;
-    trap(Routine{"Website", routine, "Root Object"}, [&] { message = body(); });
+    trap(Website(routine), [&] { message = body(); });
     return message;
 }

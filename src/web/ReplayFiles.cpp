@@ -7,6 +7,7 @@
 #include "platform/CodePage.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
+#include "web/Website.h"
 #include "web/clsWebServerRequest.h"
 
 #include <QDir>
@@ -21,8 +22,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr Module Here{"Website", "Root Object"};
 
 bool isPlainFileName(const QString &name)
 {
@@ -110,7 +109,7 @@ std::optional<QString> fnDownloadName(const QString &address)
 
 bool RemoveReplay(const QString &name)
 {
-    return trap(Here("RemoveReplay"), [&] {
+    return trap(Website("RemoveReplay"), [&] {
         if (!name.contains(".rpf"_L1)) {
             return false;
         }
@@ -127,7 +126,7 @@ QString DeleteReplays(const clsWebServerRequest &request)
 {
     const QString prefix = u"DELFILE"_s;
     int count = 0;
-    const bool done = trap(Here("DeleteReplays"), [&] {
+    const bool done = trap(Website("DeleteReplays"), [&] {
         for (const QString &field : request.FieldNames()) {
             if (field.startsWith(prefix) &&
                 RemoveReplay(field.mid(prefix.size()).replace(u'+', u' '))) {

@@ -12,6 +12,7 @@
 #include "web/ConnectionSocket.h"
 #include "web/ReplayFiles.h"
 #include "web/UpdateForms.h"
+#include "web/Website.h"
 #include "web/clsWebServerRequest.h"
 #include "web/pages/PageText.h"
 #include "web/pages/UpdatePage.h"
@@ -36,8 +37,6 @@ namespace {
 
 using enum PageKey;
 
-constexpr Module Here{"Website", "Root Object"};
-
 constexpr qsizetype RouteLength = 8;
 constexpr qsizetype LongestNameTold = 256;
 constexpr int LogInPage = 1000;
@@ -59,18 +58,18 @@ bool fnCheckCredentials(const QString &user, const QString &password)
 
 void SendStraightText(ConnectionSocket &socket, const QByteArray &text)
 {
-    trap(Here("SendStraightText"), [&] { socket.send(text); });
+    trap(Website("SendStraightText"), [&] { socket.send(text); });
 }
 
 void SendStraightPage(ConnectionSocket &socket, int resource)
 {
-    trap(Here("SendStraightPage"),
+    trap(Website("SendStraightPage"),
          [&] { socket.send(platform::toCodePage(page::text(resource))); });
 }
 
 void SendRedirect(QString url, ConnectionSocket &socket)
 {
-    trap(Here("SendRedirect"), [&] {
+    trap(Website("SendRedirect"), [&] {
         url.remove(u'\r').remove(u'\n'); // they would make header lines of it
         socket.send("HTTP/1.1  307 Temporary Redirect" + LineEnd +
                     "Location: " + platform::toCodePage(url) + LineEnd + LineEnd);
@@ -80,12 +79,12 @@ void SendRedirect(QString url, ConnectionSocket &socket)
 /// Null when the file cannot be read.
 std::unique_ptr<FileContent> SendFile(const QString &path)
 {
-    return trap(Here("SendFile"), [&] { return std::make_unique<FileContent>(path); });
+    return trap(Website("SendFile"), [&] { return std::make_unique<FileContent>(path); });
 }
 
 void SendHeaderWithFile(const char *contentType, ConnectionSocket &socket, const QString &path)
 {
-    trap(Here("SendHeaderWithFile"), [&] {
+    trap(Website("SendHeaderWithFile"), [&] {
         socket.send("HTTP/1.1 200 OK" + LineEnd + "Content-Type: " + contentType + LineEnd +
                         LineEnd,
                     SendFile(path), LineEnd + LineEnd);
@@ -95,7 +94,7 @@ void SendHeaderWithFile(const char *contentType, ConnectionSocket &socket, const
 QString ServerStatusGif()
 {
     const clsOptions &options = *gRoot->Options();
-    return trap(Here("ServerStatusGif"), [&] {
+    return trap(Website("ServerStatusGif"), [&] {
         const clsProcess *const process = server().Process();
         const bool alive = process != nullptr && process->StillActive() &&
                            server().Status() != ServerQueryStatus::Dead;
@@ -399,7 +398,7 @@ iWebPage &clsWebSite::Page(PageKey key) const
 
 void clsWebSite::RefreshAllPages()
 {
-    trap(Here("RefreshAllPages"), [this] {
+    trap(Website("RefreshAllPages"), [this] {
         for (const PageEntry &entry : m_pages) {
             entry.page->Refresh();
         }
@@ -409,7 +408,7 @@ void clsWebSite::RefreshAllPages()
 /// What fails here is the search for a file that anybody can name; the rest has its own traps.
 void clsWebSite::ParseRequest(ConnectionSocket &socket)
 {
-    trap({"Website", "ParseRequest", "Root Object", /*byStrangers=*/true}, [&] {
+    trap({Website.name, "ParseRequest", Website.id, /*byStrangers=*/true}, [&] {
         clsWebServerRequest request;
         request.ParseRequest(platform::fromCodePage(socket.data()));
         answerOf(request)(request, socket);

@@ -7,6 +7,7 @@
 
 #include <QCryptographicHash>
 #include <QFile>
+#include <QHash>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -63,6 +64,10 @@ QString meaning(QStringView placeholder, const QString &argument)
 
 QString text(const QString &name)
 {
+    static QHash<QString, QString> loaded;
+    if (const auto known = loaded.constFind(name); known != loaded.constEnd()) {
+        return *known;
+    }
     static const QRegularExpression placeholder(u"\\{(menu|include|hash):([^}]*)\\}\\n?"_s);
     QFile file(u":/pages/"_s + name);
     file.open(QIODevice::ReadOnly);
@@ -71,6 +76,7 @@ QString text(const QString &name)
         text.replace(found.capturedStart(), found.capturedLength(),
                      meaning(found.capturedView(1), found.captured(2)));
     }
+    loaded.insert(name, text);
     return text;
 }
 
