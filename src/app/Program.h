@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 class clsTrackStats;
 
@@ -25,7 +26,7 @@ public:
     /// steps undone. Without the game's program beside ours it says so and ends the process.
     void Start();
     void Quit() override;
-    /// The same when nobody can be asked, and in any case: a failing save is recorded.
+    /// The same when nobody can be asked: a failing save is recorded, and the process ends.
     void quitUnattended();
 
     clsErrors *Errors() const override { return m_errors.get(); }

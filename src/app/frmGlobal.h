@@ -16,9 +16,9 @@ public:
     /// Counts heartbeats from 1 and makes the web server's pool.
     void Form_Load();
 
-    /// Every tick refreshes the visible panel; every sixth, about every 3 s, lets the supervisor
-    /// look after the game server. A failure in one duty is recorded and hinders neither the other
-    /// nor the next tick.
+    /// Every tick refreshes the visible panel; every sixth, about every 3 s, marks the public page
+    /// stale and lets the supervisor and the web server look after what they have. A failure in one
+    /// duty is recorded and hinders neither the others nor the next tick.
     void tmrHeartbeat_Timer();
 
     QString DefaultLocalIP() const override;

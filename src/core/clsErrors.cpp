@@ -62,10 +62,11 @@ void clsErrors::tmrMinute_Timer()
     tmrMinute.setInterval(0);
     const qint64 leftOut = std::exchange(m_byStrangers, 0) - MostOfStrangers;
     if (leftOut > 0) {
-        recordFailure({"Error Log", "tmrMinute_Timer", "None"},
-                      {platform::Failure::Overflow,
-                       u"%1 more failures that requests caused within this minute "
-                       "were left out"_s.arg(leftOut)});
+        recordFailure(
+            {"Error Log", "tmrMinute_Timer", "None"},
+            {platform::Failure::Overflow,
+             u"%1 more failures that requests caused within this minute were left out"_s.arg(
+                 leftOut)});
     }
 }
 

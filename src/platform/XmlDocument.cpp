@@ -4,6 +4,7 @@
 
 #include <QFile>
 
+#include <cstdlib>
 #include <functional>
 #include <libxml/tree.h>
 #include <libxml/xmlsave.h>

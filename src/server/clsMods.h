@@ -40,7 +40,7 @@ public:
 
     /// In the order in which the file system lists their folders.
     const std::vector<std::unique_ptr<clsModInfo>> &Mods() const { return m_mods; }
-    const std::vector<clsModInfo *> &ActiveMods() const { return m_active; }
+    const std::vector<clsModInfo *> &activeMods() const { return m_active; }
     clsModInfo *FirstActiveMod() const { return m_active.empty() ? nullptr : m_active.front(); }
     clsModInfo *LastActiveMod() const { return m_active.empty() ? nullptr : m_active.back(); }
 

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int KeyRole = Qt::UserRole;
-const QLatin1String SeparatorKey("Separator");
+constexpr QLatin1String SeparatorKey = "Separator"_L1;
 constexpr int SeparatorLength = 36;
 
 constexpr Module Here{"Server Options Panel", "Unknown"};
@@ -72,7 +72,7 @@ void addSeparator(QListWidget &list)
 /// What the rows show, in order. Null is the separator.
 std::vector<const clsModInfo *> modsInOrder(const clsMods &mods)
 {
-    std::vector<const clsModInfo *> rows(mods.ActiveMods().begin(), mods.ActiveMods().end());
+    std::vector<const clsModInfo *> rows(mods.activeMods().begin(), mods.activeMods().end());
     rows.push_back(nullptr);
     for (const auto &mod : mods.Mods()) {
         if (!mod->Active) {

@@ -66,8 +66,7 @@ QString Update_ModList(const clsWebServerRequest &request)
     return trapUpdate("Update_ModList", [&] {
         if (serverIsHeld()) {
             return u"Please stop the GR server when attempting to edit the mods list. Changes will "
-                   u"not "
-                   "be saved.<br><center><input type=\"button\" value=\"Close\" "
+                   "not be saved.<br><center><input type=\"button\" value=\"Close\" "
                    "onclick=\"javascript:window.close();\"></center>"_s;
         }
         clsMods mods;

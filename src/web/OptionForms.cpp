@@ -43,35 +43,33 @@ constexpr Field SystemFields[] = {
     {"AdminPW", &clsOptions::AdminPassword},
 };
 
-/// Stores a form whose page is rendered afterwards.
-template <std::size_t Count>
+constexpr auto StoreAndRender = [](auto &setting, const auto &value) { setting.Let(value); };
+/// For a form whose page is rendered afterwards.
+constexpr auto StoreOnly = [](auto &setting, const auto &value) { setting.Ex(value); };
+
+template <std::size_t Count, typename Store>
 QString storeOptions(const char *routine, const clsWebServerRequest &request,
-                     const Field (&fields)[Count])
+                     const Field (&fields)[Count], Store store)
 {
-    return trapUpdate(routine, [&] {
-        return storeForm(request, *gRoot->Options(), fields,
-                         [](auto &setting, const auto &value) { setting.Ex(value); });
-    });
+    return trapUpdate(routine,
+                      [&] { return storeForm(request, *gRoot->Options(), fields, store); });
 }
 
 } // namespace
 
 QString Update_ReplayConfig(const clsWebServerRequest &request)
 {
-    return trapUpdate("Update_ReplayConfig", [&] {
-        return storeForm(request, *gRoot->Options(), ReplayFields,
-                         [](auto &setting, const auto &value) { setting.Let(value); });
-    });
+    return storeOptions("Update_ReplayConfig", request, ReplayFields, StoreAndRender);
 }
 
 QString Update_ServerControlConfig(const clsWebServerRequest &request)
 {
-    return storeOptions("Update_ServerControlConfig", request, ServerControlFields);
+    return storeOptions("Update_ServerControlConfig", request, ServerControlFields, StoreOnly);
 }
 
 QString Update_StatusOptionsConfig(const clsWebServerRequest &request)
 {
-    return storeOptions("Update_StatusOptionsConfig", request, StatusFields);
+    return storeOptions("Update_StatusOptionsConfig", request, StatusFields, StoreOnly);
 }
 
 /// A log-in without a name or a password, as a form that was cut has it, would let nobody in.
@@ -79,9 +77,8 @@ QString Update_SystemOptionsConfig(const clsWebServerRequest &request)
 {
     for (const char *const field : {"AdminUN", "AdminPW"}) {
         if (request.FormField(QLatin1String(field)).isEmpty()) {
-            return u"Please enter a user name and a password. Nothing was "
-                   "changed<br>"_s;
+            return u"Please enter a user name and a password. Nothing was changed<br>"_s;
         }
     }
-    return storeOptions("Update_SystemOptionsConfig", request, SystemFields);
+    return storeOptions("Update_SystemOptionsConfig", request, SystemFields, StoreOnly);
 }

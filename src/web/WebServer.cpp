@@ -9,6 +9,7 @@
 
 #include <limits>
 #include <string>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 

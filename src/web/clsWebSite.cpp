@@ -30,6 +30,7 @@
 #include <algorithm>
 #include <optional>
 #include <span>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -394,6 +395,13 @@ clsWebSite::clsWebSite()
 iWebPage &clsWebSite::Page(PageKey key) const
 {
     return *std::ranges::find(m_pages, key, &PageEntry::key)->page;
+}
+
+iWebPage *clsWebSite::Page(const QString &name) const
+{
+    const auto *const entry = std::ranges::find_if(
+        m_pages, [&](const PageEntry &page) { return name == QLatin1String(page.name); });
+    return entry == m_pages.end() ? nullptr : entry->page.get();
 }
 
 void clsWebSite::RefreshAllPages()

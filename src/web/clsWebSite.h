@@ -11,11 +11,10 @@ class ConnectionSocket;
 /// The web site: answers every request on the connection that brought it.
 ///
 /// Anybody gets the public page, the log-in page, the redirect to the image of the server's state
-/// and the error log. Replays are sent to who has the administrator's password in
-/// the address. Everything else is posted, and every post carries name and password in fields of
-/// its form: no log-in is kept. While no name or no password is stored, nobody is let in. Texts and
-/// pages are sent bare, without a status line and headers; the end of an answer is the end of its
-/// connection.
+/// and the error log. Replays are sent to who has the administrator's password in the address.
+/// Everything else is posted, and every post carries name and password in fields of its form: no
+/// log-in is kept. While no name or no password is stored, nobody is let in. Texts and pages are
+/// sent bare, without a status line and headers; the end of an answer is the end of its connection.
 class clsWebSite
 {
 public:
@@ -42,6 +41,8 @@ public:
 
     // Of the interface, without a user here.
     const PageCollection &Pages() const { return m_pages; }
+    /// Null where no page has that name.
+    iWebPage *Page(const QString &name) const;
 
 private:
     PageCollection m_pages;

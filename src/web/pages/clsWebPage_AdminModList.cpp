@@ -36,7 +36,7 @@ QString clsWebPage_AdminModList::build() const
     const QString availableCells = u"<td class=\"modline activate\" colspan=\"3\">"_s +
                                    button("  Activate  ", "Activate") + u"</td>"_s;
     QString page = page::text(3600);
-    for (const clsModInfo *const mod : mods.ActiveMods()) {
+    for (const clsModInfo *const mod : mods.activeMods()) {
         page += form(*mod, activeCells);
     }
     page += u"<table><tr><td class=\"available\" colspan=\"4\">Available "

@@ -71,7 +71,7 @@ QString modRows()
     clsMods mods;
     mods.Load();
     QString rows = page::row(u"<span class=\"ModsTitle\">Active Mods</span>"_s);
-    for (const clsModInfo *const mod : mods.ActiveMods()) {
+    for (const clsModInfo *const mod : mods.activeMods()) {
         rows += page::row(page::disabledCheckBox(true, mod->Name()));
     }
     rows += page::row(u"<hr>Available Mods"_s);
