@@ -168,7 +168,7 @@ void Program::watchStatistics() const
 void Program::autoStartServer() const
 {
     if (m_options->AutoStartGRServer()) {
-        m_globalForm->uctlGRServer.StartGRServer(m_options->FindGRServer());
+        m_globalForm->uctlGRServer.autoStart();
     }
 }
 

@@ -80,6 +80,7 @@ constexpr char QtsOwnEventLoop[] = "QT_NO_GLIB";
 
 int main(int argc, char *argv[])
 {
+    platform::secureStandardStreams();
     qputenv(QtsOwnEventLoop, "1");
     qInstallMessageHandler(takeMessage);
     QApplication application(argc, argv);

@@ -199,9 +199,12 @@ void clsOptions::loadSetting(XmlDocument &document, const Row &row)
 
 void clsOptions::Save()
 {
-    if (const std::optional<XmlDocument> document = toXml()) {
-        runWithRetry(Here("Class_Terminate"), [&] { write(*document); });
-    }
+    runWithRetry(Here("Class_Terminate"), [this] {
+        // Anew at each try: while the box was open, others may have changed and saved settings.
+        if (const std::optional<XmlDocument> document = toXml()) {
+            write(*document);
+        }
+    });
 }
 
 bool clsOptions::saveUnattended()

@@ -34,6 +34,9 @@ Failure fileFailure(const QFileDevice &file)
 
 QByteArray readFile(const QString &path, qint64 atMost)
 {
+    if (const QFileInfo entry(path); entry.exists() && !entry.isFile() && !entry.isDir()) {
+        throw Failure(Failure::PathAccess, u"%1: Not a file"_s.arg(path)); // a pipe makes wait
+    }
     QFile file(path);
     QByteArray content;
     if (file.open(QIODevice::ReadOnly)) {

@@ -14,6 +14,11 @@ bool showFolder(const QString &folder);
 /// code that it has no text for. The text may end in a line break.
 QString systemMessage(std::uint32_t code);
 
+/// Keeps what is written to the standard streams harmless: a stream that was closed would be the
+/// next file or socket that is opened, and one whose reader has gone would end the process. To be
+/// called before anything else.
+void secureStandardStreams();
+
 /// Writes a line to the standard error, if somebody takes it at once: a reader that stopped must
 /// not stop this program. Of a long text the beginning is written.
 void tellOnStandardError(const QString &text);

@@ -1,8 +1,8 @@
 #include "platform/XmlDocument.h"
 
+#include "platform/Failure.h"
+#include "platform/Files.h"
 #include "platform/XmlParser.h"
-
-#include <QFile>
 
 #include <cstdlib>
 #include <functional>
@@ -169,15 +169,11 @@ XmlDocument XmlDocument::create(const char *rootName)
 
 std::optional<XmlDocument> XmlDocument::load(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    try {
+        return parse(readFile(path));
+    } catch (const Failure &) {
         return std::nullopt;
     }
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        return std::nullopt;
-    }
-    return parse(bytes);
 }
 
 std::optional<XmlDocument> XmlDocument::parse(const QByteArray &bytes)

@@ -63,11 +63,13 @@ QByteArray readUnchanged(const QFileInfo &entry)
 }
 
 /// The cache has the time at which the last match was recorded. What the game wrote until then is
-/// that match's replay or an earlier one's, kept or not wanted.
+/// that match's replay or an earlier one's, kept or not wanted. A time in the future, as a clock
+/// that was put back leaves it, tells nothing.
 bool isOfRecordedMatch(const QDateTime &changed)
 {
     const QFileInfo cache(gRoot->StatsCacheFileName());
-    return cache.isFile() && changed <= cache.lastModified();
+    const QDateTime recorded = cache.lastModified();
+    return cache.isFile() && recorded <= gRoot->Machine().clock.now() && changed <= recorded;
 }
 
 } // namespace

@@ -30,7 +30,10 @@ QString commandLine()
 {
     // Only where the system is not Windows can a path hold a quote.
     const QString program = fnGamePath(u"GhostRecon.exe"_s).replace(u'"', u"\"\""_s);
-    return u"\"%1\" -autoserve %2"_s.arg(program, gRoot->Options()->ServerCommandLineArgs());
+    // Those of a settings file laid out by hand stand on lines of their own.
+    const QString arguments =
+        QString(gRoot->Options()->ServerCommandLineArgs()).replace(u'\n', u' ');
+    return u"\"%1\" -autoserve %2"_s.arg(program, arguments);
 }
 
 /// A process of this directory's program that this user may not open.
@@ -113,6 +116,11 @@ QString ctlGRServer::ProcessStatusText() const
 bool ctlGRServer::StartGRServer(bool in_blnCheckForServer)
 {
     return start(in_blnCheckForServer, clsProcess::Attempt::Single);
+}
+
+void ctlGRServer::autoStart()
+{
+    startOwed(Owed::AutoStart, gRoot->Options()->FindGRServer());
 }
 
 bool ctlGRServer::start(bool checkForServer, clsProcess::Attempt attempt)
@@ -290,7 +298,7 @@ void ctlGRServer::supervise()
         noteEnd();
         Disconnect();
         if (options.AutoRestartOnProcessStop()) {
-            restart(Owed::RestartOfEnded);
+            startOwed(Owed::RestartOfEnded, true);
         }
     }
 }
@@ -318,6 +326,8 @@ bool ctlGRServer::isStillOwed() const
         return false;
     case Owed::Start:
         return true;
+    case Owed::AutoStart:
+        return options.AutoStartGRServer();
     case Owed::RestartOfEnded:
         return options.AutoRestartOnProcessStop();
     case Owed::RestartOfHung:
@@ -326,10 +336,10 @@ bool ctlGRServer::isStillOwed() const
     return false;
 }
 
-void ctlGRServer::restart(Owed reason)
+void ctlGRServer::startOwed(Owed reason, bool checkForServer)
 {
     m_owed = reason;
-    start(true, clsProcess::Attempt::OneOfMany);
+    start(checkForServer, clsProcess::Attempt::OneOfMany);
 }
 
 void ctlGRServer::noteEnd()
@@ -442,7 +452,7 @@ void ctlGRServer::restartHungServer()
         const bool stopped = StopGRServer();
         m_owed = Owed::RestartOfHung; // also where it could not be stopped
         if (stopped) {
-            restart(m_owed);
+            startOwed(m_owed, true);
         }
     }
 }

@@ -33,9 +33,9 @@
 /// without a window yet is waited for, ServerStartupTimeout at most; beside another user's, which
 /// cannot be taken over, none is started.
 ///
-/// What supervise() restarts and the restart of a hung server are owed: one that fails is tried
-/// again at every look, until it succeeds, the server is found, somebody stops it, or the option
-/// goes off.
+/// The start with the program, what supervise() restarts and the restart of a hung server are owed:
+/// one that fails is tried again at every look, until it succeeds, the server is found, somebody
+/// stops it, or the option goes off.
 ///
 /// The options are read when they are needed, so that a change counts from the next use on. No
 /// operation throws; a failure is recorded and reads as false.
@@ -72,6 +72,9 @@ public:
     /// its process shows that it is this directory's, with `in_blnCheckForServer` by its window
     /// alone. True also while one that has no window yet is waited for.
     bool StartGRServer(bool in_blnCheckForServer);
+    /// Starts the server, or takes over a running one, as the settings have it at the start of the
+    /// program.
+    void autoStart();
     /// Stops the held server; blocks for up to 5 s. When it cannot be stopped an empty process
     /// stays held. Nothing is owed any more.
     bool StopGRServer();
@@ -104,7 +107,7 @@ public:
 
 private:
     /// What is to be done at the next look, while no server is held.
-    enum class Owed { Nothing, Start, RestartOfEnded, RestartOfHung };
+    enum class Owed { Nothing, Start, AutoStart, RestartOfEnded, RestartOfHung };
     /// What is known of a server that does not answer.
     struct Silence
     {
@@ -125,7 +128,7 @@ private:
     bool start(bool checkForServer, clsProcess::Attempt attempt);
     void requestTimedOut(qint64 lateness);
     void restartHungServer();
-    void restart(Owed reason);
+    void startOwed(Owed reason, bool checkForServer);
     bool payOwed();
     bool isStillOwed() const;
     bool waitsForWindow(platform::ProcessId process);

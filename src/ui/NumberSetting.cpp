@@ -5,6 +5,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QTimer>
 
 #include <utility>
 
@@ -22,7 +23,9 @@ NumberSetting::NumberSetting(QLineEdit *box, QLabel *label, std::int32_t largest
 
 void NumberSetting::fill()
 {
+    m_filling = true;
     show(fnToText(m_value.read()));
+    m_filling = false;
 }
 
 void NumberSetting::show(const QString &number)
@@ -59,7 +62,11 @@ void NumberSetting::refuse(const QString &message)
     if (m_complained) {
         return;
     }
-    showMessage(message);
+    if (m_filling) { // nobody has typed it; whoever fills the panel, as the start does, goes on
+        QTimer::singleShot(0, this, [message] { showMessage(message); });
+    } else {
+        showMessage(message);
+    }
     m_complained = true;
     fill();
     m_complained = false;

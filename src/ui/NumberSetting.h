@@ -18,7 +18,7 @@ public:
     NumberSetting(QLineEdit *box, QLabel *label, std::int32_t largest, QString rangeMessage,
                   SettingValue<std::int32_t> value);
 
-    /// A stored value that is out of range is complained about, as if it were typed.
+    /// A stored value that is out of range is complained about, as if it were typed, but later.
     void fill() override;
 
 protected:
@@ -35,5 +35,6 @@ private:
     std::int32_t m_largest;
     QString m_rangeMessage;
     SettingValue<std::int32_t> m_value;
+    bool m_filling = false;
     bool m_complained = false; ///< while the stored value is put back
 };

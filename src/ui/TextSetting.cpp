@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <limits>
 #include <utility>
 
 TextSetting::TextSetting(QLineEdit *box, QLabel *label, SettingValue<QString> value)
@@ -10,6 +11,7 @@ TextSetting::TextSetting(QLineEdit *box, QLabel *label, SettingValue<QString> va
 {
     label->setBuddy(box);
     box->setAccessibleName(label->text());
+    box->setMaxLength(std::numeric_limits<int>::max()); // what were cut here would be stored so
     connect(box, &QLineEdit::textChanged, this,
             [this](const QString &text) { m_value.write(text); });
 }

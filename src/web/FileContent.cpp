@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qint64 PieceSize = qint64{64} * 1024;
@@ -38,7 +40,10 @@ QByteArray FileContent::read(qint64 size)
 {
     QByteArray piece(size, Qt::Uninitialized);
     if (m_file.read(piece.data(), size) != size) {
-        throw platform::fileFailure(m_file);
+        throw m_file.error() == QFileDevice::NoError
+            ? platform::Failure(platform::Failure::PathAccess,
+                                u"%1: Shorter than it was"_s.arg(m_file.fileName()))
+            : platform::fileFailure(m_file);
     }
     return piece;
 }

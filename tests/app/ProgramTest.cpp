@@ -56,19 +56,38 @@ TEST_F(ProgramTest, AFailingStepIsRepeatedOnRetryAndEndsTheStartOnCancel)
     EXPECT_EQ(root->GlobalForm()->tmrHeartbeat.Interval(), 500);
 }
 
+TEST_F(ProgramTest, NeitherAServerThatCannotBeStartedNorABadSettingHoldsItUp)
+{
+    fake.system.startFails = true;
+    startWith("<RemoteAccessPort>99999</RemoteAccessPort>");
+    EXPECT_EQ(root->GlobalForm()->tmrHeartbeat.Interval(), 500);
+    EXPECT_TRUE(fake.boxes.boxes.empty());
+    QApplication::processEvents();
+    EXPECT_EQ(fake.boxes.boxes.size(), 1);
+    fake.clock.advance(6000);
+    EXPECT_EQ(recordCount(), 1);
+    fake.system.startFails = false;
+    fake.clock.advance(3000);
+    EXPECT_TRUE(server().Connected());
+}
+
 TEST_F(ProgramTest, QuitSavesTheOptionsOnceAndLeavesTheServerAlone)
 {
     root->Start();
     const FakeSystem::Id id = server().Process()->PID();
     root->Options()->ReplayCount.Let(7);
-    // The box about the full disk runs an event loop, in which the operator closes the window.
+    // The box about the full disk runs an event loop, in which the web site changes a setting and
+    // the operator closes the window.
     fake.files.failAt = 1;
     fake.boxes.answers = {platform::RetryButton};
-    fake.boxes.whileOpen = [this] { root->MainWindow()->close(); };
+    fake.boxes.whileOpen = [this] {
+        root->Options()->ReplayCount.Ex(8);
+        root->MainWindow()->close();
+    };
     QTest::mouseClick(child<QPushButton>("cmdQuit"), Qt::LeftButton);
     EXPECT_EQ(fake.boxes.boxes.size(), 1);
     EXPECT_EQ(fake.processEnd.ends, 1);
-    EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>7</ReplayCount>"));
+    EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>8</ReplayCount>"));
     EXPECT_FALSE(fake.system.processes.at(id).ended);
     EXPECT_TRUE(fake.system.closeRequests.empty());
 }

@@ -161,6 +161,8 @@ TEST_F(recordsTest, EachNewMatchIsArchivedOnce)
 
     // Nothing is compared while replays are not recorded; then the last match counts.
     root->Options()->RecordReplays.Let(false);
+    writeAt(u"ZEBEKSCache.dat"_s, page(Rows),
+            u"2100-01-01T00:00:00"_s); // by a clock put back since
     writePage(page(Rows + "<TR>\r\n" + Rows, "x", "Farm"));
     tick();
     EXPECT_EQ(archive().size(), 1);

@@ -44,10 +44,6 @@ void LinuxProcessEnd::onRequest(std::function<void()> quit)
         quit();
     });
 
-    // Writing to a pipe without a reader, or beyond a limit, is a failure like others.
-    for (const int signal : {SIGPIPE, SIGXFSZ}) {
-        static_cast<void>(std::signal(signal, SIG_IGN));
-    }
     struct sigaction action = {};
     action.sa_handler = noteSignal;
     action.sa_flags = SA_RESTART;

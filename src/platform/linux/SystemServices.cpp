@@ -6,6 +6,8 @@
 #include <QUrl>
 
 #include <climits>
+#include <csignal>
+#include <fcntl.h>
 #include <poll.h>
 #include <system_error>
 #include <unistd.h>
@@ -21,6 +23,19 @@ QString systemMessage(std::uint32_t code)
 {
     const std::optional<int> error = errorOf(code);
     return error ? QString::fromStdString(std::generic_category().message(*error)) : QString();
+}
+
+void secureStandardStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(stream, F_GETFD) < 0) {
+            static_cast<void>(::open("/dev/null", O_RDWR)); // as the lowest that is free: this one
+        }
+    }
+    // Writing to a pipe without a reader, or beyond a limit, is a failure like others.
+    for (const int signal : {SIGPIPE, SIGXFSZ}) {
+        static_cast<void>(std::signal(signal, SIG_IGN));
+    }
 }
 
 void tellOnStandardError(const QString &text)

@@ -32,6 +32,9 @@ QString systemMessage(std::uint32_t code)
     return fromAnsi(text.data(), static_cast<qsizetype>(length));
 }
 
+/// Neither happens there.
+void secureStandardStreams() {}
+
 /// A program with windows has none unless it is given one.
 void tellOnStandardError(const QString &text)
 {
