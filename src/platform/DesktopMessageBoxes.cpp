@@ -36,10 +36,7 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
     QObject::connect(&box, &QDialog::finished, [&] { m_texts.removeOne(text); });
     waitForTurn();
     m_open = &box;
-    const int pressed = box.exec();
-    m_open.clear();
-
-    switch (pressed) {
+    switch (box.exec()) {
     case QMessageBox::Retry:
         return RetryButton;
     case QMessageBox::Cancel:
@@ -49,9 +46,10 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
     }
 }
 
+/// What opens meanwhile does so in the loop here, and is answered before that loop ends.
 void DesktopMessageBoxes::waitForTurn() const
 {
-    while (!m_open.isNull() && m_open->isVisible()) {
+    if (!m_open.isNull() && m_open->isVisible()) {
         QEventLoop answered;
         QObject::connect(m_open, &QDialog::finished, &answered, &QEventLoop::quit);
         answered.exec();
