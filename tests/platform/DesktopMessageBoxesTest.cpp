@@ -64,11 +64,13 @@ TEST_F(DesktopMessageBoxesTest, ComeOneAtATimeAndATextThatIsThereAlreadyOnlyOnce
 {
     constexpr int Asks = platform::RetryCancel;
     run({{u"A"_s, {{u"B"_s, Asks}, {u"A"_s, 0}, {u"B"_s, Asks}, {u"C"_s, 0}}, QMessageBox::Ok},
-         {u"C"_s, {{u"A"_s, 0}}, QMessageBox::Ok}, // which is answered, and so counts anew
+         {u"C"_s,
+          {{u"A"_s, 0}, {u"B"_s, Asks}},
+          QMessageBox::Ok}, // A is answered, and so counts anew
          {u"A"_s, {}, QMessageBox::Ok},
          {u"B"_s, {}, QMessageBox::Retry}},
         {u"A"_s, platform::OkOnly});
-    EXPECT_EQ(ended.join(u' '), u"A1 B2 A1 C1 B4 A1"_s);
+    EXPECT_EQ(ended.join(u' '), u"A1 B2 B2 A1 C1 B4 A1"_s);
     run({{u"A"_s, {}, QMessageBox::Ok}}, {u"A"_s, platform::OkOnly});
 }
 
@@ -87,10 +89,14 @@ TEST_F(DesktopMessageBoxesTest, ShowPlainTextWithIconAndButtonsAndClosingIsOkOrC
             EXPECT_EQ(box->windowTitle(), u"Title"_s);
             EXPECT_EQ(box->text(), u"<b>\n&"_s);
             EXPECT_EQ(box->textFormat(), Qt::PlainText);
+            EXPECT_EQ(box->textInteractionFlags(), Qt::TextSelectableByMouse);
             EXPECT_EQ(box->icon(), std::get<1>(row));
             EXPECT_EQ(box->standardButtons(), std::get<2>(row));
             box->close();
         });
+        testing::internal::CaptureStderr();
         EXPECT_EQ(boxes.show(u"<b>\r\n&"_s, u"Title"_s, std::get<0>(row)), std::get<3>(row));
+        EXPECT_NE(testing::internal::GetCapturedStderr().find("Title: <b>\n&\n"),
+                  std::string::npos);
     }
 }
