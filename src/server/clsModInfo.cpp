@@ -87,3 +87,8 @@ void clsModInfo::setModPath(const QString &path)
         m_name = item.mid(opening + 1, closing - opening - 1);
     }
 }
+
+QString clsModInfo::shownName() const
+{
+    return m_name.isEmpty() ? ModName.section(u'\\', -1) : m_name;
+}

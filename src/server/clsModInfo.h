@@ -11,6 +11,8 @@ public:
     void setModPath(const QString &path);
     /// Empty for a mod that does not tell its name.
     const QString &Name() const { return m_name; }
+    /// The name to show: that of the folder for a mod that does not tell its own.
+    QString shownName() const;
 
     bool Active = false;
     QString ModName; ///< the key: "\mods\" and the folder's name

@@ -93,6 +93,13 @@ export function startApache(context, game, port, toolPort) {
     context.after(run('/usr/sbin/apache2', ['-DFOREGROUND', '-f', game.path('apache.conf')]));
 }
 
+export async function logIn(page, site, password = credentials.PW) {
+    await page.goto(`${site}/Login`);
+    await page.getByLabel('UserName:').fill(credentials.UserName);
+    await page.getByLabel('Password:').fill(password);
+    await Promise.all([page.waitForEvent('load'), page.getByLabel('Password:').press('Enter')]);
+}
+
 export async function openBrowser(context) {
     // Posted pages are reloaded: an operator's Chromium may ask whether to, and so may this one.
     const browser = await chromium.launch({ executablePath: '/usr/bin/chromium',

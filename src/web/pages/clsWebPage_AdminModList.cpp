@@ -19,7 +19,8 @@ QString form(const clsModInfo &mod, const QString &cells)
     return u"<form name=\"mod\" method=\"POST\" action=\"EditMod\">\n"
            "<input type=\"hidden\" name=\"modname\" value=\""_s +
            mod.ModName + u"\">"_s + page::credentialFields() +
-           u"\n<table><tr><td class=\"modline\">"_s + mod.Name() + u"</td>"_s + cells +
+           u"\n<table role=\"group\" aria-label=\""_s + mod.shownName() +
+           u"\"><tr><td class=\"modline\">"_s + mod.shownName() + u"</td>"_s + cells +
            u"</tr></table>\n</form>\n"_s;
 }
 
@@ -39,7 +40,8 @@ QString clsWebPage_AdminModList::build() const
     for (const clsModInfo *const mod : mods.activeMods()) {
         page += form(*mod, activeCells);
     }
-    page += u"<table><tr><td class=\"available\" colspan=\"4\">Available "
+    page += u"<table role=\"presentation\"><tr><td class=\"available\" colspan=\"4\" "
+            "role=\"heading\" aria-level=\"2\">Available "
             "Mods</td></tr></table>\n"_s;
     for (const auto &mod : mods.Mods()) {
         if (!mod->Active) {

@@ -32,7 +32,8 @@ QString shownNumber(const GameSetting<std::int32_t> &setting)
 
 QString heading(const char *text)
 {
-    return u"<tr><td class=\"heading\">%1</td></tr>\n"_s.arg(QLatin1String(text));
+    return u"<tr><td class=\"heading\" role=\"heading\" aria-level=\"2\">%1</td></tr>\n"_s.arg(
+        QLatin1String(text));
 }
 
 QString general(const clsOptionsXML &options)
@@ -70,14 +71,15 @@ QString modRows()
 {
     clsMods mods;
     mods.Load();
-    QString rows = page::row(u"<span class=\"ModsTitle\">Active Mods</span>"_s);
+    QString rows = page::row(
+        u"<span class=\"ModsTitle\" role=\"heading\" aria-level=\"2\">Active Mods</span>"_s);
     for (const clsModInfo *const mod : mods.activeMods()) {
-        rows += page::row(page::disabledCheckBox(true, mod->Name()));
+        rows += page::row(page::disabledCheckBox(true, mod->shownName()));
     }
     rows += page::row(u"<hr>Available Mods"_s);
     for (const auto &mod : mods.Mods()) {
         if (!mod->Active) {
-            rows += page::row(page::disabledCheckBox(false, mod->Name()));
+            rows += page::row(page::disabledCheckBox(false, mod->shownName()));
         }
     }
     return rows;
@@ -114,8 +116,9 @@ void clsWebPage_AdminServerOptions::Refresh()
 {
     clsOptionsXML options;
     skipFailure([&] { options.Load(); });
-    m_page = platform::toCodePage(page::adminFrame() + page::text(3300) + page::credentialFields() +
-                                  page::text(3301) + general(options) + network(options) +
-                                  u"</table></td>\n<td class=\"mods\"><table class=\"panel\">\n"_s +
-                                  modRows());
+    m_page = platform::toCodePage(
+        page::adminFrame() + page::text(3300) + page::credentialFields() + page::text(3301) +
+        general(options) + network(options) +
+        u"</table></td>\n<td class=\"mods\"><table class=\"panel\" role=\"presentation\">\n"_s +
+        modRows());
 }

@@ -79,8 +79,8 @@ QString runningServer(const ctlServerStatus &status)
            u"<tr><td><hr></td></tr>\n"_s +
            row(cell("version", bold("Version:  ") + status.Version())) +
            row(cell("mods", bold("Active Mods:  ") + activeMods())) +
-           u"</table></td></tr>\n<tr><td><table class=\"game\"><tr>\n"_s + gameNotes(status) +
-           players(status);
+           u"</table></td></tr>\n<tr><td><table class=\"game\" role=\"presentation\"><tr>\n"_s +
+           gameNotes(status) + players(status);
 }
 
 } // namespace
