@@ -25,7 +25,7 @@ QString menu(const QString &shown)
         buttons += u"<input type=\"submit\" class=\"menubutton%1\" name=\"AdminMenu\" "
                    "value=\"%2\"%3>\n"_s.arg(state, value, entry.page ? QString() : u" disabled"_s);
     }
-    return buttons + u"</form>\n</td>\n<td class=\"content\">\n"_s;
+    return buttons + u"</form>\n</td>\n<td class=\"content\" role=\"main\">\n"_s;
 }
 
 QString ticking(bool ticked)
