@@ -74,6 +74,24 @@ TEST_F(DesktopMessageBoxesTest, ComeOneAtATimeAndATextThatIsThereAlreadyOnlyOnce
     run({{u"A"_s, {}, QMessageBox::Ok}}, {u"A"_s, platform::OkOnly});
 }
 
+TEST_F(DesktopMessageBoxesTest, ALongPathIsWrappedAndCopiedAsItIs)
+{
+    const QString path = u"/folder"_s + QString(400, u'ä');
+    QTimer::singleShot(0, [&] {
+        auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(box));
+        EXPECT_LT(box->width(), 640);
+        auto *const label = box->findChild<QLabel *>(u"qt_msgbox_label"_s);
+        EXPECT_GT(label->height(), 3 * label->fontMetrics().height());
+        label->setSelection(0, static_cast<int>(label->text().size()));
+        QTest::keyClick(label, Qt::Key_C, Qt::ControlModifier);
+        box->close();
+    });
+    boxes.show(u"No folder "_s + path, u"Title"_s, platform::OkOnly);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"No folder "_s + path);
+}
+
 TEST_F(DesktopMessageBoxesTest, ShowPlainTextWithIconAndButtonsAndClosingIsOkOrCancel)
 {
     using Shown = QMessageBox;
