@@ -198,6 +198,7 @@ public:
     bool wait(Handle handle, int milliseconds) override
     {
         waits.push_back(milliseconds);
+        whileWaiting();
         const Process process = behind(handle);
         return process.ended || endIf(process.askedToClose && process.closesOnRequest, handle);
     }
@@ -256,6 +257,7 @@ public:
     std::int32_t version = 0;                                   ///< theirs is negative
     QStringList commandLines;
     std::vector<int> waits;
+    std::function<void()> whileWaiting = [] {};
     std::vector<Window> closeRequests;
     int terminations = 0;
     int wrongCloses = 0;

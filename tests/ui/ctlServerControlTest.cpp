@@ -64,6 +64,16 @@ TEST_F(ctlServerControlTest, ScrollBarsAreTurnedRoundAndReachableByKeyboard)
     }
 }
 
+TEST_F(ctlServerControlTest, TheCursorTellsToWaitWhileTheServerIsStopped)
+{
+    const auto waits = [] { return QApplication::overrideCursor() != nullptr; };
+    bool waited = false;
+    fake.system.whileWaiting = [&] { waited = waits(); };
+    QTest::mouseClick(child<QPushButton>("cmdStopGRServer"), Qt::LeftButton);
+    EXPECT_TRUE(waited);
+    EXPECT_FALSE(waits());
+}
+
 TEST_F(ctlServerControlTest, EveryInteractiveControlHasANameAndTakesTheFocus)
 {
     auto *const tabs = child<QTabWidget>("tabMain");
