@@ -193,5 +193,8 @@ void Program::quitUnattended()
     if (m_options) {
         m_options->saveUnattended();
     }
+    if (m_mainWindow) {
+        m_mainWindow->keepPlace();
+    }
     m_machine.processEnd.end();
 }

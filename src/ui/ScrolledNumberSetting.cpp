@@ -1,6 +1,7 @@
 #include "ui/ScrolledNumberSetting.h"
 
 #include "core/basUtilities.h"
+#include "ui/WheelNeedsFocus.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -16,6 +17,9 @@ ScrolledNumberSetting::ScrolledNumberSetting(QLineEdit *box, QScrollBar *scroll,
       m_box(box), m_scroll(scroll)
 {
     scroll->setAccessibleName(label->text());
+    scroll->setFocusPolicy(Qt::ClickFocus); // first, for a proxy gets it, too
+    scroll->setFocusProxy(box);
+    new WheelNeedsFocus(scroll);
     fitScrollBar();
     box->installEventFilter(this);
     connect(scroll, &QScrollBar::valueChanged, this,
@@ -37,6 +41,9 @@ bool ScrolledNumberSetting::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         fitScrollBar();
+    }
+    if (watched == m_box && event->type() == QEvent::Wheel) {
+        return QCoreApplication::sendEvent(m_scroll, event);
     }
     if (watched == m_box && event->type() == QEvent::KeyPress) {
         switch (static_cast<QKeyEvent *>(event)->key()) {

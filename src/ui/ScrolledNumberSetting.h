@@ -6,7 +6,7 @@ class QScrollBar;
 
 /// A number with a vertical scroll bar beside its text box. The scroll bar runs from 0 to the
 /// largest number and is turned round, so that its upper arrow raises the number; the arrow and
-/// page keys in the text box move it.
+/// page keys in the text box move it, and so does the wheel while the box has the focus.
 class ScrolledNumberSetting : public NumberSetting
 {
 public:

@@ -1,5 +1,7 @@
 #include "ui/TextSetting.h"
 
+#include "ui/showText.h"
+
 #include <QLabel>
 #include <QLineEdit>
 
@@ -18,5 +20,5 @@ TextSetting::TextSetting(QLineEdit *box, QLabel *label, SettingValue<QString> va
 
 void TextSetting::fill()
 {
-    m_box->setText(m_value.read());
+    showText(*m_box, m_value.read());
 }

@@ -20,4 +20,10 @@ public:
     virtual void loadMods() {}
     /// The mods that the panel edits; null for a panel without mods.
     virtual const clsMods *ModsList() const { return nullptr; }
+
+    /// Fits what does not follow the font by itself: the boxes of all groups begin in one column.
+    virtual void fitFont();
+
+protected:
+    void changeEvent(QEvent *event) override;
 };

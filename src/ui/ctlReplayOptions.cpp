@@ -17,7 +17,8 @@ void openReplays()
 {
     const QString folder = QFileInfo(gRoot->Options()->ReplayFolder()).absoluteFilePath();
     if (!platform::showFolder(folder)) {
-        showMessage(u"No program was found that shows the folder \"%1\""_s.arg(folder));
+        showMessage(u"No program was found that shows the folder \"%1\""_s.arg(folder),
+                    u"Replay Folder"_s);
     }
 }
 
@@ -26,7 +27,7 @@ void openReplays()
 ctlReplayOptions::ctlReplayOptions() : m_ui(std::make_unique<Ui::ctlReplayOptions>())
 {
     m_ui->setupUi(this);
-    connect(m_ui->lblReplayDirectory, &QLabel::linkActivated, this, openReplays);
+    connect(m_ui->lblReplayDirectory, &Link::clicked, this, openReplays);
     add(new CheckBoxSetting(m_ui->chkRecordReplays, m_ui->lblRecordReplays,
                             bound(&clsOptions::RecordReplays)));
     add(new CheckBoxSetting(m_ui->chkSkipBlankReplays, m_ui->lblSkipBlankReplays,
@@ -50,7 +51,5 @@ void ctlReplayOptions::addReplayCount()
 void ctlReplayOptions::FillFields()
 {
     SettingsPanel::FillFields();
-    const QString &folder = gRoot->Options()->ReplayFolder();
-    m_ui->lblReplayDirectory->setText(u"<a href=\"#folder\">%1</a>"_s.arg(folder.toHtmlEscaped()));
-    m_ui->lblReplayDirectory->setAccessibleName(folder);
+    m_ui->lblReplayDirectory->setText(gRoot->Options()->ReplayFolder());
 }

@@ -7,7 +7,9 @@
 #include "platform/Machine.h"
 #include "server/ctlGRServer.h"
 #include "ui/GameNumberField.h"
+#include "ui/ModDelegate.h"
 #include "ui/SpentKey.h"
+#include "ui/showText.h"
 #include "ui_ctlServerOptions.h"
 
 #include <QSignalBlocker>
@@ -53,9 +55,15 @@ QListWidgetItem *rowOf(const QListWidget &list, const QString &key)
     return nullptr;
 }
 
+/// Of a mod that does not tell its name that of its folder.
+QString shownName(const clsModInfo &mod)
+{
+    return mod.Name().isEmpty() ? mod.ModName.section(u'\\', -1) : mod.Name();
+}
+
 void addMod(QListWidget &list, const clsModInfo &mod)
 {
-    auto *const row = new QListWidgetItem(mod.Name(), &list);
+    auto *const row = new QListWidgetItem(shownName(mod), &list);
     row->setData(KeyRole, mod.ModName);
     row->setCheckState(mod.Active ? Qt::Checked : Qt::Unchecked);
 }
@@ -85,19 +93,8 @@ std::vector<const clsModInfo *> modsInOrder(const clsMods &mods)
 bool isRowOf(const QListWidgetItem &row, const clsModInfo *mod)
 {
     return mod == nullptr ? keyOf(row) == SeparatorKey
-                          : keyOf(row) == mod->ModName && row.text() == mod->Name() &&
+                          : keyOf(row) == mod->ModName && row.text() == shownName(*mod) &&
                                 isChecked(row) == mod->Active;
-}
-
-/// Lets the selected row be grey while the keyboard's focus is elsewhere; little else shows it.
-void showFocus(QListWidget &list)
-{
-    QPalette palette;
-    palette.setColor(QPalette::Inactive, QPalette::Highlight,
-                     list.palette().color(QPalette::Midlight));
-    palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
-                     list.palette().color(QPalette::Text));
-    list.setPalette(palette);
 }
 
 /// A button that is switched off leaves the keyboard's focus to its heir, where it can be seen and
@@ -120,7 +117,7 @@ void showIn(QLineEdit &box, const std::optional<QString> &text)
 {
     box.setMaxLength(
         qMax(box.property(FormLimit).toInt(), static_cast<int>(text.value_or(QString()).size())));
-    box.setText(text.value_or(QString()));
+    showText(box, text.value_or(QString()));
 }
 
 QString valueIn(const QLineEdit &box)
@@ -239,7 +236,7 @@ void ctlServerOptions::tieNumbers()
 void ctlServerOptions::tieMods()
 {
     QListWidget *const list = m_ui->lsvMods;
-    showFocus(*list);
+    list->setItemDelegate(new ModDelegate(list));
     connect(list, &QListWidget::itemChanged, this,
             [this](const QListWidgetItem *row) { setChecked(*row); });
     connect(list, &QListWidget::clicked, this, &ctlServerOptions::UpdateControls);
@@ -248,6 +245,14 @@ void ctlServerOptions::tieMods()
             [this] { moveSelected(&clsMods::DecreaseModPosition); });
     connect(m_ui->cmdDecrease, &QToolButton::clicked, this,
             [this] { moveSelected(&clsMods::IncreaseModPosition); });
+}
+
+void ctlServerOptions::fitFont()
+{
+    ctlPanel::fitFont();
+    for (QToolButton *const arrow : {m_ui->cmdIncrease, m_ui->cmdDecrease}) {
+        arrow->setIconSize(QSize(1, 1) * fontMetrics().height());
+    }
 }
 
 template <typename Action>
@@ -426,7 +431,7 @@ void ctlServerOptions::cmdSave_Click()
     if (!saved) {
         boxes.show(u"Your changes could not be saved. They are still here, and the "
                    "error log tells why."_s,
-                   u"Please note"_s, platform::OkOnly + platform::StopIcon);
+                   u"Server Options Not Saved"_s, platform::OkOnly + platform::StopIcon);
     }
 }
 

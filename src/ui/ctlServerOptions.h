@@ -45,6 +45,7 @@ public:
     void PushUpdate() override;
 
     bool Dirty() const override;
+    void fitFont() override;
     /// The mods, as the panel's edits have made them.
     const clsMods *ModsList() const override { return &m_mods; }
 

@@ -3,15 +3,29 @@
 #include "core/basMain.h"
 #include "core/clsZebek.h"
 #include "core/config.h"
+#include "ui/ScrolledPage.h"
+#include "ui/WheelNeedsFocus.h"
 #include "ui/frmPicture.h"
 #include "ui/pictures.h"
 #include "ui_frmMain.h"
 
 #include <QCloseEvent>
+#include <QScreen>
+#include <QSettings>
+#include <QShortcut>
+#include <QTabBar>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// What the desktop keeps for this program; the settings file is the game's and its operator's.
+QSettings desktopStore()
+{
+    return QSettings(u"Zebek Suite"_s, u"Zebek Suite"_s);
+}
+
+const QString Place = u"MainWindow"_s; ///< in the desktop's store
 
 QString versionLine()
 {
@@ -32,19 +46,35 @@ frmMain::frmMain() : m_ui(std::make_unique<Ui::frmMain>())
 {
     m_ui->setupUi(this);
     setWindowIcon(pictures::applicationIcon());
-    m_ui->PicHeader->setPixmap(pictures::header(devicePixelRatioF()));
+    m_ui->PicHeader->setPicture(pictures::header());
     m_ui->lblWelcome->setText(welcomeLine());
+    m_ui->pageMainLayout->addWidget(new ScrolledPage(m_ui->introduction));
+    new WheelNeedsFocus(m_ui->tabMain->tabBar());
+    addTabShortcuts();
     connect(m_ui->tabMain, &QTabWidget::currentChanged, this, [this] { FillFields(); });
-    connect(m_ui->Label2, &QLabel::linkActivated, this, [this] { Label2_Click(); });
-    connect(m_ui->cmdQuit, &QPushButton::clicked, this, [] { gRoot->Quit(); });
+    connect(m_ui->Label2, &Link::clicked, this, [this] { Label2_Click(); });
+    connect(m_ui->cmdQuit, &QPushButton::clicked, this, [this] { quit(); });
 }
 
 frmMain::~frmMain() = default;
 
+/// Those of a browser; the tab control itself has Ctrl+Tab only.
+void frmMain::addTabShortcuts()
+{
+    const std::pair<Qt::Key, int> keys[] = {{Qt::Key_PageDown, 1}, {Qt::Key_PageUp, -1}};
+    for (const auto &[key, step] : keys) {
+        connect(new QShortcut(Qt::CTRL | key, this), &QShortcut::activated, this, [this, step] {
+            const int count = m_ui->tabMain->count();
+            m_ui->tabMain->setCurrentIndex((m_ui->tabMain->currentIndex() + step + count) % count);
+        });
+    }
+}
+
 void frmMain::hostPanel(Tab tab, std::unique_ptr<ctlPanel> panel)
 {
     m_panels.at(tab) = panel.get();
-    m_ui->tabMain->widget(tab)->layout()->addWidget(panel.release());
+    panel->fitFont();
+    m_ui->tabMain->widget(tab)->layout()->addWidget(new ScrolledPage(panel.release()));
     keepFooterLastInTabOrder();
 }
 
@@ -67,6 +97,25 @@ void frmMain::Form_Load()
         }
     }
     m_ui->lblVersion->setText(versionLine());
+    takePlace();
+}
+
+/// Where the window was last, as far as that is on a screen; else as large as what is in it.
+void frmMain::takePlace()
+{
+    if (!restoreGeometry(desktopStore().value(Place).toByteArray())) {
+        const QTabBar &tabs = *m_ui->tabMain->tabBar();
+        const QMargins margins = layout()->contentsMargins();
+        const int allTabs = tabs.sizeHint().width() + margins.left() + margins.right();
+        resize(sizeHint().expandedTo({allTabs, 0}).boundedTo(screen()->availableSize()));
+    }
+}
+
+void frmMain::keepPlace() const
+{
+    if (isVisible()) {
+        desktopStore().setValue(Place, saveGeometry());
+    }
 }
 
 ctlPanel *frmMain::selectedPanel() const
@@ -112,8 +161,14 @@ void frmMain::Label2_Click()
     m_picture->activateWindow();
 }
 
+void frmMain::quit() const
+{
+    keepPlace();
+    gRoot->Quit();
+}
+
 void frmMain::closeEvent(QCloseEvent *event)
 {
     event->accept();
-    gRoot->Quit();
+    quit();
 }

@@ -41,11 +41,16 @@ public:
     const clsMods *ModsList() const override;
 
     void Label2_Click();
+    /// Notes size and place of the window for the next start.
+    void keepPlace() const;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void addTabShortcuts();
+    void takePlace();
+    void quit() const;
     void keepFooterLastInTabOrder();
     /// The selected tab's panel; null where the tab has none.
     ctlPanel *selectedPanel() const;

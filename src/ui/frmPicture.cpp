@@ -7,7 +7,10 @@ frmPicture::frmPicture(QWidget *parent) : QDialog(parent), m_ui(std::make_unique
 {
     m_ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
-    m_ui->picture->setPixmap(pictures::team(devicePixelRatioF()));
+    // As large beside a large text as beside a small one.
+    const int line = fontMetrics().height();
+    m_ui->picture->setPixmap(
+        pictures::scaled(pictures::team(), {24 * line, 18 * line}, devicePixelRatioF()));
     connect(m_ui->cmdClose, &QPushButton::clicked, this, &QWidget::close);
 }
 

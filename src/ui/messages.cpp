@@ -4,9 +4,7 @@
 #include "core/clsZebek.h"
 #include "platform/Machine.h"
 
-using namespace Qt::StringLiterals;
-
-void showMessage(const QString &text)
+void showMessage(const QString &text, const QString &title)
 {
-    gRoot->Machine().messageBoxes.show(text, u"Zebek Suite"_s, platform::OkOnly);
+    gRoot->Machine().messageBoxes.show(text, title, platform::OkOnly);
 }

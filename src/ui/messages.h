@@ -3,4 +3,4 @@
 #include <QString>
 
 /// Tells the operator something that he did, in a box with one OK button.
-void showMessage(const QString &text);
+void showMessage(const QString &text, const QString &title = QStringLiteral("Zebek Suite"));

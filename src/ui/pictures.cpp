@@ -4,16 +4,6 @@ using namespace Qt::StringLiterals;
 
 namespace pictures {
 
-namespace {
-
-/// A picture with a twin of double size beside it, named "@2x".
-QPixmap load(const QString &name, QSize size, qreal pixelRatio)
-{
-    return QIcon(name).pixmap(size, pixelRatio);
-}
-
-} // namespace
-
 QIcon applicationIcon()
 {
     QIcon icon;
@@ -23,14 +13,22 @@ QIcon applicationIcon()
     return icon;
 }
 
-QPixmap header(qreal pixelRatio)
+QPixmap header()
 {
-    return load(u":/pictures/header.png"_s, {640, 110}, pixelRatio);
+    return QPixmap(u":/pictures/header.png"_s);
 }
 
-QPixmap team(qreal pixelRatio)
+QPixmap team()
 {
-    return load(u":/pictures/team.png"_s, {400, 300}, pixelRatio);
+    return QPixmap(u":/pictures/team.png"_s);
+}
+
+QPixmap scaled(const QPixmap &picture, QSize size, qreal pixelRatio)
+{
+    QPixmap result = picture.scaled((QSizeF(size) * pixelRatio).toSize(), Qt::IgnoreAspectRatio,
+                                    Qt::SmoothTransformation);
+    result.setDevicePixelRatio(pixelRatio);
+    return result;
 }
 
 } // namespace pictures

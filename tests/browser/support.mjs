@@ -32,10 +32,11 @@ export function exchange(port, bytes) {
 }
 
 /// Runs a program; the result ends it.
-function run(program, args) {
-    const process = spawn(program, args, { stdio: ['ignore', 'inherit', 'inherit'] });
-    const ended = new Promise((done) => process.on('exit', done));
-    return () => (process.kill('SIGTERM'), ended);
+function run(program, args, variables = {}) {
+    const env = { ...process.env, ...variables };
+    const started = spawn(program, args, { stdio: ['ignore', 'inherit', 'inherit'], env });
+    const ended = new Promise((done) => started.on('exit', done));
+    return () => (started.kill('SIGTERM'), ended);
 }
 
 export class Game {
@@ -60,7 +61,7 @@ export class Game {
         this.write(this.elements('options', { AutoStartGRServer: 'False', AllowRemoteAccess: 'True',
             RemoteAccessPort: port, AdminUserName: credentials.UserName, AdminPassword: credentials.PW }),
             'ZebekSuiteOptions.xml');
-        const end = run(this.path('ZebekSuite.exe'), []);
+        const end = run(this.path('ZebekSuite.exe'), [], { XDG_CONFIG_HOME: this.path('desktop') });
         context.after(async () => {
             await end();
             this.endServer();

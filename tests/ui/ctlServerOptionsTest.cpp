@@ -12,6 +12,7 @@ protected:
             QDir(directory.path()).mkpath(u"Mods/"_s + mod);
             write(u"Mods/%1/ModsCont.txt"_s.arg(mod), "//\r\nname = \"" + mod.toLatin1() + "\"");
         }
+        QFile::remove(path(u"Mods/Charlie/ModsCont.txt"_s)); // its folder's name is shown
         startSite();
         select(frmMain::ServerOptions);
     }
@@ -247,7 +248,7 @@ TEST_F(ctlServerOptionsTest, NothingIsSavedWhileTheServerRunsAndTheWarningFollow
         fake.boxes.boxes,
         QStringList{u"Please note|64|You will need to stop the server to save your changes."_s});
     EXPECT_EQ(saved("MPGameName"), u"Camp"_s);
-    EXPECT_EQ(box("txtName").text(), u"Campx"_s);
+    EXPECT_EQ(box("txtName").text(), u"xCamp"_s);
     EXPECT_EQ(enabled(), u".DSC"_s);
 
     server().StopGRServer();
@@ -274,6 +275,30 @@ TEST_F(ctlServerOptionsTest, AModIsActivatedAtTheEndStaysSelectedAndIsMovedByThe
     EXPECT_EQ(enabled(), u"..SC"_s);
 }
 
+TEST_F(ctlServerOptionsTest, OnADarkPaletteBoxesAndTheSelectedRowAreSeenToo)
+{
+    constexpr int Base = 41;
+    QPalette dark(QColor(49, 54, 59), QColor(35, 38, 41));
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::Base, QColor(Base, Base, Base));
+    mods().setPalette(dark);
+    child<QLineEdit>("txtName")->setFocus();
+    clickRow(0, Text);
+    const QImage list = mods().viewport()->grab().toImage();
+    const auto brightest = [&](int row) { // of its left edge, with the box
+        const QRect place = mods().visualItemRect(mods().item(row));
+        int value = 0;
+        for (int x = place.left() + 2; x < place.left() + 12; ++x) {
+            value = qMax(value, list.pixelColor(x, place.center().y()).value());
+        }
+        return value;
+    };
+    EXPECT_GT(brightest(3), Base + 60);
+    EXPECT_GT(list.pixelColor(list.width() - 8, mods().visualItemRect(mods().item(0)).center().y())
+                  .value(),
+              Base + 40);
+}
+
 TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
 {
     QTest::keyClick(&box("txtName"), 'x');
@@ -283,11 +308,11 @@ TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
     click("cmdSave");
     EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|28"_s);
     EXPECT_EQ(saved("MPGameName"), u"Camp"_s);
-    EXPECT_TRUE(fake.boxes.boxes.join(u'\n').startsWith(u"Please note|16|Your changes could"_s));
+    EXPECT_TRUE(fake.boxes.boxes.join(u'\n').startsWith(u"Server Options Not Saved|16|Your"_s));
     fake.files.failAt = fake.files.operations + 8;
     click("cmdSave");
     EXPECT_EQ(lastRecord(), u"Options XML Class|Save|Unknown|28"_s);
-    EXPECT_EQ(saved("MPGameName"), u"Campx"_s);
+    EXPECT_EQ(saved("MPGameName"), u"xCamp"_s);
     EXPECT_EQ(read(u"modsset.txt"_s), list);
     EXPECT_EQ(rows(), u"baC-"_s);
     EXPECT_EQ(enabled(), u"I.SC"_s);
@@ -304,7 +329,7 @@ TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
     EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|75"_s);
     select(frmMain::Main);
     select(frmMain::ServerOptions); // which reads the file only where nothing would be lost
-    EXPECT_EQ(box("txtName").text(), u"Otherx"_s);
+    EXPECT_EQ(box("txtName").text(), u"xOther"_s);
     EXPECT_EQ(enabled(), u".DSC"_s);
 
     click("cmdCancel");
