@@ -7,8 +7,9 @@
 namespace platform {
 
 /// The machine-wide entry that starts the tool whenever a user logs on: on Windows the value
-/// "ZEBEK.EXE" under the machine's Run key, elsewhere the desktop's counterpart. Results are
-/// Windows error codes: 0 for success, 2 for no such entry, 5 for no permission.
+/// "ZEBEK.EXE" under the machine's Run key, elsewhere the desktop's counterpart, which may be for
+/// this user alone. Results are Windows error codes: 0 for success, 2 for no such entry, 5 for no
+/// permission.
 class Autostart
 {
 public:
@@ -22,6 +23,8 @@ public:
     /// Makes or replaces the entry; `program` is the full path of the program to start.
     virtual std::uint32_t write(const QString &program) = 0;
     virtual std::uint32_t remove() = 0;
+    /// For whom and where the entry is, or would be made: a sentence for people.
+    virtual QString place() = 0;
 };
 
 } // namespace platform

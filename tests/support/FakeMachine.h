@@ -118,6 +118,7 @@ struct FakeAutostart final : platform::Autostart
     std::uint32_t query() override { return queryFails != 0 ? queryFails : (entry ? 0 : NotFound); }
     std::uint32_t write(const QString &program) override { return change(program); }
     std::uint32_t remove() override { return entry ? change({}) : std::max(changeFails, NotFound); }
+    QString place() override { return entry.value_or(QStringLiteral("Nowhere yet.")); }
     std::uint32_t change(const std::optional<QString> &to)
     {
         entry = changeFails == 0 ? to : entry;

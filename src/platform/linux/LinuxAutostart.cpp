@@ -3,13 +3,14 @@
 #include "platform/Failure.h"
 #include "platform/linux/ErrorCodes.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <cerrno>
+#include <filesystem>
 #include <sys/stat.h>
-#include <unistd.h>
+#include <system_error>
 
 using namespace Qt::StringLiterals;
 
@@ -42,52 +43,109 @@ QByteArray entryFor(const QString &program)
            QFile::encodeName(execArgument(program)) + "\nTerminal=false\n";
 }
 
+QString entryIn(const QString &folder)
+{
+    return folder + u"/ZEBEK.EXE.desktop"_s;
+}
+
+std::uint32_t queryIn(const QString &folder)
+{
+    struct stat status = {};
+    return ::stat(QFile::encodeName(entryIn(folder)).constData(), &status) == 0
+               ? Autostart::Success
+               : windowsCode(errno);
+}
+
+/// Whether the folder, or the one that it is to be made in, lets this user write.
+bool isWritable(const QString &folder)
+{
+    QFileInfo there(folder);
+    while (!there.exists() && !there.isRoot()) {
+        there.setFile(there.path());
+    }
+    return there.isDir() && there.isWritable();
+}
+
 } // namespace
 
-LinuxAutostart::LinuxAutostart(Files &files, const QString &folder)
-    : m_files(files), m_folder(folder), m_path(folder + u"/ZEBEK.EXE.desktop"_s)
+LinuxAutostart::LinuxAutostart(Files &files, const QString &systemFolder, const QString &userFolder)
+    : m_files(files), m_systemFolder(systemFolder), m_userFolder(userFolder)
 {
+}
+
+QString LinuxAutostart::usersFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           u"/autostart"_s;
 }
 
 std::uint32_t LinuxAutostart::query()
 {
-    struct stat status = {};
-    return ::stat(QFile::encodeName(m_path).constData(), &status) == 0 ? Success
-                                                                       : windowsCode(errno);
+    const std::uint32_t forAll = queryIn(m_systemFolder);
+    return forAll != Success && queryIn(m_userFolder) == Success ? Success : forAll;
 }
 
 std::uint32_t LinuxAutostart::write(const QString &program)
 {
+    const std::uint32_t forAll = writeTo(m_systemFolder, program);
+    if (forAll == windowsCode(EACCES)) {
+        return writeTo(m_userFolder, program);
+    }
+    if (forAll == Success) {
+        removeFrom(m_userFolder); // which would take precedence
+    }
+    return forAll;
+}
+
+std::uint32_t LinuxAutostart::writeTo(const QString &folder, const QString &program) const
+{
     // A desktop that was never asked to start anything may lack the folder. Everybody must be able
     // to read it and the entry, whatever mask the process has.
-    if (!QFileInfo::exists(m_folder) && QDir().mkpath(m_folder)) {
-        QFile::setPermissions(m_folder,
+    std::error_code failed;
+    if (std::filesystem::create_directories(QFile::encodeName(folder).constData(), failed)) {
+        QFile::setPermissions(folder,
                               ReadableByAll | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther);
     }
+    if (failed) {
+        return windowsCode(failed.value());
+    }
     try {
-        replaceFile(m_files, m_path, entryFor(program), Durability::SurvivesPowerLoss);
+        replaceFile(m_files, entryIn(folder), entryFor(program), Durability::SurvivesPowerLoss);
     } catch (const Failure &failure) {
         return windowsCode(failure.number());
     }
-    return QFile::setPermissions(m_path, ReadableByAll) ? Success : windowsCode(EACCES);
+    return QFile::setPermissions(entryIn(folder), ReadableByAll) ? Success : windowsCode(EACCES);
 }
 
 std::uint32_t LinuxAutostart::remove()
 {
-    // The missing right comes before the missing entry.
-    if (::access(QFile::encodeName(m_folder).constData(), W_OK) != 0) {
-        return windowsCode(errno);
-    }
-    const std::uint32_t present = query();
+    const std::uint32_t own = removeFrom(m_userFolder);
+    const std::uint32_t forAll = removeFrom(m_systemFolder);
+    const bool ownStays = own != Success && own != NotFound;
+    return ownStays || forAll == NotFound ? own : forAll;
+}
+
+std::uint32_t LinuxAutostart::removeFrom(const QString &folder) const
+{
+    const std::uint32_t present = queryIn(folder);
     if (present != Success) {
         return present;
     }
     try {
-        m_files.remove(m_path);
+        m_files.remove(entryIn(folder));
         return Success;
     } catch (const Failure &failure) {
         return windowsCode(failure.number());
     }
+}
+
+QString LinuxAutostart::place()
+{
+    const bool forAll = queryIn(m_systemFolder) == Success ||
+                        (queryIn(m_userFolder) != Success && isWritable(m_systemFolder));
+    return forAll ? u"For every user of this machine, in %1."_s.arg(m_systemFolder)
+                  : u"For this user alone, in %1, since %2 may not be changed."_s.arg(
+                        m_userFolder, m_systemFolder);
 }
 
 } // namespace platform

@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 namespace {
@@ -50,6 +52,11 @@ std::uint32_t WindowsAutostart::write(const QString &program)
 std::uint32_t WindowsAutostart::remove()
 {
     return withRunKey(KEY_ALL_ACCESS, [](HKEY key) { return RegDeleteValueA(key, ValueName); });
+}
+
+QString WindowsAutostart::place()
+{
+    return u"For every user of this machine; changing it takes an administrator."_s;
 }
 
 } // namespace platform

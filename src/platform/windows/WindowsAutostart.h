@@ -13,6 +13,7 @@ public:
     std::uint32_t query() override;
     std::uint32_t write(const QString &program) override;
     std::uint32_t remove() override;
+    QString place() override;
 };
 
 } // namespace platform
