@@ -58,6 +58,7 @@ void ErrorLogFile::append(const QByteArray &record)
 {
     if (m_waiting.size() < MostWaiting) {
         m_waiting += record;
+        ++m_waitingCount;
     }
     if (!isAsKnown()) {
         m_end = look();
@@ -71,8 +72,18 @@ void ErrorLogFile::append(const QByteArray &record)
         m_end.position += m_end.before.size() + m_waiting.size();
         m_end.before.clear();
         m_end.old = m_end.after;
+        m_end.records += m_waitingCount;
     }
     m_waiting.clear();
+    m_waitingCount = 0;
+}
+
+int ErrorLogFile::recordCount()
+{
+    if (!hasKnownSize()) {
+        m_end = look();
+    }
+    return m_end.records + m_waitingCount;
 }
 
 QByteArray ErrorLogFile::readFrom(qint64 position) const
@@ -88,11 +99,15 @@ QByteArray ErrorLogFile::readFrom(qint64 position) const
     return content;
 }
 
+bool ErrorLogFile::hasKnownSize() const
+{
+    return QFileInfo(m_path).size() == m_end.position + m_end.old.size();
+}
+
 /// The operator may have deleted or edited the file.
 bool ErrorLogFile::isAsKnown() const
 {
-    return QFileInfo(m_path).size() == m_end.position + m_end.old.size() &&
-           (m_end.old.isEmpty() || readFrom(m_end.position) == m_end.old);
+    return hasKnownSize() && (m_end.old.isEmpty() || readFrom(m_end.position) == m_end.old);
 }
 
 ErrorLogFile::End ErrorLogFile::look() const
@@ -102,7 +117,9 @@ ErrorLogFile::End ErrorLogFile::look() const
         return {.before = Begin, .after = LastLine};
     }
     const platform::XmlOutline outline = platform::outlineXml(m_path, Element);
-    return outline.wellFormed ? endOfWhole(outline, size) : endOfBroken(outline, size);
+    End end = outline.wellFormed ? endOfWhole(outline, size) : endOfBroken(outline, size);
+    end.records = outline.children;
+    return end;
 }
 
 ErrorLogFile::End ErrorLogFile::endOfWhole(const platform::XmlOutline &outline, qint64 size) const

@@ -24,9 +24,13 @@ public:
     /// Looks through the file that is there.
     explicit ErrorLogFile(QString path);
 
+    const QString &path() const { return m_path; }
     /// Appends an `Error` element. Throws Failure; the file is then as it was, and the record waits
     /// for the next call. At most about 1 MiB waits, the oldest; what comes on top is lost.
     void append(const QByteArray &record);
+    /// How many records there are: in the file as it is now, also after somebody has edited or
+    /// deleted it, and waiting. Throws Failure.
+    int recordCount();
 
 private:
     enum class Use {
@@ -43,9 +47,11 @@ private:
         QByteArray old = {};    ///< what the file has from there on
         QByteArray before = {}; ///< what comes between there and the record
         QByteArray after = {};  ///< what comes behind the record
+        int records = 0;        ///< in the file
     };
 
     QByteArray readFrom(qint64 position) const;
+    bool hasKnownSize() const;
     bool isAsKnown() const;
     End look() const;
     End endOfWhole(const platform::XmlOutline &outline, qint64 size) const;
@@ -58,4 +64,5 @@ private:
     QString m_path;
     End m_end{.position = Unknown};
     QByteArray m_waiting;
+    int m_waitingCount = 0;
 };

@@ -49,6 +49,12 @@ void clsErrors::RecordError(const QString &Module, const QString &Routine, const
     }
 }
 
+int clsErrors::count()
+{
+    skipFailure([this] { m_count = m_file.recordCount(); });
+    return m_count;
+}
+
 bool clsErrors::admitsOneOfStrangers()
 {
     if (m_byStrangers == 0) {

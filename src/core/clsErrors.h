@@ -30,6 +30,10 @@ public:
     void RecordError(const QString &Module, const QString &Routine, const QString &ID, int ErrorNo,
                      const QString &Description) noexcept;
 
+    const QString &path() const { return m_file.path(); }
+    /// How many records the log has, those of former runs too.
+    int count();
+
     /// Whether a failure that strangers cause may be recorded now; counts it.
     bool admitsOneOfStrangers();
 
@@ -42,6 +46,7 @@ private:
     void tmrMinute_Timer();
 
     ErrorLogFile m_file;
+    int m_count = 0;                         ///< when the file could last be looked at
     QHash<QString, QSet<QString>> m_reasons; ///< by the routine that they made fail
     platform::Timer tmrMinute;               ///< runs from the first failure of strangers on
     qint64 m_byStrangers = 0;                ///< their failures in this minute

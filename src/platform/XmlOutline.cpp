@@ -72,6 +72,7 @@ private:
         Look &self = of(parser);
         if (self.m_depth == self.m_foundDepth + 1) {
             self.m_outline.lastChildEnd = self.position();
+            ++self.m_outline.children;
         } else if (self.m_depth == self.m_foundDepth) {
             self.m_outline.end = self.position();
             self.m_foundDepth = Elsewhere;

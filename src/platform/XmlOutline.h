@@ -14,6 +14,7 @@ struct XmlOutline
     bool isRoot = false;
     qint64 end = 0;          ///< behind the element
     qint64 lastChildEnd = 0; ///< behind the last whole element directly in it; 0 without one
+    int children = 0;        ///< whole elements directly in it
 };
 
 /// Looks through a file. Of one that is not well-formed it tells what comes before the first

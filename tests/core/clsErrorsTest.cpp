@@ -27,8 +27,10 @@ TEST_F(clsErrorsTest, EachRecordIsWholeOnDiskWithItsAttributesInOrder)
                                   "5\">first</Error>" + begin +
                                   "-2147483647\">zweiter &lt;ü&gt;</Error></Errors>\n");
     startIdle();
+    EXPECT_EQ(root->Errors()->count(), 2) << "of the run before";
     record(u"third"_s);
     EXPECT_EQ(recordCount(), 3);
+    EXPECT_EQ(root->Errors()->count(), 3);
 }
 
 TEST_F(clsErrorsTest, ContinuesWhateverIsWholeAndLeavesWhatIsBroken)
@@ -102,8 +104,12 @@ TEST_F(clsErrorsTest, FollowsTheOperatorWhoDeletesOrEditsTheLogMeanwhile)
     root->Start();
     record(u"one"_s);
     QFile::remove(path(ErrorLog));
+    EXPECT_EQ(root->Errors()->count(), 0);
     record(u"two"_s);
-    write(ErrorLog, read(ErrorLog).replace("two", "other") + "<!-- two -->");
+    write(ErrorLog, read(ErrorLog).replace("<Error ", "<Error/><Error "));
+    EXPECT_EQ(root->Errors()->count(), 2);
+    write(ErrorLog,
+          read(ErrorLog).replace("<Error/>", "").replace("two", "other") + "<!-- two -->");
     record(u"three"_s);
     EXPECT_TRUE(read(ErrorLog).endsWith(oneRecord("other") + oneRecord("three") +
                                         "</Errors>\n<!-- two -->"));
@@ -123,6 +129,7 @@ TEST_F(clsErrorsTest, AWriteThatFallsShortLeavesTheOldLogAndTheRecordWaits)
         const QByteArray after = read(ErrorLog);
         limitFileSize(-1);
         ASSERT_EQ(after, before);
+        ASSERT_EQ(root->Errors()->count(), 2);
         record(u"three"_s);
         ASSERT_TRUE(read(ErrorLog).endsWith(oneRecord("two") + oneRecord("three") + "</Errors>\n"));
     }
