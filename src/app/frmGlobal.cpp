@@ -30,6 +30,11 @@ bool frmGlobal::WebServerRunning() const
     return webServer.isRunning();
 }
 
+WebServerProblem frmGlobal::webServerProblem() const
+{
+    return webServer.problem();
+}
+
 void frmGlobal::StopWebServer()
 {
     webServer.stop();

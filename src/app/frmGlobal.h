@@ -23,6 +23,7 @@ public:
 
     QString DefaultLocalIP() const override;
     bool WebServerRunning() const override;
+    WebServerProblem webServerProblem() const override;
     void StopWebServer() override;
     void StartWebServer() override;
 

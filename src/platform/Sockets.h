@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QString>
 
 #include <optional>
 
@@ -19,5 +19,10 @@ std::optional<qintptr> acceptConnection(qintptr listener);
 /// The id of the process that serves the local server to which a QLocalSocket is connected, by the
 /// socket's descriptor; 0 when unknown.
 qint64 processServing(qintptr descriptor);
+
+/// What somebody can do on this system about a port that another program has, and about one that he
+/// may not have: sentences for people.
+QString adviceOnTakenPort();
+QString adviceOnForbiddenPort();
 
 } // namespace platform

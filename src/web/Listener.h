@@ -15,7 +15,7 @@ public:
     /// `waiting` is called while a connection waits.
     explicit Listener(std::function<void()> waiting);
 
-    /// Throws platform::Failure where the port cannot be had.
+    /// Throws platform::Failure, with Qt's number, where the port cannot be had.
     void listen(quint16 port);
     void close();
     bool isListening() const { return m_server.isListening(); }

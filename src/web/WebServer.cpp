@@ -18,6 +18,18 @@ namespace {
 constexpr Module Here{"Global Controls", "None"};
 constexpr Routine Start = Here("StartWebServer");
 
+WebServerProblem::Kind kindOf(const platform::Failure &failureToListen)
+{
+    switch (failureToListen.number()) {
+    case QAbstractSocket::AddressInUseError:
+        return WebServerProblem::Kind::PortTaken;
+    case QAbstractSocket::SocketAccessError:
+        return WebServerProblem::Kind::NotAllowed;
+    default:
+        return WebServerProblem::Kind::Other;
+    }
+}
+
 } // namespace
 
 WebServer::WebServer() : wsckNewConnections([this] { wsckNewConnections_ConnectionRequest(); })
@@ -41,8 +53,18 @@ void WebServer::loadConnection(std::size_t index)
                                            [this] { wsckNewConnections_ConnectionRequest(); });
 }
 
+WebServerProblem WebServer::problem() const
+{
+    using enum WebServerProblem::Kind;
+    const clsOptions &options = *gRoot->Options();
+    const bool mended = (m_problem.kind == NoLogIn && options.hasLogIn()) ||
+                        (m_problem.kind == NoPort && options.RemoteAccessPort() != m_problem.port);
+    return mended ? WebServerProblem() : m_problem;
+}
+
 void WebServer::stop()
 {
+    m_problem = {};
     wsckNewConnections.close();
     m_running = false;
     m_wantedPort.reset();
@@ -56,7 +78,11 @@ void WebServer::start()
     m_wantedPort.reset();
     const clsOptions &options = *gRoot->Options();
     const std::int32_t port = options.RemoteAccessPort();
-    if (options.hasLogIn() && port != 0) {
+    if (!options.hasLogIn()) {
+        m_problem = {WebServerProblem::Kind::NoLogIn};
+    } else if (port == 0) {
+        m_problem = {WebServerProblem::Kind::NoPort};
+    } else {
         m_wantedPort = port;
         noteSuccess(Start); // who presses the button again is told again
         listen(port);
@@ -65,11 +91,18 @@ void WebServer::start()
 
 void WebServer::listen(std::int32_t port)
 {
+    m_problem = {};
     m_running = trapRepeated(Start, [&] {
         if (port < 0 || port > std::numeric_limits<quint16>::max()) {
+            m_problem = {WebServerProblem::Kind::NoPort, port};
             throw platform::Failure(platform::Failure::Overflow, u"%1 is not a port"_s.arg(port));
         }
-        wsckNewConnections.listen(static_cast<quint16>(port));
+        try {
+            wsckNewConnections.listen(static_cast<quint16>(port));
+        } catch (const platform::Failure &failure) {
+            m_problem = {kindOf(failure), port, failure.description()};
+            throw;
+        }
         return true;
     });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/WebServerProblem.h"
 #include "web/ConnectionSocket.h"
 #include "web/Listener.h"
 
@@ -20,6 +21,8 @@ public:
     void loadConnections();
 
     bool isRunning() const { return m_running; }
+    /// Why the last start, or attempt to listen again, has failed, as far as that still holds.
+    WebServerProblem problem() const;
     /// Open connections are left to finish.
     void stop();
     /// Listens on the port of the settings, on all addresses. Nothing when it runs already, and
@@ -47,6 +50,7 @@ private:
     ConnectionSocket *elementForAnother() const;
 
     bool m_running = false;
+    WebServerProblem m_problem;
     /// The port that is, or is to be, listened on; nothing while the web server is stopped.
     std::optional<std::int32_t> m_wantedPort;
 };

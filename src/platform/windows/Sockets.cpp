@@ -43,4 +43,17 @@ qint64 processServing(qintptr descriptor)
     return GetNamedPipeServerProcessId(reinterpret_cast<HANDLE>(descriptor), &id) != 0 ? id : 0;
 }
 
+QString adviceOnTakenPort()
+{
+    return u"Often that is the system's own web service, the \"World Wide Web Publishing "
+           u"Service\". "
+           "Stop it, or enter another port."_s;
+}
+
+QString adviceOnForbiddenPort()
+{
+    return u"Windows keeps it for itself or for its own web service, the \"World Wide Web "
+           "Publishing Service\". Stop that, or enter another port."_s;
+}
+
 } // namespace platform
