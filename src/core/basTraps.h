@@ -49,6 +49,20 @@ std::invoke_result_t<Body> trap(const Routine &routine, Body body)
     }
 }
 
+/// The body of a routine that also leaves the description of its failure in `reason`.
+template <typename Body>
+auto withReason(QString &reason, Body body)
+{
+    return [&reason, body] {
+        try {
+            return body();
+        } catch (...) {
+            reason = caughtFailure().description();
+            throw;
+        }
+    };
+}
+
 /// Makes a record unless the routine has failed for the same reason since it last succeeded.
 void recordNewFailure(const Routine &routine, const platform::Failure &failure,
                       const QString &subject = {});

@@ -160,10 +160,11 @@ void clsOptions::Load()
         document = CreateXML();
     }
     if (m_fileUnread) {
-        recordFailure(Initialize, {platform::Failure::PathAccess,
-                                   m_path + u": Cannot be read. The defaults hold; "
-                                            "the file is kept under another name "
-                                            "when it is replaced"_s});
+        const platform::Failure failure = XmlDocument::loadFailure(m_path);
+        recordFailure(Initialize,
+                      {failure.number(), failure.description() +
+                                             u". The defaults hold; the file is kept under "
+                                             "another name when it is replaced"_s});
     }
     if (!document) {
         return;

@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +33,12 @@ Failure fileFailure(const QFileDevice &file)
     return {Failure::PathAccess, u"%1: %2"_s.arg(file.fileName(), file.errorString())};
 }
 
+Failure pathFailure(const QString &what, const std::error_code &code)
+{
+    return {Failure::PathAccess,
+            u"%1: %2"_s.arg(what, QString::fromLocal8Bit(code.message().c_str()).trimmed())};
+}
+
 QByteArray readFile(const QString &path, qint64 atMost)
 {
     if (const QFileInfo entry(path); entry.exists() && !entry.isFile() && !entry.isDir()) {
@@ -50,12 +57,14 @@ QByteArray readFile(const QString &path, qint64 atMost)
 
 void requireFolder(const QString &path)
 {
-    const QFileInfo folder(path);
-    if (!folder.isDir()) {
-        throw Failure(Failure::PathAccess, u"%1: No such folder"_s.arg(path));
+    std::error_code failed;
+    std::filesystem::directory_iterator(QFileInfo(path).filesystemFilePath(), failed);
+    if (failed) {
+        throw pathFailure(path, failed);
     }
+    const QFileInfo folder(path);
     if (!folder.isReadable() || !folder.isExecutable()) {
-        throw Failure(Failure::PathAccess, u"%1: Cannot be read"_s.arg(path));
+        throw pathFailure(path, std::make_error_code(std::errc::permission_denied));
     }
 }
 

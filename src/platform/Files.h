@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <limits>
+#include <system_error>
 
 namespace platform {
 
@@ -85,6 +86,9 @@ void replaceFile(Files &files, const QString &path, const QByteArray &content,
 
 /// What a file's operation has failed for, with the file's name.
 Failure fileFailure(const QFileDevice &file);
+
+/// What could not be done with a path, with the system's reason.
+Failure pathFailure(const QString &what, const std::error_code &code);
 
 /// The file's content, or its first bytes where a limit is given. Throws Failure.
 QByteArray readFile(const QString &path, qint64 atMost = std::numeric_limits<qint64>::max());

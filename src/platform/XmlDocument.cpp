@@ -158,6 +158,11 @@ bool XmlDocument::libraryAvailable()
     return std::strtol(xmlParserVersion, nullptr, 10) / PatchLevels >= LIBXML_VERSION / PatchLevels;
 }
 
+QString XmlDocument::libraryVersion()
+{
+    return QString::fromLatin1(LIBXML_DOTTED_VERSION);
+}
+
 XmlDocument XmlDocument::create(const char *rootName)
 {
     XmlDocument result(orThrow(xmlNewDoc(asXml("1.0"))));
@@ -173,6 +178,16 @@ std::optional<XmlDocument> XmlDocument::load(const QString &path)
         return parse(readFile(path));
     } catch (const Failure &) {
         return std::nullopt;
+    }
+}
+
+Failure XmlDocument::loadFailure(const QString &path)
+{
+    try {
+        readFile(path);
+        return {Failure::PathAccess, u"%1: Not well-formed XML"_s.arg(path)};
+    } catch (const Failure &failure) {
+        return failure;
     }
 }
 

@@ -14,6 +14,8 @@ struct _xmlNode;
 
 namespace platform {
 
+class Failure;
+
 /// One element of an XmlDocument, valid as long as the document. Text that XML 1.0 cannot hold
 /// (control characters, halves of surrogate pairs) is stored as U+FFFD, so that whatever was
 /// written can be read again.
@@ -45,6 +47,10 @@ class XmlDocument
 public:
     /// Whether the XML library that this program runs with can be used.
     static bool libraryAvailable();
+    /// Why load() gives nothing for a file: the system's reason, or that it is not XML.
+    static Failure loadFailure(const QString &path);
+    /// Of the library that the program was built with.
+    static QString libraryVersion();
 
     /// A document with an empty root element.
     static XmlDocument create(const char *rootName);

@@ -28,6 +28,8 @@ public:
     /// empty mount point, for that would end the game's own list. False then, and after a failure,
     /// which is recorded.
     bool Save();
+    /// Why Save() could not.
+    const QString &failure() const { return m_failure; }
 
     /// Keys do not mind the case of letters; one of no mod changes nothing.
     /// Appends the mod to the active ones.
@@ -56,4 +58,5 @@ private:
     std::vector<clsModInfo *> m_active; ///< in their order
     bool m_loaded = false;
     bool m_changed = false;
+    QString m_failure;
 };

@@ -111,14 +111,13 @@ void clsOptionsXML::loadOrFail()
 {
     Load();
     if (!IsLoaded()) {
-        throw Unreadable();
+        throw platform::XmlDocument::loadFailure(m_path);
     }
 }
 
-platform::Failure clsOptionsXML::Unreadable()
+bool clsOptionsXML::isMissing()
 {
-    return {platform::Failure::PathAccess,
-            u"The game's file \"options.xml\" is missing or cannot be read"_s};
+    return !QFile::exists(filePath());
 }
 
 void clsOptionsXML::Save()
@@ -128,9 +127,8 @@ void clsOptionsXML::Save()
     }
     const QByteArray content = m_document->toBytes();
     if (!platform::XmlDocument::parse(content)) {
-        throw platform::Failure(
-            platform::Failure::Unexpected,
-            u"The game's file \"options.xml\" is in an encoding that cannot be written"_s);
+        throw platform::Failure(platform::Failure::Unexpected,
+                                u"%1: It is in an encoding that cannot be written"_s.arg(m_path));
     }
     platform::replaceFile(gRoot->Machine().files, m_path, content,
                           platform::Durability::SurvivesPowerLoss);

@@ -60,9 +60,10 @@ public:
     bool IsLoaded() const { return m_document.has_value(); }
     /// Reads the file; IsLoaded() tells whether it could be parsed.
     void Load();
-    /// The same, but throws Unreadable() where the file is missing or cannot be parsed.
+    /// The same, but throws platform::Failure where the file is missing or cannot be parsed.
     void loadOrFail();
-    static platform::Failure Unreadable();
+    /// Whether there is no file now.
+    static bool isMissing();
     /// Replaces the file; nothing where none is loaded. Throws platform::Failure, also for a file
     /// whose encoding the XML library reads, but writes so that it could not be read again.
     void Save();

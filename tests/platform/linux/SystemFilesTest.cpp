@@ -130,7 +130,7 @@ TEST_F(SystemFilesTest, WhatIsNoFileOrNoFolderOrCannotBeReadIsRefused)
     EXPECT_EQ(failureOf(replaceFolder), NumberAndText(75, directory.path() + u": Not a file"_s));
     EXPECT_EQ(failureOf([&] { platform::requireFolder(directory.path()); }).first, 0);
     EXPECT_EQ(failureOf([&] { platform::requireFolder(file); }),
-              NumberAndText(75, file + u": No such folder"_s));
+              NumberAndText(75, file + u": Not a directory"_s));
     const auto requireWithoutPrivileges = [&] { // root may read everything
         __user_cap_header_struct self{_LINUX_CAPABILITY_VERSION_3, 0};
         __user_cap_data_struct none[2]{};
