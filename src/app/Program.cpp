@@ -6,6 +6,7 @@
 #include "core/clsOptions.h"
 #include "core/config.h"
 #include "platform/Failure.h"
+#include "platform/Files.h"
 #include "platform/Machine.h"
 #include "records/clsReplays.h"
 #include "records/clsTrackStats.h"
@@ -20,6 +21,7 @@
 #include <QFileInfo>
 
 #include <array>
+#include <filesystem>
 #include <functional>
 #include <utility>
 
@@ -115,9 +117,10 @@ bool Program::locateRootDirectory()
 void Program::createReplaysFolder() const
 {
     const QString folder = m_rootDirectory + u"Replays"_s;
-    if (!QFileInfo(folder).isDir() && !QDir().mkdir(folder)) {
-        throw platform::Failure(platform::Failure::PathAccess,
-                                u"The folder \"%1\" cannot be created"_s.arg(folder));
+    std::error_code failed;
+    std::filesystem::create_directory(QFileInfo(folder).filesystemFilePath(), failed);
+    if (failed) {
+        throw platform::pathFailure(u"The folder \"%1\" cannot be created"_s.arg(folder), failed);
     }
 }
 
@@ -185,7 +188,7 @@ void Program::Quit()
         m_options->Save();
         m_options.reset();
     }
-    m_machine.processEnd.end();
+    end();
 }
 
 void Program::quitUnattended()
@@ -193,8 +196,14 @@ void Program::quitUnattended()
     if (m_options) {
         m_options->saveUnattended();
     }
+    end();
+}
+
+void Program::end() const
+{
     if (m_mainWindow) {
         m_mainWindow->keepPlace();
+        m_mainWindow->leaveTray();
     }
     m_machine.processEnd.end();
 }

@@ -50,6 +50,7 @@ private:
     void configureSupervisor() const;
     void watchStatistics() const;
     void autoStartServer() const;
+    void end() const;
 
     const platform::Machine &m_machine;
     QString m_programDirectory;

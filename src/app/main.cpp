@@ -1,9 +1,12 @@
 #include "app/Program.h"
 #include "app/SingleInstance.h"
 #include "core/basMain.h"
+#include "core/basVersion.h"
 #include "core/clsOptions.h"
+#include "core/config.h"
 #include "platform/Machine.h"
 #include "platform/SystemServices.h"
+#include "platform/XmlDocument.h"
 #include "ui/WrappedToolTips.h"
 
 #include <QApplication>
@@ -14,17 +17,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void bringToFront(QWidget *mainWindow)
-{
-    for (QWidget *const window : {mainWindow, QApplication::activeModalWidget()}) {
-        if (window != nullptr && window->isVisible()) {
-            window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-            window->raise();
-            window->activateWindow();
-        }
-    }
-}
 
 /// When the display goes away, Qt ends the process with exit().
 void saveUnattended()
@@ -72,6 +64,22 @@ int endAsSecond(const SingleInstance &instance, SingleInstance::Claim claim)
     return EXIT_FAILURE;
 }
 
+/// What the program tells instead of starting; empty where it was not asked.
+QString answerTo(const QByteArray &question)
+{
+    if (question == "--version") {
+        return fnVersionLine() + u"\nBuilt with Qt %1, libxml2 %2 and %3"_s.arg(
+                                     QLatin1String(QT_VERSION_STR),
+                                     platform::XmlDocument::libraryVersion(),
+                                     QLatin1String(config::Compiler));
+    }
+    if (question == "--help") {
+        return u"Usage: ZebekSuite.exe [--version | --help]\n"
+               "It serves the Ghost Recon directory that it lies in, and takes no other arguments"_s;
+    }
+    return {};
+}
+
 /// Where Qt runs on GLib's event loop, every change to a watched socket wakes that loop by a write:
 /// nine for each web request, which takes twice the processor time then.
 constexpr char QtsOwnEventLoop[] = "QT_NO_GLIB";
@@ -81,6 +89,10 @@ constexpr char QtsOwnEventLoop[] = "QT_NO_GLIB";
 int main(int argc, char *argv[])
 {
     platform::secureStandardStreams();
+    if (const QString answer = answerTo(argc == 2 ? argv[1] : ""); !answer.isEmpty()) {
+        platform::tellOnStandardOutput(answer);
+        return EXIT_SUCCESS;
+    }
     qputenv(QtsOwnEventLoop, "1");
     qInstallMessageHandler(takeMessage);
     QApplication application(argc, argv);
@@ -96,7 +108,8 @@ int main(int argc, char *argv[])
     static Program root(machine, directory); // still there when exit() saves the options
     gRoot = &root;
     SingleInstance instance(directory);
-    const SingleInstance::Claim claim = instance.claim([] { bringToFront(root.MainWindow()); });
+    const SingleInstance::Claim claim =
+        instance.claim([] { frmMain::bringToFront(root.MainWindow()); });
     if (claim != SingleInstance::Claim::First) {
         return endAsSecond(instance, claim);
     }

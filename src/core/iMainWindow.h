@@ -2,6 +2,9 @@
 
 class clsMods;
 
+/// Why the game server was restarted.
+enum class RestartReason { HadEnded, DidNotAnswer };
+
 /// What the others ask of the main window.
 class iMainWindow
 {
@@ -16,4 +19,6 @@ public:
     virtual void loadMods() = 0;
     /// The mods of the server options panel; null where there is no such panel.
     virtual const clsMods *ModsList() const = 0;
+    /// Lets the operator know of a restart that was just made.
+    virtual void notifyRestart(RestartReason reason) = 0;
 };

@@ -7,8 +7,9 @@
 /// Small services of the system that Qt lacks.
 namespace platform {
 
-/// Shows a folder in the desktop's file manager, without waiting for it. False where there is none.
-bool showFolder(const QString &folder);
+/// Shows a folder in the desktop's file manager, or a file in its program for files of that kind,
+/// without waiting for it. False where there is none.
+bool openOnDesktop(const QString &path);
 
 /// The system's text for a Windows error code, in the words of the system that runs; empty for a
 /// code that it has no text for. The text may end in a line break.
@@ -22,6 +23,10 @@ void secureStandardStreams();
 /// Writes a line to the standard error, if somebody takes it at once: a reader that stopped must
 /// not stop this program. Of a long text the beginning is written.
 void tellOnStandardError(const QString &text);
+
+/// Writes a text to the standard output and waits until it is taken. On Windows, where a program
+/// with windows has none, it goes to the console from which the program was started.
+void tellOnStandardOutput(const QString &text);
 
 /// Lets another program bring its window to the front, which Windows allows only to the one that
 /// the user has started last.

@@ -51,7 +51,7 @@ void clsProcess::Clear()
 
 bool clsProcess::Create(const QString &commandLine, Attempt attempt)
 {
-    const auto create = [&] {
+    const auto create = withReason(m_failure, [&] {
         Clear();
         const platform::ProcessId id = processes().start(commandLine);
         const platform::ProcessHandle handle = id == 0 ? platform::NoProcess : processes().open(id);
@@ -63,7 +63,7 @@ bool clsProcess::Create(const QString &commandLine, Attempt attempt)
         m_id = id;
         m_handle = handle;
         return true;
-    };
+    });
     return attempt == Attempt::Single ? trap(Creation, create) : trapRepeated(Creation, create);
 }
 

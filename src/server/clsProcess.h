@@ -27,6 +27,8 @@ public:
     /// Starts a process from a command line by Windows' rules for quotes and holds it. Why that
     /// failed is recorded; in a series of attempts, each reason once.
     bool Create(const QString &commandLine, Attempt attempt = Attempt::Single);
+    /// Why Create() failed.
+    const QString &failure() const { return m_failure; }
     /// A series of attempts is over.
     static void forgetAttempts();
     /// Holds the process that owns the window.
@@ -47,6 +49,7 @@ private:
     void CloseHandle();
 
     QString m_path;
+    QString m_failure;
     platform::ProcessId m_id = 0;
     platform::ProcessHandle m_handle = platform::NoProcess;
 };

@@ -44,6 +44,11 @@ platform::Failure foreignServer(platform::ProcessId id)
             "taken over, and none is started beside it"_s.arg(id)};
 }
 
+QString cannotStart(const QString &reason)
+{
+    return u"The game server could not be started. "_s + reason;
+}
+
 /// By more than any machine is late now and then.
 bool isLate(qint64 milliseconds)
 {
@@ -113,6 +118,33 @@ QString ctlGRServer::ProcessStatusText() const
                               m_process->StillActive() ? u"Running"_s : u"Not Active"_s);
 }
 
+ServerHealth ctlGRServer::health() const
+{
+    using enum ServerHealth;
+    const auto eitherWay = [](bool willBeRestarted) { return willBeRestarted ? Ailing : Down; };
+    if (!Connected()) {
+        return isStillOwed() || !m_problem.isEmpty() ? eitherWay(isStillOwed()) : Unknown;
+    }
+    const clsOptions &options = *gRoot->Options();
+    if (!m_process->StillActive()) {
+        return eitherWay(options.AutoRestartOnProcessStop());
+    }
+    switch (Status()) {
+    case ServerQueryStatus::Unknown:
+        return Unknown;
+    case ServerQueryStatus::Responding:
+        return Well;
+    case ServerQueryStatus::Probing:
+        if (!m_silence.seemsDead) {
+            return m_hasAnswered ? Well : Unknown;
+        }
+        [[fallthrough]];
+    case ServerQueryStatus::Dead:
+        break;
+    }
+    return eitherWay(options.AutoRestartGRServer() && options.ServerTimeout() > 0);
+}
+
 bool ctlGRServer::StartGRServer(bool in_blnCheckForServer)
 {
     return start(in_blnCheckForServer, clsProcess::Attempt::Single);
@@ -137,14 +169,21 @@ bool ctlGRServer::start(bool checkForServer, clsProcess::Attempt attempt)
             return create(attempt);
         }
         if (!canBeOpened(*running) && runsProgram(*running)) {
+            m_problem = foreignServer(*running).description();
             recordNewFailure(Here("FindGRServer"), foreignServer(*running));
             return false;
         }
         return waitsForWindow(*running) || create(attempt);
     };
-    return attempt == clsProcess::Attempt::Single
-               ? trap(Here("StartGRServer"), findOrCreate)
-               : trapRepeated(Here("StartGRServer"), findOrCreate);
+    QString reason;
+    const bool started =
+        attempt == clsProcess::Attempt::Single
+            ? trap(Here("StartGRServer"), withReason(reason, findOrCreate))
+            : trapRepeated(Here("StartGRServer"), withReason(reason, findOrCreate));
+    if (!reason.isEmpty()) {
+        m_problem = cannotStart(reason);
+    }
+    return started;
 }
 
 bool ctlGRServer::runsProgram(platform::ProcessId process) const
@@ -183,19 +222,40 @@ bool ctlGRServer::create(clsProcess::Attempt attempt)
 {
     m_process = std::make_unique<clsProcess>();
     if (!m_process->Create(commandLine(), attempt)) {
+        m_problem = cannotStart(m_process->failure());
         Disconnect();
         return false;
     }
     m_created = true;
+    const Owed paid = m_owed;
     StartMonitoring();
+    tellRestart(paid);
     return true;
+}
+
+void ctlGRServer::tellRestart(Owed paid)
+{
+    iMainWindow *const window = gRoot->MainWindow();
+    if (window == nullptr) {
+        return;
+    }
+    if (paid == Owed::RestartOfEnded) {
+        window->notifyRestart(RestartReason::HadEnded);
+    } else if (paid == Owed::RestartOfHung) {
+        window->notifyRestart(RestartReason::DidNotAnswer);
+    }
 }
 
 bool ctlGRServer::StopGRServer()
 {
     return trap(Here("StopGRServer"), [this] {
         m_owed = Owed::Nothing;
-        if (!Connected() || !m_process->StopProcess()) {
+        m_problem.clear();
+        if (!Connected()) {
+            return false;
+        }
+        if (!m_process->StopProcess()) {
+            m_problem = u"The game server could not be stopped."_s;
             return false;
         }
         StopMonitoring();
@@ -252,6 +312,8 @@ void ctlGRServer::StartMonitoring()
         m_monitoring = true;
         m_silence = {};
         m_owed = Owed::Nothing;
+        m_problem.clear();
+        m_hasAnswered = false;
         clsProcess::forgetAttempts();
         uctlServerStatus.setStatus(ServerQueryStatus::Unknown);
         m_pollingStarted = false;
@@ -299,6 +361,9 @@ void ctlGRServer::supervise()
         Disconnect();
         if (options.AutoRestartOnProcessStop()) {
             startOwed(Owed::RestartOfEnded, true);
+        } else if (m_problem.isEmpty()) {
+            m_problem = gRoot->Machine().clock.now().toString(
+                u"'The game server has ended. It ran until 'yyyy-MM-dd' at 'HH:mm'.'"_s);
         }
     }
 }
@@ -406,6 +471,7 @@ void ctlGRServer::readLastAnswer()
 {
     const clsOptions &options = *gRoot->Options();
     if (uctlServerStatus.Status() == ServerQueryStatus::Responding) {
+        m_hasAnswered = true;
         forgetSilence();
     } else if (uctlServerStatus.Status() == ServerQueryStatus::Dead) {
         m_silence.seemsDead = true;

@@ -10,6 +10,14 @@
 #include <memory>
 #include <optional>
 
+/// How the game server fares, for somebody who looks in.
+enum class ServerHealth {
+    Unknown, ///< nobody wants one, or it has not been asked yet
+    Well,    ///< it answers
+    Ailing,  ///< it does not run or answer, and is going to be restarted
+    Down     ///< the same, and nothing is going to be done
+};
+
 /// Supervises the game's dedicated server: finds a running one or starts one, watches it through
 /// the status query, and restarts one that no longer answers when the options ask for it.
 ///
@@ -63,6 +71,10 @@ public:
     QString StatusText() const;
     QString ProcessStatusText() const;
     QString NetworkStatusText() const;
+
+    ServerHealth health() const;
+    /// Why there is no server, for people; empty where there is one, or somebody has stopped it.
+    const QString &problem() const { return m_problem; }
 
     // Of the interface, without a user here.
     const QString &CMDLineArgs() const { return m_commandLineArguments; }
@@ -134,6 +146,7 @@ private:
     bool waitsForWindow(platform::ProcessId process);
     bool create(clsProcess::Attempt attempt);
     void noteEnd();
+    static void tellRestart(Owed paid);
     void armIdleTimers();
     bool runsProgram(platform::ProcessId process) const;
     std::optional<platform::ProcessId> runningServer() const;
@@ -143,6 +156,8 @@ private:
     bool m_created = false;
     bool m_monitoring = false;
     bool m_pollingStarted = false;
+    bool m_hasAnswered = false;
+    QString m_problem;
     Silence m_silence;
     Owed m_owed = Owed::Nothing;
     std::optional<Waiting> m_waiting;

@@ -16,6 +16,7 @@ class GameNumberField : public QObject
 public:
     GameNumberField(QLineEdit *box, std::function<void()> edited);
 
+    QLineEdit &box() const { return *m_box; }
     static bool holds(std::int32_t number);
     /// Shows a number that the box holds, or nothing. This is no edit.
     void show(std::optional<std::int32_t> number);

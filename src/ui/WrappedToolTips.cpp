@@ -13,7 +13,8 @@ bool WrappedToolTips::eventFilter(QObject *watched, QEvent *event)
         return false;
     }
     // Rich text is wrapped.
-    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
-                       u"<qt>%1</qt>"_s.arg(widget->toolTip().toHtmlEscaped()), widget);
+    const QString text = widget->toolTip().toHtmlEscaped().replace(u'\n', u"<br>"_s);
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), u"<qt>%1</qt>"_s.arg(text),
+                       widget);
     return true;
 }

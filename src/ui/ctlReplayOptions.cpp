@@ -16,7 +16,7 @@ namespace {
 void openReplays()
 {
     const QString folder = QFileInfo(gRoot->Options()->ReplayFolder()).absoluteFilePath();
-    if (!platform::showFolder(folder)) {
+    if (!platform::openOnDesktop(folder)) {
         showMessage(u"No program was found that shows the folder \"%1\""_s.arg(folder),
                     u"Replay Folder"_s);
     }

@@ -74,4 +74,5 @@ void ctlServerControl::PushUpdate()
 {
     m_ui->lblServerProcessStatus->setText(server().ProcessStatusText());
     m_ui->lblServerNetworkStatus->setText(server().NetworkStatusText());
+    m_ui->lblProblem->tell(server().problem());
 }

@@ -160,17 +160,29 @@ Value shownValue(const GameSetting<Value> &setting)
     return value;
 }
 
-/// Runs a step of filling the fields; each reason to fail is recorded once until all succeed.
+/// Runs a step of filling the fields and returns why it failed, empty where it did not; each reason
+/// is recorded once until all steps succeed.
 template <typename Step>
-bool fills(Step step)
+QString failureOf(Step step)
 {
     try {
         step();
-        return true;
+        return {};
     } catch (...) {
-        recordNewFailure(Here("FillFields"), caughtFailure());
-        return false;
+        const platform::Failure failure = caughtFailure();
+        recordNewFailure(Here("FillFields"), failure);
+        return failure.description();
     }
+}
+
+QWidget &widgetOf(QWidget *control)
+{
+    return *control;
+}
+
+QWidget &widgetOf(GameNumberField *field)
+{
+    return field->box();
 }
 
 } // namespace
@@ -274,20 +286,44 @@ void ctlServerOptions::FillFields()
 
 void ctlServerOptions::showOptions()
 {
+    forgetFaults();
     // Without the file there is nothing to show, and edits had better stay on screen.
-    bool sound = fills([this] { m_options.loadOrFail(); });
-    if (!sound) {
+    const QString unreadable = failureOf([this] { m_options.loadOrFail(); });
+    for (QWidget *const frame : {m_ui->fraServerOptions, m_ui->fraNetworkSettings}) {
+        frame->setEnabled(unreadable.isEmpty());
+    }
+    m_missing = clsOptionsXML::isMissing();
+    if (!unreadable.isEmpty()) {
+        m_ui->lblProblem->tell(m_missing ? u"options.xml not found: start the game once"_s
+                                         : unreadable);
         return;
     }
     forEachRow([&](auto &row) {
         std::optional<decltype((m_options.*row.setting)())> value;
-        sound = fills([&] { value = shownValue(m_options.*row.setting); }) && sound;
+        const QString fault = failureOf([&] { value = shownValue(m_options.*row.setting); });
         showIn(*row.control, value);
         row.edited = false;
+        if (!fault.isEmpty()) {
+            showFault(widgetOf(row.control), fault);
+        }
     });
-    if (sound) {
+    if (m_faults.isEmpty()) {
         noteSuccess(Here("FillFields"));
     }
+}
+
+void ctlServerOptions::showFault(QWidget &control, const QString &reason)
+{
+    control.setStyleSheet(u"border: 2px solid #d32f2f"_s);
+    m_faults += reason;
+    m_ui->lblProblem->tell(m_faults.join(u'\n'));
+}
+
+void ctlServerOptions::forgetFaults()
+{
+    forEachRow([](auto &row) { widgetOf(row.control).setStyleSheet({}); });
+    m_faults.clear();
+    m_ui->lblProblem->tell({});
 }
 
 void ctlServerOptions::readMods()
@@ -420,17 +456,20 @@ void ctlServerOptions::cmdSave_Click()
                    platform::OkOnly + platform::InformationIcon);
         return;
     }
-    const bool saved = trap(Here("cmdSave_Click"), [this] {
+    QString reason;
+    const auto save = [&] {
         saveOptions();
-        return saveMods();
-    });
+        const bool saved = saveMods();
+        reason = m_mods.failure();
+        return saved;
+    };
+    const bool saved = trap(Here("cmdSave_Click"), withReason(reason, save));
     if (saved) {
         FillFields();
     }
     gRoot->RefreshPages(PageKey::AdminServerOptions);
     if (!saved) {
-        boxes.show(u"Your changes could not be saved. They are still here, and the "
-                   "error log tells why."_s,
+        boxes.show(u"Your changes could not be saved. They are still here.\r\n\r\n"_s + reason,
                    u"Server Options Not Saved"_s, platform::OkOnly + platform::StopIcon);
     }
 }
@@ -438,13 +477,20 @@ void ctlServerOptions::cmdSave_Click()
 /// The file may have changed since it was shown: what was not edited keeps the new values.
 void ctlServerOptions::saveOptions()
 {
+    forgetFaults();
     if (!optionsEdited()) {
         return;
     }
     m_options.loadOrFail();
     forEachRow([this](const auto &row) {
         if (row.edited) {
-            (m_options.*row.setting).require();
+            try {
+                (m_options.*row.setting).require();
+            } catch (const platform::Failure &failure) {
+                widgetOf(row.control).setFocus();
+                showFault(widgetOf(row.control), failure.description());
+                throw;
+            }
             (m_options.*row.setting).Let(valueIn(*row.control));
         }
     });
@@ -468,4 +514,7 @@ bool ctlServerOptions::saveMods()
 void ctlServerOptions::PushUpdate()
 {
     m_ui->lblSaveWarning->setVisible(serverRuns());
+    if (m_missing && !Dirty() && !clsOptionsXML::isMissing()) {
+        FillFields(); // the game has made it meanwhile
+    }
 }

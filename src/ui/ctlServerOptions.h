@@ -23,7 +23,8 @@ class ctlServerOptions;
 /// Save reads the files again and changes in them what was edited, nothing else: a file of which
 /// nothing was edited is not written. Edits that could not be saved stay, and a message box says
 /// so. A setting that is missing or that its control cannot show is an empty or off control and a
-/// record, once, that names the element.
+/// record, once, that names the element; the control has a frame, and the panel says why.
+/// Without the file the fields are off.
 ///
 /// The mods are the file's list with the unsaved edits on top. Edits are kept as what was done, and
 /// done anew whenever others have changed the file, so that neither hand undoes the other's work.
@@ -41,7 +42,7 @@ public:
     void loadMods() override;
     /// Shows the mods anew: the active ones in order, a separator, the others. Selects the first.
     void FillListView();
-    /// Shows whether the game server stands in the way of saving.
+    /// Shows whether the game server stands in the way of saving, and the file once it is there.
     void PushUpdate() override;
 
     bool Dirty() const override;
@@ -85,6 +86,8 @@ private:
     const QListWidgetItem *selectedActiveRow() const;
 
     void showOptions();
+    void showFault(QWidget &control, const QString &reason);
+    void forgetFaults();
     bool optionsEdited() const;
     void cmdSave_Click();
     void saveOptions();
@@ -97,4 +100,6 @@ private:
     clsOptionsXML m_options;
     clsMods m_mods;
     std::vector<ModEdit> m_modEdits;
+    bool m_missing = false; ///< the file of the game's settings
+    QStringList m_faults; ///< why controls cannot show or store their settings
 };

@@ -2,6 +2,8 @@
 
 #include "core/basUtilities.h"
 #include "core/iGlobalForm.h"
+#include "platform/Machine.h"
+#include "platform/Sockets.h"
 #include "ui/CheckBoxSetting.h"
 #include "ui/NumberSetting.h"
 #include "ui/TextSetting.h"
@@ -30,6 +32,31 @@ QString stopCaption()
     return u"Stop"_s;
 }
 
+/// In words of what to do, with the system's own behind them.
+QString wordsOf(const WebServerProblem &problem)
+{
+    using enum WebServerProblem::Kind;
+    const QString again = u" It is tried again every 3 seconds. (%1)"_s.arg(problem.system);
+    switch (problem.kind) {
+    case None:
+        break;
+    case NoLogIn:
+        return u"Not started: first enter a user name and a password, which the administrator "
+               "logs in with."_s;
+    case NoPort:
+        return u"Not started: there is no port %1. Enter one from 1 to 65535."_s.arg(problem.port);
+    case PortTaken:
+        return u"Another program has the port %1. "_s.arg(problem.port) +
+               platform::adviceOnTakenPort() + again;
+    case NotAllowed:
+        return u"You are not allowed to use the port %1. "_s.arg(problem.port) +
+               platform::adviceOnForbiddenPort() + again;
+    case Other:
+        return u"The port %1 cannot be used."_s.arg(problem.port) + again;
+    }
+    return {};
+}
+
 void storeAddress(const QString &text)
 {
     if (fnIsValidIP(text)) {
@@ -52,6 +79,7 @@ ctlSystemOptions::ctlSystemOptions() : m_ui(std::make_unique<Ui::ctlSystemOption
     m_ui->setupUi(this);
     addCheckBoxes();
     addFields();
+    connect(m_ui->chkAutoRunonStartup, &QCheckBox::clicked, this, [this] { showAutostartPlace(); });
     connect(m_ui->cmdWebServer, &QPushButton::clicked, this, [this] { cmdWebServer_Click(); });
 }
 
@@ -76,12 +104,23 @@ void ctlSystemOptions::addFields()
                           {bound(&clsOptions::RemoteAccessPort).read, storePort}));
     add(new TextSetting(m_ui->txtUserName, m_ui->lblUserName, bound(&clsOptions::AdminUserName)));
     add(new TextSetting(m_ui->txtPassword, m_ui->lblPassword, bound(&clsOptions::AdminPassword)));
+    for (QLineEdit *const box : {m_ui->txtUserName, m_ui->txtPassword}) {
+        box->setPlaceholderText(u"needed to start the web server"_s);
+    }
 }
 
 void ctlSystemOptions::FillFields()
 {
     SettingsPanel::FillFields();
+    showAutostartPlace();
     PushUpdate();
+}
+
+/// The tooltip of the box alone, and in the label's for whom it is.
+void ctlSystemOptions::showAutostartPlace()
+{
+    m_ui->lblAutoRunonStartup->setToolTip(m_ui->chkAutoRunonStartup->toolTip() + u' ' +
+                                          gRoot->Machine().autostart.place());
 }
 
 void ctlSystemOptions::PushUpdate()
@@ -90,6 +129,7 @@ void ctlSystemOptions::PushUpdate()
     m_ui->lblStatus->setText(running ? u"Web server is currently running"_s
                                      : u"Web server is currently stopped"_s);
     m_ui->cmdWebServer->setText(running ? stopCaption() : startCaption());
+    m_ui->lblProblem->tell(wordsOf(webServer().webServerProblem()));
 }
 
 /// Does what the button says, even where the server's state has changed since it was lettered.

@@ -25,6 +25,7 @@ public:
 private:
     void addCheckBoxes();
     void addFields();
+    void showAutostartPlace();
     void cmdWebServer_Click();
 
     std::unique_ptr<Ui::ctlSystemOptions> m_ui;

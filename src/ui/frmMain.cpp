@@ -1,14 +1,20 @@
 #include "ui/frmMain.h"
 
 #include "core/basMain.h"
+#include "core/basVersion.h"
+#include "core/clsErrors.h"
 #include "core/clsZebek.h"
 #include "core/config.h"
+#include "platform/Machine.h"
 #include "ui/ScrolledPage.h"
+#include "ui/StateIcon.h"
+#include "ui/StatusFooter.h"
 #include "ui/WheelNeedsFocus.h"
 #include "ui/frmPicture.h"
 #include "ui/pictures.h"
 #include "ui_frmMain.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
 #include <QSettings>
@@ -27,33 +33,40 @@ QSettings desktopStore()
 
 const QString Place = u"MainWindow"_s; ///< in the desktop's store
 
-QString versionLine()
-{
-    return u"Zebek Suite v%1.%2.%3"_s.arg(config::VersionMajor)
-        .arg(config::VersionMinor, 2, 10, QChar(u'0'))
-        .arg(config::VersionRevision, 3, 10, QChar(u'0'));
-}
-
 QString welcomeLine()
 {
     return u"Welcome to Zebek Suite %1.%2"_s.arg(config::VersionMajor)
         .arg(config::VersionMinor, 2, 10, QChar(u'0'));
 }
 
+QString toolTipFor(const ServerState &state)
+{
+    QStringList lines{wordsOf(state.health), state.process, state.network, state.problem,
+                      state.lastRestart};
+    lines.removeAll(QString());
+    return lines.join(u'\n');
+}
+
 } // namespace
 
-frmMain::frmMain() : m_ui(std::make_unique<Ui::frmMain>())
+frmMain::frmMain()
+    : m_ui(std::make_unique<Ui::frmMain>()), m_status(new StatusFooter),
+      m_tray([this] { bringToFront(this); })
 {
     m_ui->setupUi(this);
+    m_ui->verticalLayout->insertWidget(m_ui->verticalLayout->indexOf(m_ui->tabMain) + 1, m_status);
     setWindowIcon(pictures::applicationIcon());
     m_ui->PicHeader->setPicture(pictures::header());
     m_ui->lblWelcome->setText(welcomeLine());
     m_ui->pageMainLayout->addWidget(new ScrolledPage(m_ui->introduction));
     new WheelNeedsFocus(m_ui->tabMain->tabBar());
     addTabShortcuts();
-    connect(m_ui->tabMain, &QTabWidget::currentChanged, this, [this] { FillFields(); });
+    connect(m_ui->tabMain, &QTabWidget::currentChanged, this, [this] {
+        FillFields();
+        showState();
+    });
     connect(m_ui->Label2, &Link::clicked, this, [this] { Label2_Click(); });
-    connect(m_ui->cmdQuit, &QPushButton::clicked, this, [this] { quit(); });
+    connect(m_ui->cmdQuit, &QPushButton::clicked, this, [] { gRoot->Quit(); });
 }
 
 frmMain::~frmMain() = default;
@@ -85,7 +98,8 @@ void frmMain::keepFooterLastInTabOrder()
     while (last != this && last->focusPolicy() == Qt::NoFocus) {
         last = last->previousInFocusChain();
     }
-    setTabOrder(last, m_ui->Label2);
+    setTabOrder(last, m_status->link());
+    setTabOrder(m_status->link(), m_ui->Label2);
     setTabOrder(m_ui->Label2, m_ui->cmdQuit);
 }
 
@@ -96,7 +110,8 @@ void frmMain::Form_Load()
             panel->FillFields();
         }
     }
-    m_ui->lblVersion->setText(versionLine());
+    m_ui->lblVersion->setText(fnVersionLine());
+    showState();
     takePlace();
 }
 
@@ -146,8 +161,47 @@ const clsMods *frmMain::ModsList() const
 
 void frmMain::PushUpdate()
 {
+    showState();
     if (ctlPanel *const panel = selectedPanel()) {
         panel->PushUpdate();
+    }
+}
+
+void frmMain::showState()
+{
+    m_status->showErrors(gRoot->Errors()->count());
+    ServerState state = serverState();
+    state.lastRestart = m_lastRestart;
+    if (m_ui->tabMain->currentIndex() == ServerControl) {
+        state.problem.clear(); // the panel tells it
+    }
+    if (m_shown == state) {
+        return;
+    }
+    if (!m_shown || m_shown->health != state.health) {
+        m_stateIcon = stateIcon::onApplication(state.health);
+        setWindowIcon(m_stateIcon);
+    }
+    m_shown = state;
+    m_status->showState(state, toolTipFor(state));
+    m_tray.showState(m_stateIcon, toolTipFor(state));
+}
+
+void frmMain::notifyRestart(RestartReason reason)
+{
+    const QDateTime now = gRoot->Machine().clock.now();
+    m_tray.notify(wordsOf(reason) + now.toString(u" HH:mm"_s));
+    m_lastRestart = wordsOf(reason) + now.toString(u" yyyy-MM-dd HH:mm"_s);
+}
+
+void frmMain::bringToFront(QWidget *window)
+{
+    for (QWidget *const each : {window, QApplication::activeModalWidget()}) {
+        if (each != nullptr && each->isVisible()) {
+            each->setWindowState(each->windowState() & ~Qt::WindowMinimized);
+            each->raise();
+            each->activateWindow();
+        }
     }
 }
 
@@ -161,14 +215,8 @@ void frmMain::Label2_Click()
     m_picture->activateWindow();
 }
 
-void frmMain::quit() const
-{
-    keepPlace();
-    gRoot->Quit();
-}
-
 void frmMain::closeEvent(QCloseEvent *event)
 {
     event->accept();
-    quit();
+    gRoot->Quit();
 }

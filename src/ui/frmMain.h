@@ -1,23 +1,29 @@
 #pragma once
 
 #include "core/iMainWindow.h"
+#include "ui/ServerState.h"
+#include "ui/TrayIcon.h"
 #include "ui/ctlPanel.h"
 
+#include <QIcon>
 #include <QPointer>
 #include <QWidget>
 
 #include <array>
 #include <memory>
+#include <optional>
 
+class StatusFooter;
 class frmPicture;
 
 namespace Ui {
 class frmMain;
 }
 
-/// The main window: tabs with a panel each, the version and thanks lines and the Quit button. It
-/// holds no settings; it passes two calls on to the panel of the selected tab, and spares a panel
-/// with unsaved edits the filling, whoever asks for it. Closing it ends the program.
+/// The main window: tabs with a panel each, the game server's state, the version and thanks lines
+/// and the Quit button. It holds no settings; it passes two calls on to the panel of the selected
+/// tab, and spares a panel with unsaved edits the filling, whoever asks for it. Closing it ends the
+/// program. The state is on its icon and in the desktop's tray, too.
 class frmMain : public QWidget, public iMainWindow
 {
     Q_DISABLE_COPY_MOVE(frmMain)
@@ -39,6 +45,12 @@ public:
     void PushUpdate() override;
     void loadMods() override;
     const clsMods *ModsList() const override;
+    void notifyRestart(RestartReason reason) override;
+
+    /// Brings the window to the front, where there is one, and a message box that is open.
+    static void bringToFront(QWidget *window);
+    /// The program ends.
+    void leaveTray() { m_tray.remove(); }
 
     void Label2_Click();
     /// Notes size and place of the window for the next start.
@@ -50,12 +62,17 @@ protected:
 private:
     void addTabShortcuts();
     void takePlace();
-    void quit() const;
     void keepFooterLastInTabOrder();
     /// The selected tab's panel; null where the tab has none.
     ctlPanel *selectedPanel() const;
+    void showState();
 
     std::unique_ptr<Ui::frmMain> m_ui;
     std::array<ctlPanel *, TabCount> m_panels{};
     QPointer<frmPicture> m_picture;
+    StatusFooter *m_status;
+    TrayIcon m_tray;
+    std::optional<ServerState> m_shown;
+    QIcon m_stateIcon;
+    QString m_lastRestart;
 };

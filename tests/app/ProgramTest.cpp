@@ -45,7 +45,9 @@ TEST_F(ProgramTest, AFailingStepIsRepeatedOnRetryAndEndsTheStartOnCancel)
     root->Start();
     ASSERT_EQ(fake.boxes.boxes.size(), 2);
     EXPECT_TRUE(fake.boxes.boxes.front().startsWith(
-        u"Do'h!!|21|An error has occured in Start of Zebek (Root Object):\r\n\r\n    75 : "_s));
+        u"Do'h!!|21|An error has occured in Start of Zebek (Root Object):\r\n\r\n    75 : The "
+        u"folder "
+        "\"%1\" cannot be created: File exists"_s.arg(rootDirectory() + u"Replays"_s)));
     EXPECT_EQ(root->Errors(), nullptr);
     EXPECT_EQ(root->GlobalForm(), nullptr);
 

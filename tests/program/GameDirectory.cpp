@@ -109,14 +109,15 @@ void GameDirectory::startTool()
     m_tool.waitForStarted();
 }
 
-GameDirectory::Ending GameDirectory::runToolAgain(const std::function<void()> &meanwhile) const
+GameDirectory::Ending GameDirectory::runToolAgain(const std::function<void()> &meanwhile,
+                                                  const QStringList &arguments) const
 {
     QProcess second;
-    setCommand(second, path(Tool), {});
+    setCommand(second, path(Tool), arguments);
     second.start();
     meanwhile();
     second.waitForFinished();
-    return {second.exitCode(), second.readAllStandardError()};
+    return {second.exitCode(), second.readAllStandardError(), second.readAllStandardOutput()};
 }
 
 void GameDirectory::killTool()

@@ -41,10 +41,12 @@ public:
     struct Ending
     {
         int exitCode;
-        QByteArray told; ///< on the standard error
+        QByteArray told;          ///< on the standard error
+        QByteArray answered = {}; ///< on the standard output
     };
     /// Starts the tool once more, lets something be done to it, and waits for its end.
-    Ending runToolAgain(const std::function<void()> &meanwhile = [] {}) const;
+    Ending runToolAgain(
+        const std::function<void()> &meanwhile = [] {}, const QStringList &arguments = {}) const;
     void killTool();
     QProcess &tool() { return m_tool; }
     /// Starts a server as an operator would by hand.

@@ -221,6 +221,11 @@ TEST_F(SupervisionTest, WithoutADisplayItSaysInOneLineWhatIsMissing)
     const QByteArray display = qgetenv("DISPLAY");
     qputenv("DISPLAY", ":99999");
     const GameDirectory::Ending ending = game.runToolAgain();
+    for (const QString &question : {u"--version"_s, u"--help"_s}) {
+        const GameDirectory::Ending asked = game.runToolAgain([] {}, {question});
+        EXPECT_EQ(asked.exitCode, 0) << asked.told.constData();
+        EXPECT_EQ(asked.answered.count('\n'), 2) << asked.answered.constData();
+    }
     qputenv("DISPLAY", display);
     EXPECT_EQ(ending.exitCode, 69);
     EXPECT_TRUE(ending.told.contains("could not connect to display :99999"));

@@ -199,6 +199,25 @@ TEST_F(ctlServerOptionsTest, AnOddSettingShowsAsNothingIsToldOnceAndStaysUntilIt
     click("cmdSave");
     EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|75"_s);
     EXPECT_EQ(box("txtMOTD").text(), u"x"_s);
+    EXPECT_EQ(root->MainWindow()->focusWidget(), &box("txtMOTD"));
+    EXPECT_TRUE(box("txtMOTD").styleSheet() != QString() && box("txtName").styleSheet().isEmpty());
+    EXPECT_TRUE(fake.boxes.boxes.last().endsWith(child<QLabel>("lblProblem")->text()));
+}
+
+TEST_F(ctlServerOptionsTest, WithoutTheGamesFileTheFieldsAreOffUntilItIsThere)
+{
+    const auto *const problem = child<QLabel>("lblProblem");
+    QFile::remove(path(u"options.xml"_s));
+    select(frmMain::Main);
+    select(frmMain::ServerOptions);
+    EXPECT_EQ(problem->text(), u"options.xml not found: start the game once"_s);
+    QTest::keyClick(&box("txtName"), 'x');
+    EXPECT_EQ(box("txtName").text(), u"Camp"_s);
+    write(u"options.xml"_s, options("Made", 2346));
+    fake.clock.advance(500);
+    QTest::keyClick(&box("txtName"), 'x');
+    EXPECT_EQ(box("txtName").text(), u"Madex"_s);
+    EXPECT_FALSE(problem->isVisible());
 }
 
 TEST_F(ctlServerOptionsTest, TheWebAndThePanelWorkOnOneListOfMods)
@@ -316,7 +335,7 @@ TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
     EXPECT_EQ(read(u"modsset.txt"_s), list);
     EXPECT_EQ(rows(), u"baC-"_s);
     EXPECT_EQ(enabled(), u"I.SC"_s);
-    EXPECT_EQ(fake.boxes.boxes.size(), 2);
+    EXPECT_EQ(fake.boxes.boxes.join(u'\n').count(u"\r\n\r\nNo space"_s), 2);
     fake.files.failAt = 0;
     write(u"options.xml"_s, options("Other", 2346));
     click("cmdSave"); // which has only the mods to save

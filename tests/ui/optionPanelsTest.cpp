@@ -2,6 +2,7 @@
 #include "web/Listener.h"
 #include "web/clsWebSite.h"
 
+#include <QTcpServer>
 #include <QTcpSocket>
 
 class optionPanelsTest : public ToolTest
@@ -84,6 +85,7 @@ TEST_F(optionPanelsTest, TheAutostartEntryChangesOnAClickOnlyAndIsShownAsItIs)
     EXPECT_EQ(fake.autostart.entry, u"by another hand"_s);
     QTest::keyClick(autostart, Qt::Key_Space);
     EXPECT_FALSE(fake.autostart.entry);
+    EXPECT_TRUE(child<QLabel>("lblAutoRunonStartup")->toolTip().endsWith(u"Nowhere yet."_s));
     EXPECT_TRUE(pagesAreFresh());
 }
 
@@ -132,4 +134,26 @@ TEST_F(optionPanelsTest, ThePortIsCheckedAndTheButtonStartsAndStopsTheWebServer)
     QTest::mouseClick(child<QPushButton>("cmdWebServer"), Qt::LeftButton);
     EXPECT_EQ(clickWebServer(), u"Web server is currently stopped"_s);
     EXPECT_FALSE(root->GlobalForm()->webServer.wsckNewConnections.isListening());
+}
+
+TEST_F(optionPanelsTest, WhyTheWebServerDidNotStartStandsBesideItsState)
+{
+    show(System);
+    const auto *const problem = child<QLabel>("lblProblem");
+    EXPECT_EQ(clickWebServer(), u"Web server is currently stopped"_s);
+    EXPECT_TRUE(problem->isVisible() && problem->text().contains(u"user name and a password"_s));
+    type("txtUserName", u"me"_s);
+    type("txtPassword", u"secret"_s);
+    fake.clock.advance(500);
+    EXPECT_FALSE(problem->isVisible());
+
+    QTcpServer other;
+    ASSERT_TRUE(other.listen(QHostAddress::Any, 8080));
+    type("txtPort", u"8080"_s);
+    EXPECT_EQ(clickWebServer(), u"Web server is currently stopped"_s);
+    EXPECT_TRUE(problem->text().startsWith(u"Another program has the port 8080"_s));
+    other.close();
+    fake.clock.advance(3000);
+    EXPECT_EQ(child<QLabel>("lblStatus")->text(), u"Web server is currently running"_s);
+    EXPECT_FALSE(problem->isVisible());
 }

@@ -7,6 +7,7 @@
 
 #include <climits>
 #include <csignal>
+#include <cstdio>
 #include <fcntl.h>
 #include <poll.h>
 #include <system_error>
@@ -14,9 +15,9 @@
 
 namespace platform {
 
-bool showFolder(const QString &folder)
+bool openOnDesktop(const QString &path)
 {
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 QString systemMessage(std::uint32_t code)
@@ -47,6 +48,12 @@ void tellOnStandardError(const QString &text)
         static_cast<void>(
             !::write(STDERR_FILENO, line.constData(), static_cast<size_t>(line.size())));
     }
+}
+
+void tellOnStandardOutput(const QString &text)
+{
+    static_cast<void>(std::fputs((text.toLocal8Bit() + '\n').constData(), stdout));
+    static_cast<void>(std::fflush(stdout));
 }
 
 /// The window manager decides.

@@ -14,12 +14,12 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-bool showFolder(const QString &folder)
+bool openOnDesktop(const QString &path)
 {
     QProcess explorer;
     explorer.setProgram(u"explorer.exe"_s);
     // Always in quotes: it takes a comma for the end of a path.
-    explorer.setNativeArguments(u"\"%1\""_s.arg(QDir::toNativeSeparators(QDir::cleanPath(folder))));
+    explorer.setNativeArguments(u"\"%1\""_s.arg(QDir::toNativeSeparators(QDir::cleanPath(path))));
     return explorer.startDetached();
 }
 
@@ -39,6 +39,18 @@ void secureStandardStreams() {}
 void tellOnStandardError(const QString &text)
 {
     static_cast<void>(std::fputs((text.toLocal8Bit() + '\n').constData(), stderr));
+}
+
+void tellOnStandardOutput(const QString &text)
+{
+    // One that was redirected is there; a console is the starter's.
+    if (GetFileType(GetStdHandle(STD_OUTPUT_HANDLE)) == FILE_TYPE_UNKNOWN &&
+        (AttachConsole(ATTACH_PARENT_PROCESS) == 0 ||
+         std::freopen("CONOUT$", "w", stdout) == nullptr)) {
+        return;
+    }
+    static_cast<void>(std::fputs((text.toLocal8Bit() + '\n').constData(), stdout));
+    static_cast<void>(std::fflush(stdout));
 }
 
 void letOthersComeToFront()

@@ -1,0 +1,80 @@
+#include "ui/StatusFooter.h"
+
+#include "core/basMain.h"
+#include "core/clsErrors.h"
+#include "core/clsZebek.h"
+#include "platform/SystemServices.h"
+#include "ui/ProblemLabel.h"
+#include "ui/StateDot.h"
+#include "ui/messages.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void openLog()
+{
+    const QString path = gRoot->Errors()->path();
+    if (!platform::openOnDesktop(path)) {
+        showMessage(u"No program was found that shows the file \"%1\""_s.arg(path));
+    }
+}
+
+} // namespace
+
+StatusFooter::StatusFooter(QWidget *parent)
+    : QWidget(parent), m_dot(new StateDot), m_process(new QLabel), m_network(new QLabel),
+      m_errors(new QLabel), m_problem(new ProblemLabel)
+{
+    m_dot->setObjectName(u"stateDot"_s);
+    m_process->setObjectName(u"lblFooterProcess"_s);
+    m_network->setObjectName(u"lblFooterNetwork"_s);
+    m_errors->setObjectName(u"lblErrors"_s);
+    m_problem->setObjectName(u"lblFooterProblem"_s);
+    m_network->setWordWrap(true); // rather than to widen the window
+    m_errors->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    m_errors->setToolTip(u"Click to open the error log"_s);
+    m_errors->hide();
+    connect(m_errors, &QLabel::linkActivated, this, openLog);
+
+    auto *const line = new QHBoxLayout;
+    line->addWidget(m_dot);
+    line->addWidget(m_process);
+    line->addSpacing(fontMetrics().height());
+    line->addWidget(m_network, 1);
+    line->addWidget(m_errors);
+    auto *const lines = new QVBoxLayout(this);
+    lines->setContentsMargins({});
+    lines->addLayout(line);
+    lines->addWidget(m_problem);
+}
+
+void StatusFooter::showState(const ServerState &state, const QString &toolTip)
+{
+    m_dot->show(state.health);
+    m_process->setText(state.process);
+    m_network->setText(state.network);
+    m_problem->tell(state.problem);
+    setToolTip(toolTip);
+}
+
+void StatusFooter::showErrors(int count)
+{
+    if (std::exchange(m_count, count) == count) {
+        return;
+    }
+    const QString text = count == 1 ? u"1 error logged"_s : u"%1 errors logged"_s.arg(count);
+    m_errors->setText(u"<a href=\"#log\">%1</a>"_s.arg(text));
+    m_errors->setAccessibleName(text);
+    m_errors->setVisible(count > 0);
+}
+
+QWidget *StatusFooter::link() const
+{
+    return m_errors;
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "ui/ServerState.h"
+
+#include <QWidget>
+
+class ProblemLabel;
+class QLabel;
+class StateDot;
+
+/// The line below the tabs that tells how the game server fares, and how many errors the log has,
+/// with a link that opens it. Changes nothing where nothing has changed.
+class StatusFooter : public QWidget
+{
+public:
+    explicit StatusFooter(QWidget *parent = nullptr);
+
+    void showState(const ServerState &state, const QString &toolTip);
+    /// Nothing of it for none.
+    void showErrors(int count);
+    /// What the keyboard can reach.
+    QWidget *link() const;
+
+private:
+    StateDot *m_dot;
+    QLabel *m_process;
+    QLabel *m_network;
+    QLabel *m_errors;
+    ProblemLabel *m_problem;
+    int m_count = 0;
+};

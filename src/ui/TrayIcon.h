@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QIcon>
+#include <QSystemTrayIcon>
+
+#include <functional>
+#include <memory>
+
+/// The program's icon in the desktop's tray; nothing where the desktop has none.
+class TrayIcon
+{
+public:
+    /// `clicked` is called for a click on the icon or on a notification.
+    explicit TrayIcon(const std::function<void()> &clicked);
+
+    void showState(const QIcon &icon, const QString &toolTip);
+    void notify(const QString &text);
+    /// Takes it away; one of a process that just ends may stay in the tray.
+    void remove() { m_icon.reset(); }
+
+private:
+    std::unique_ptr<QSystemTrayIcon> m_icon;
+};
