@@ -104,7 +104,8 @@ void ctlSystemOptions::addFields()
                           {bound(&clsOptions::RemoteAccessPort).read, storePort}));
     add(new TextSetting(m_ui->txtUserName, m_ui->lblUserName, bound(&clsOptions::AdminUserName)));
     add(new TextSetting(m_ui->txtPassword, m_ui->lblPassword, bound(&clsOptions::AdminPassword)));
-    for (QLineEdit *const box : {m_ui->txtUserName, m_ui->txtPassword}) {
+    for (QLineEdit *const box :
+         std::initializer_list<QLineEdit *>{m_ui->txtUserName, m_ui->txtPassword}) {
         box->setPlaceholderText(u"needed to start the web server"_s);
     }
 }
