@@ -47,6 +47,8 @@ TEST_F(ctlServerControlTest, EveryKeystrokeStoresANumberOrIsTakenBack)
     // A stored value out of range is complained about once and kept.
     options().ServerPollingFrequency.Let(40000);
     root->MainWindow()->FillFields();
+    EXPECT_EQ(fake.boxes.boxes.size(), 1) << "not before the panel is filled";
+    QApplication::processEvents();
     QTest::keyClick(polling, '1');
     EXPECT_EQ(fake.boxes.boxes, QStringList(3, WrongNumber));
     EXPECT_EQ(polling->text(), u"40000"_s);

@@ -136,7 +136,7 @@ TEST_F(SystemFilesTest, WhatIsNoFileOrNoFolderOrCannotBeReadIsRefused)
         __user_cap_data_struct none[2]{};
         ::syscall(SYS_capset, &self, none);
         const auto [number, text] = failureOf([&] { platform::requireFolder(directory.path()); });
-        std::_Exit(text == directory.path() + u": Cannot be read"_s ? number : EXIT_FAILURE);
+        std::_Exit(text == directory.path() + u": Permission denied"_s ? number : EXIT_FAILURE);
     };
     for (const QFile::Permissions half : {QFile::ReadOwner, QFile::ExeOwner}) {
         QFile::setPermissions(directory.path(), half);
