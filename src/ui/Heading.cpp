@@ -1,6 +1,5 @@
 #include "ui/Heading.h"
 
-#include <QApplication>
 #include <QEvent>
 
 namespace {
@@ -13,19 +12,20 @@ Heading::Heading(QWidget *parent) : QLabel(parent)
 {
     setWordWrap(true);
     fitFont();
+    parent->installEventFilter(this); // a size of its own hides the change from the label itself
 }
 
-bool Heading::event(QEvent *event)
+bool Heading::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::ApplicationFontChange) {
+    if (event->type() == QEvent::FontChange) {
         fitFont();
     }
-    return QLabel::event(event);
+    return QLabel::eventFilter(watched, event);
 }
 
 void Heading::fitFont()
 {
-    QFont heading = QApplication::font();
+    QFont heading = parentWidget()->font();
     if (heading.pointSizeF() > 0) {
         heading.setPointSizeF(heading.pointSizeF() * TimesTheText);
     } else {

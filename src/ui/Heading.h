@@ -2,14 +2,14 @@
 
 #include <QLabel>
 
-/// A heading: bold and larger than the desktop's font, whatever size that has.
+/// A heading: bold and larger than the text around it, whatever size that has.
 class Heading : public QLabel
 {
 public:
     explicit Heading(QWidget *parent);
 
 protected:
-    bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void fitFont();
