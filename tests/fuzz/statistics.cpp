@@ -9,13 +9,6 @@
 
 using platform::XmlDocument;
 
-static void require(bool promise)
-{
-    if (!promise) {
-        std::abort();
-    }
-}
-
 /// Statistics pages of any content: the record can be written and read again without a loss.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
@@ -27,6 +20,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     XmlDocument record = xmlFromGamePage(page, QStringLiteral("missionstats.htm"));
     const QByteArray bytes = record.toBytes();
     auto readAgain = XmlDocument::parse(bytes);
-    require(readAgain && readAgain->toBytes() == bytes);
+    if (!readAgain || readAgain->toBytes() != bytes) {
+        std::abort();
+    }
     return 0;
 }
