@@ -4,7 +4,6 @@
 #include "core/clsErrors.h"
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
-#include "platform/XmlDocument.h"
 #include "support/FakeMachine.h"
 #include "support/gameFiles.h"
 
@@ -72,14 +71,10 @@ protected:
     /// The last record of the error log on disk, as "Module|Routine|ID|ErrorNo".
     QString lastRecord() const
     {
-        const QByteArray log = read(ErrorLog);
-        auto record = platform::XmlDocument::parse(
-            log.sliced(qMax<qsizetype>(log.lastIndexOf("<Error "), 0)).replace("</Errors>", ""));
-        QStringList fields;
-        for (const char *name : {"Module", "Routine", "ID", "ErrorNo"}) {
-            fields.append(record ? record->root().attribute(name) : QString());
-        }
-        return fields.join(u'|');
+        static const QRegularExpression values(
+            u".*Module=\"(.*)\" Routine=\"(.*)\" ID=\"(.*)\" ErrorNo=\"(-?\\d+)\""_s,
+            QRegularExpression::DotMatchesEverythingOption);
+        return values.match(QString::fromUtf8(read(ErrorLog))).capturedTexts().mid(1).join(u'|');
     }
     qsizetype recordCount() const { return read(ErrorLog).count("<Error "); }
 

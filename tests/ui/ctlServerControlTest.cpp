@@ -98,4 +98,9 @@ TEST_F(ctlServerControlTest, EveryInteractiveControlHasANameAndTakesTheFocus)
         }
     }
     EXPECT_GE(controls, 12 + tabs->count() - 1);
+    QWidget *last = root->MainWindow()->previousInFocusChain();
+    while (last->focusPolicy() == Qt::NoFocus) {
+        last = last->previousInFocusChain();
+    }
+    EXPECT_EQ(last, child<QPushButton>("cmdQuit"));
 }

@@ -10,6 +10,7 @@ class WebTest : public ToolTest
 {
 protected:
     static constexpr quint16 Port = 8080;
+    const QByteArray LogIn = "GET /Login HTTP/1.1\r\nHost: a\r\n\r\n";
 
     void startSite(const QByteArray &elements = "<AutoStartGRServer>False</AutoStartGRServer>")
     {
@@ -35,14 +36,29 @@ protected:
             QCoreApplication::processEvents();
         }
     }
+    /// A connection, and what it has sent, have been taken.
+    static std::unique_ptr<QTcpSocket> send(const QByteArray &request)
+    {
+        auto client = std::make_unique<QTcpSocket>();
+        connectTo(*client);
+        client->write(request);
+        settle();
+        return client;
+    }
+    static std::vector<std::unique_ptr<QTcpSocket>> connectMany(int count)
+    {
+        std::vector<std::unique_ptr<QTcpSocket>> clients;
+        while (count-- > 0) {
+            clients.push_back(send({}));
+        }
+        return clients;
+    }
     /// The whole answer to one request.
     static QByteArray ask(const QByteArray &request)
     {
-        QTcpSocket client;
-        connectTo(client);
-        client.write(request);
-        EXPECT_TRUE(ended(client)) << request.left(60).toStdString();
-        return client.readAll();
+        const auto client = send(request);
+        EXPECT_TRUE(ended(*client)) << request.left(60).toStdString();
+        return client->readAll();
     }
     static QByteArray get(const QByteArray &target)
     {

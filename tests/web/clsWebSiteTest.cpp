@@ -7,23 +7,6 @@
 
 using clsWebSiteTest = WebTest;
 
-/// The route of every post, with fields that would change something.
-static const std::pair<const char *, const char *> Posts[] = {
-    {"/OpenMods", ""},
-    {"/EditMod", "modname=%5Cmods%5Cdesert&ActionButton=++Activate++"},
-    {"/AdminMenu", "AdminMenu=Main"},
-    {"/logon", ""},
-    {"/DeleteReplays", "DELFILEa.rpf=on"},
-    {"/UpdateAdminReplaysConfig", "ReplayCount=7"},
-    {"/UpdateAdminServerControlConfig", "SubmitType=Update&Timeout=7"},
-    {"/UpdateAdminServerControlConfig", "SubmitType=Start+Server"},
-    {"/UpdateAdminServerOptionsConfig", "ServerName=X"},
-    {"/UpdateAdminSystemOptionsConfig", "AdminPW=x"},
-    {"/UpdateAdminStatusOptionsConfig", "ServerGo=x"},
-    {"/GETFILEsecret/a.rpf", ""},
-    {"/elsewhere", ""},
-};
-
 TEST_F(clsWebSiteTest, AnswersEveryGetByteForByte)
 {
     startSite("<ServerRunningGif>http://i/&#13;&#10;go.gif</ServerRunningGif>"
@@ -59,17 +42,12 @@ TEST_F(clsWebSiteTest, AnswersEveryGetByteForByte)
             << name.toStdString();
         EXPECT_EQ(get("/GETFILEx" + shown.mid(start + 7, end - start)), "Access Denied");
     }
-    for (const char *asError : {"/Error", "/ErrorText"}) {
-        QTcpSocket client; // there is no log yet: no answer, and a log afterwards
-        connectTo(client);
-        if (recordCount() == 0) {
-            client.write("GET /Error HTTP/1.1\r\nHost: a\r\n\r\n");
-            settle();
-            EXPECT_EQ(lastRecord(), u"Website|ParseRequest|Root Object|53"_s);
-        }
-        const QByteArray type = QByteArray(asError) == "/Error" ? "text/XML" : "text/plain";
-        EXPECT_EQ(get(asError), "HTTP/1.1 200 OK\r\nContent-Type: " + type + "\r\n\r\n" +
-                                    read(ErrorLog) + "\r\n\r\n");
+    // There is no log yet: no answer, and a log afterwards.
+    EXPECT_EQ(send("GET /Error HTTP/1.1\r\nHost: a\r\n\r\n")->bytesAvailable(), 0);
+    EXPECT_EQ(lastRecord(), u"Website|ParseRequest|Root Object|53"_s);
+    for (const auto &[target, type] : {std::pair("/Error", "XML"), {"/ErrorText", "plain"}}) {
+        EXPECT_EQ(get(target), "HTTP/1.1 200 OK\r\nContent-Type: text/"_ba + type + "\r\n\r\n" +
+                                   read(ErrorLog) + "\r\n\r\n");
     }
     EXPECT_TRUE(get("/Login").contains("<form name=\"logon\" method=\"POST\" action=\"logon\">"));
     for (const char *other : {"/", "/Login/", "/Errors", "/CNN2", "/index.html", "/getfile"}) {
@@ -82,7 +60,21 @@ TEST_F(clsWebSiteTest, AWrongLogInOpensNothingAndChangesNothingOnAnyRoute)
     startSite();
     writeReplay(u"a.rpf"_s, "x");
     const QByteArray options = read(u"options.xml"_s);
-    for (const auto &[target, fields] : Posts) {
+    const std::pair<const char *, const char *> posts[] = {
+        {"/OpenMods", ""},
+        {"/EditMod", "modname=%5Cmods%5Cdesert&ActionButton=++Activate++"},
+        {"/AdminMenu", "AdminMenu=Main"},
+        {"/logon", ""},
+        {"/DeleteReplays", "DELFILEa.rpf=on"},
+        {"/UpdateAdminReplaysConfig", "ReplayCount=7"},
+        {"/UpdateAdminServerControlConfig", "SubmitType=Update&Timeout=7"},
+        {"/UpdateAdminServerControlConfig", "SubmitType=Start+Server"},
+        {"/UpdateAdminServerOptionsConfig", "ServerName=X"},
+        {"/UpdateAdminSystemOptionsConfig", "AdminPW=x"},
+        {"/UpdateAdminStatusOptionsConfig", "ServerGo=x"},
+        {"/GETFILEsecret/a.rpf", ""},
+        {"/elsewhere", ""}};
+    for (const auto &[target, fields] : posts) {
         for (const QByteArray &request :
              {postRequest(target, fields, "Secret"), postRequest(target, fields, ""),
               QByteArray("POST ") + target + " H\r\nH: a\r\n\r\n" + "UserName=admin&PW=secret&" +
@@ -107,6 +99,46 @@ TEST_F(clsWebSiteTest, AWrongLogInOpensNothingAndChangesNothingOnAnyRoute)
             ask("POST /logon H\r\n\r\nUserName=" + user.toLatin1() + "&PW=" + password.toLatin1())
                 .contains("Sorry"));
         EXPECT_EQ(get("/GETFILE" + password.toLatin1() + "/a.rpf"), "Access Denied");
+    }
+}
+
+/// The menu's entry, title, headings, fields with their limits and sizes, and buttons, in order.
+TEST_F(clsWebSiteTest, EveryPageOfTheAdministrationIsMadeOfItsOwnPieces)
+{
+    startSite();
+    const QRegularExpression piece(
+        u"(?:menubutton current[^>]*value|id|maxlength|size|submit\"(?: name=\"S\\w*\")? value)=\""
+        "([^\"]*)|(?:title|Title|heading)\">([^<]+)"_s);
+    const std::pair<PageKey, const char *> rows[] = {
+        {PageKey::AdminMain, "Main|MAIN"},
+        {PageKey::AdminReplays, "Replays|REPLAYS|Configuration|archiveReplays|SkipBlankReplays|"
+                                "ReplayCount|5|6|Update|Available Replays|Delete"},
+        {PageKey::AdminReplaysUpdate, "Replays|REPLAYS"},
+        {PageKey::AdminServerControl,
+         "Server Control|Server Control|Process Status|Startup Options|AutoStartGRServer|"
+         "UserCMDLINE|CMDLine|Restart Options|AutoRestartGRServer|AutoRestartOnProcessStop|"
+         "Pollingfreq|5|6|Timeout|2|3|StartupTimeout|2|3|Update|Server Control|"
+         "Start Server|Stop Server"},
+        {PageKey::AdminServerControlUpdate, "Server Control|SERVER CONTROL"},
+        {PageKey::AdminServerOptions,
+         "Server Options|Server Options|General|ServerName|20|21|UserMOTD|MOTD|100|100|"
+         "AllowRemoteAccess|RAPassword|12|13|RecordGame|Network Options|BehindFireWall|"
+         "Synch|8|9|JoinPort|8|9|AnnouncePort|8|9|Active Mods|Update"},
+        {PageKey::AdminServerOptionsUpdate, "Server Options|SERVER OPTIONS"},
+        {PageKey::AdminSystemOptions,
+         "System Status|System Options|System Settings|StartOnStartup|ScanForProcesses|"
+         "Web Server Settings|StartWebServer|15|7|AdminUN|16|AdminPW|16|Update"},
+        {PageKey::AdminSystemOptionsUpdate, "System Status|SYSTEM OPTIONS"},
+        {PageKey::AdminStatusOptions,
+         "Status Options|Status Options|ServerGo|120|ServerCrash|120|Update"},
+        {PageKey::AdminStatusOptionsUpdate, "Status Options|STATUS OPTIONS"},
+        {PageKey::AdminModList, "Mods List"}};
+    for (const auto &[key, pieces] : rows) {
+        QStringList found;
+        for (const auto &match : piece.globalMatch(QString::fromLatin1(page(key)))) {
+            found.append(match.captured(match.lastCapturedIndex()));
+        }
+        EXPECT_EQ(found.join(u'|').toStdString(), pieces);
     }
 }
 
@@ -161,7 +193,7 @@ TEST_F(clsWebSiteTest, ChangesTheGamesFilesOnlyWhileNoServerIsHeld)
     write(u"options.xml"_s, read(u"options.xml"_s).replace("<MOTD/>", "<MOTD>m</MOTD>"));
     QDir(directory.path()).mkpath(u"Mods/Urban"_s);
     const QByteArray update = "ServerName=abcdefghijklmnopqrstuvwxy&Synch=x&JoinPort=65536&"
-                              "AnnouncePort=7&RecordGame=on&RAPassword=p";
+                              "AnnouncePort=0&RecordGame=on&RAPassword=p";
     const QByteArray activate = "modname=%5CMODS%5Curban&ActionButton=++Activate++";
     const QByteArray answer = post("/UpdateAdminServerOptionsConfig", update);
     const QByteArray number =
@@ -170,7 +202,7 @@ TEST_F(clsWebSiteTest, ChangesTheGamesFilesOnlyWhileNoServerIsHeld)
         "Server name truncated to max 20 characters (abcdefghijklmnopqrst)<br>" + number + number));
     const QByteArray options = read(u"options.xml"_s);
     for (const char *text : {"<MPGameName>abcdefghijklmnopqrst<", "<MOTD/>", "<JoinPort>1<",
-                             "<RecordGame>TRUE<", "<BehindFirewall>FALSE<", "<AnnouncePort>7<"}) {
+                             "<RecordGame>TRUE<", "<BehindFirewall>FALSE<", "<AnnouncePort>0<"}) {
         EXPECT_TRUE(options.contains(text)) << text;
     }
     fake.files.failAt = FailingFiles::Always;
@@ -235,12 +267,8 @@ TEST_F(clsWebSiteTest, NoNameReachesAFileOutsideTheReplayFolder)
         QByteArray("../a.rpf\0.rpf", 13), "a.rpf\n", "inner", "missing.rpf"};
     // clang-format on
     for (const QByteArray &name : names) {
-        QTcpSocket client;
-        connectTo(client);
-        client.write("GET /GETFILEsecret/" + name + " HTTP/1.1\r\nHost: a\r\n\r\n");
-        settle();
-        const QByteArray answer = client.readAll();
-        EXPECT_FALSE(answer.contains("kept")) << name.toStdString();
+        const QByteArray request = "GET /GETFILEsecret/" + name + " HTTP/1.1\r\nHost: a\r\n\r\n";
+        EXPECT_FALSE(send(request)->readAll().contains("kept")) << name.toStdString();
         for (const QByteArray &field : {name, name.toPercentEncoding()}) {
             const QByteArray told = post("/DeleteReplays", "DELFILE" + field + "=on");
             EXPECT_TRUE(told.contains(" Replays Files Deleted")) << name.toStdString();

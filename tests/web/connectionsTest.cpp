@@ -4,20 +4,7 @@
 
 #include <QTcpServer>
 
-class ConnectionsTest : public WebTest
-{
-protected:
-    static std::vector<std::unique_ptr<QTcpSocket>> connectMany(int count)
-    {
-        std::vector<std::unique_ptr<QTcpSocket>> clients;
-        while (count-- > 0) {
-            clients.push_back(std::make_unique<QTcpSocket>());
-            connectTo(*clients.back());
-            settle();
-        }
-        return clients;
-    }
-};
+using ConnectionsTest = WebTest;
 
 TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
 {
@@ -58,7 +45,7 @@ TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
     settle();
     form.StopWebServer();
     EXPECT_FALSE(form.WebServerRunning());
-    open.write("GET /Login HTTP/1.1\r\nHost: a\r\n\r\n");
+    open.write(LogIn);
     EXPECT_TRUE(ended(open));
     EXPECT_TRUE(open.readAll().contains("logon"));
     QTcpSocket late;
@@ -69,22 +56,28 @@ TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
 TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeElementIsTaken)
 {
     startSite();
-    const auto clients = connectMany(103);
+    const auto clients = connectMany(104);
     const auto &pool = root->GlobalForm()->webServer.wsckConnections;
     EXPECT_TRUE(pool.front()->isFree());
     for (std::size_t element = 1; element < pool.size(); ++element) {
         ASSERT_FALSE(pool.at(element)->isFree());
     }
-    const QByteArray request = "GET /Login HTTP/1.1\r\nHost: a\r\n\r\n";
-    for (const std::size_t waiting : {100U, 101U}) {
-        clients.at(waiting)->write(request);
-        settle();
-        EXPECT_EQ(clients.at(waiting)->bytesAvailable(), 0);
+    clients.at(100)->write(LogIn);
+    QTcpSocket &finished = *clients.at(101); // with the rest of its data unread
+    finished.write(LogIn + QByteArray(3000, 'x'));
+    finished.flush();
+    finishSending(finished.socketDescriptor());
+    QTcpSocket &flooding = *clients.at(102);
+    flooding.write("GET /" + QByteArray(qsizetype{64} * 1024 * 1024, 'x'));
+    settle();
+    EXPECT_GT(flooding.bytesToWrite(), 32 * 1024 * 1024) << "one that waits is not read";
+    flooding.abort();
+    EXPECT_EQ(clients.at(100)->bytesAvailable(), 0);
+    clients.at(40)->write(LogIn);
+    for (const std::size_t served : {40U, 100U, 101U}) {
+        EXPECT_TRUE(ended(*clients.at(served)));
+        EXPECT_EQ(clients.at(served)->readAll().count("</html>"), 1) << served;
     }
-    clients.at(40)->write(request);
-    EXPECT_TRUE(ended(*clients.at(40)));
-    EXPECT_TRUE(ended(*clients.at(100)));
-    EXPECT_TRUE(ended(*clients.at(101)));
     settle();
     EXPECT_FALSE(pool.at(41)->isFree()); // the last one, which has nothing to say yet
     clients.at(2)->disconnectFromHost();
@@ -92,9 +85,7 @@ TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeEleme
     settle();
     EXPECT_TRUE(pool.at(4)->isFree());
     EXPECT_TRUE(pool.at(3)->isFree());
-    QTcpSocket next;
-    connectTo(next);
-    settle();
+    const auto next = send({});
     EXPECT_FALSE(pool.at(3)->isFree());
     EXPECT_TRUE(pool.at(4)->isFree());
 }
@@ -122,7 +113,7 @@ TEST_F(ConnectionsTest, SilentConnectionsMakePlaceAndThoseThatTakeNothingAreClos
     EXPECT_TRUE(ended(2) && ended(3) && ended(4));
     EXPECT_FALSE(ended(1) || ended(5) || ended(99));
     for (std::size_t waiting = 100; waiting < 103; ++waiting) {
-        clients.at(waiting)->write("GET /Login HTTP/1.1\r\n\r\n");
+        clients.at(waiting)->write(LogIn);
         EXPECT_TRUE(WebTest::ended(*clients.at(waiting)));
         EXPECT_TRUE(clients.at(waiting)->readAll().contains("logon"));
     }
@@ -157,17 +148,13 @@ TEST_F(ConnectionsTest, AFormInPiecesIsOneRequest)
     }
     EXPECT_EQ(recordCount(), 0);
 
-    QTcpSocket cut; // is taken as it is when nothing more comes
-    connectTo(cut);
-    cut.write(form.first(head.size() + 38));
-    cut.flush();
-    settle();
+    const auto cut = send(form.first(head.size() + 38)); // taken as it is when no more comes
     fake.clock.advance(249);
     settle();
-    EXPECT_EQ(cut.bytesAvailable(), 0);
+    EXPECT_EQ(cut->bytesAvailable(), 0);
     fake.clock.advance(1);
-    EXPECT_TRUE(ended(cut));
-    EXPECT_TRUE(cut.readAll().contains("Configuration Updated"));
+    EXPECT_TRUE(ended(*cut));
+    EXPECT_TRUE(cut->readAll().contains("Configuration Updated"));
 }
 
 TEST_F(ConnectionsTest, AListenerThatFailsIsMadeAnew)
@@ -191,27 +178,6 @@ TEST_F(ConnectionsTest, AListenerThatFailsIsMadeAnew)
     EXPECT_TRUE(lastRecord().startsWith(u"Global Controls|ConnectionRequest|None|"_s));
 }
 
-TEST_F(ConnectionsTest, AWaitingConnectionIsNotReadAndIsAnsweredThoughItsPeerHasFinished)
-{
-    startSite();
-    const auto clients = connectMany(102);
-    QTcpSocket &waiting = *clients.at(100);
-    const QByteArray request = "GET /Login HTTP/1.1\r\nHost: a\r\n\r\n";
-    waiting.write(request + QByteArray(3000, 'x'));
-    waiting.flush();
-    finishSending(waiting.socketDescriptor());
-    QTcpSocket &flooding = *clients.at(101);
-    flooding.write("GET /" + QByteArray(qsizetype{64} * 1024 * 1024, 'x'));
-    settle();
-    EXPECT_GT(flooding.bytesToWrite(), 32 * 1024 * 1024);
-    flooding.abort();
-    clients.at(50)->abort();
-    EXPECT_TRUE(ended(waiting));
-    EXPECT_EQ(waiting.readAll().count("</html>"), 1);
-    const auto &pool = root->GlobalForm()->webServer.wsckConnections;
-    EXPECT_TRUE(QTest::qWaitFor([&] { return pool.at(51)->isFree(); }));
-}
-
 TEST_F(ConnectionsTest, AnUnansweredRequestLeavesItsConnectionOpenForTheNext)
 {
     startSite();
@@ -221,14 +187,10 @@ TEST_F(ConnectionsTest, AnUnansweredRequestLeavesItsConnectionOpenForTheNext)
           postRequest("/AdminMenu", "AdminMenu=Stats"), postRequest("/elsewhere", ""),
           postRequest("/UpdateAdminServerControlConfig", "SubmitType=Other"),
           postRequest("/UpdateAdminX", "")}) {
-        QTcpSocket client;
-        connectTo(client);
-        client.write(request);
-        client.flush();
-        settle();
-        client.write("GET /Login HTTP/1.1\r\nHost: a\r\n\r\n");
-        ASSERT_TRUE(ended(client)) << request.toStdString();
-        const QByteArray answer = client.readAll();
+        const auto client = send(request);
+        client->write(LogIn);
+        ASSERT_TRUE(ended(*client)) << request.toStdString();
+        const QByteArray answer = client->readAll();
         EXPECT_TRUE(answer.startsWith("<!DOCTYPE html>")) << request.toStdString();
         EXPECT_EQ(answer.count("</html>"), 1) << request.toStdString();
     }
