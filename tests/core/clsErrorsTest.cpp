@@ -31,6 +31,29 @@ TEST_F(clsErrorsTest, EachRecordIsWholeOnDiskWithItsAttributesInOrder)
     record(u"third"_s);
     EXPECT_EQ(recordCount(), 3);
     EXPECT_EQ(root->Errors()->count(), 3);
+
+    // The operator deletes or edits the log meanwhile.
+    QFile::remove(path(ErrorLog));
+    EXPECT_EQ(root->Errors()->count(), 0);
+    record(u"two"_s);
+    write(ErrorLog, read(ErrorLog).replace("<Error ", "<Error/><Error "));
+    EXPECT_EQ(root->Errors()->count(), 2);
+    write(ErrorLog,
+          read(ErrorLog).replace("<Error/>", "").replace("two", "other") + "<!-- two -->");
+    record(u"three"_s);
+    EXPECT_TRUE(read(ErrorLog).endsWith(oneRecord("other") + oneRecord("three") +
+                                        "</Errors>\n<!-- two -->"));
+
+    // No description makes it unreadable.
+    QString hostile = u"]]>&<![CDATA[<!--\xD800\xFFFFx😀\xDC00"_s;
+    for (char16_t code = 0; code < 0x20; ++code) {
+        hostile.append(QChar(code));
+    }
+    gRoot->Errors()->RecordError(hostile, hostile, hostile, 1, hostile);
+    startIdle();
+    record(u"still here"_s);
+    EXPECT_EQ(recordCount(), 4);
+    EXPECT_TRUE(read(ErrorLog).contains("x😀"));
 }
 
 TEST_F(clsErrorsTest, ContinuesWhateverIsWholeAndLeavesWhatIsBroken)
@@ -99,22 +122,6 @@ TEST_F(clsErrorsTest, ARecordThatWasCutOffAtAnyByteIsReplacedByTheNext)
     }
 }
 
-TEST_F(clsErrorsTest, FollowsTheOperatorWhoDeletesOrEditsTheLogMeanwhile)
-{
-    root->Start();
-    record(u"one"_s);
-    QFile::remove(path(ErrorLog));
-    EXPECT_EQ(root->Errors()->count(), 0);
-    record(u"two"_s);
-    write(ErrorLog, read(ErrorLog).replace("<Error ", "<Error/><Error "));
-    EXPECT_EQ(root->Errors()->count(), 2);
-    write(ErrorLog,
-          read(ErrorLog).replace("<Error/>", "").replace("two", "other") + "<!-- two -->");
-    record(u"three"_s);
-    EXPECT_TRUE(read(ErrorLog).endsWith(oneRecord("other") + oneRecord("three") +
-                                        "</Errors>\n<!-- two -->"));
-}
-
 TEST_F(clsErrorsTest, AWriteThatFallsShortLeavesTheOldLogAndTheRecordWaits)
 {
     root->Start();
@@ -140,19 +147,4 @@ TEST_F(clsErrorsTest, AWriteThatFallsShortLeavesTheOldLogAndTheRecordWaits)
     fake.files.failAt = 0;
     record({});
     EXPECT_EQ(recordCount(), 3 + 11) << "1 MiB waits";
-}
-
-TEST_F(clsErrorsTest, NoDescriptionMakesTheLogUnreadable)
-{
-    root->Start();
-    QString hostile = u"]]>&<![CDATA[<!--\xD800\xFFFFx😀\xDC00"_s;
-    for (char16_t code = 0; code < 0x20; ++code) {
-        hostile.append(QChar(code));
-    }
-    record(hostile);
-    gRoot->Errors()->RecordError(hostile, hostile, hostile, 1, hostile);
-    startIdle();
-    record(u"still here"_s);
-    EXPECT_EQ(recordCount(), 3);
-    EXPECT_TRUE(read(ErrorLog).contains("x😀"));
 }

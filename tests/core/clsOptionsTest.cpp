@@ -5,9 +5,6 @@ using clsOptionsTest = ServicesTest;
 
 const QString UnreadableFile = u"ZebekSuiteOptions.unreadable.xml"_s;
 const QString SecondUnreadableFile = u"ZebekSuiteOptions.unreadable-2.xml"_s;
-const QString FailureBox =
-    u"Do'h!!|%1|An error has occured in Class_Initialize of Options (Root Object):"
-    "\r\n\r\n    "_s;
 
 TEST_F(clsOptionsTest, WithoutAFileTheDefaultsHoldAndAreWrittenInOrder)
 {
@@ -102,8 +99,9 @@ TEST_F(clsOptionsTest, AValueThatCannotBeConvertedIsAskedAboutAndCancelEndsTheRe
     startWith("<ServerTimeout>12</ServerTimeout><RecordReplays>yes</RecordReplays>"
               "<ReplayCount>7</ReplayCount>");
     EXPECT_EQ(fake.boxes.boxes,
-              QStringList(2, FailureBox.arg(21) +
-                                 u"13 : RecordReplays: \"yes\" is neither True nor False"_s));
+              QStringList(2, u"Do'h!!|21|An error has occured in Class_Initialize of Options (Root "
+                             "Object):\r\n\r\n    13 : RecordReplays: \"yes\" is neither True nor "
+                             "False"_s));
     const clsOptions &options = *root->Options();
     EXPECT_EQ(options.ServerTimeout(), 12);
     EXPECT_EQ(options.ReplayCount(), 100);

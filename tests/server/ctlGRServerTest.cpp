@@ -36,11 +36,6 @@ protected:
         server().uctlServerStatus.setStatus(status);
         server().tmrDead_Timer();
     }
-    void setStubborn(bool stubborn)
-    {
-        fake.system.processes.at(First).closesOnRequest = false;
-        fake.system.processes.at(First).terminates = !stubborn;
-    }
     /// The next looks of the heartbeat.
     void look(int times = 1)
     {
@@ -54,11 +49,10 @@ protected:
     {
         startPolling();
         const FakeSystem::Id hung = heldId();
-        qint64 begin = 0;
         while (server().Status() != Probing) {
             fake.clock.advance(10);
         }
-        begin = fake.clock.milliseconds();
+        const qint64 begin = fake.clock.milliseconds();
         while (heldId() == hung && fake.clock.milliseconds() - begin < 300000) {
             fake.clock.advance(10);
         }
@@ -171,7 +165,8 @@ TEST_F(ctlGRServerTest, TheDeadTimerRestartsOnlyADeadServerThatCanBeStopped)
     EXPECT_EQ(heldId(), First);
     root->Options()->AutoRestartGRServer.Let(true);
     // A server that cannot be stopped is tried again after the same delay.
-    setStubborn(true);
+    FakeSystem::Process &stubborn = fake.system.processes.at(First);
+    stubborn.closesOnRequest = stubborn.terminates = false;
     server().tmrDead_Timer();
     EXPECT_EQ(state(), u"GR Process created (ID=0) :Not Active|Server Dead|0 3000 30000"_s);
     EXPECT_EQ(fake.system.commandLines.size(), 1);
@@ -181,7 +176,7 @@ TEST_F(ctlGRServerTest, TheDeadTimerRestartsOnlyADeadServerThatCanBeStopped)
     root->Options()->FindGRServer.Let(false);
     look(2);
     EXPECT_EQ(state(), u"GR Process found (ID=1001) :Running|Unknown|30000 0 0"_s);
-    setStubborn(false);
+    stubborn.terminates = true;
     server().tmrStartupTimeout_Timer();
     pollAs(Dead);
     deadTimerAs(Dead);

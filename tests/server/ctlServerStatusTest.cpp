@@ -7,14 +7,10 @@
 
 #include <limits>
 
-static QByteArray raw(qsizetype count, char fill = '\x5A')
-{
-    return {count, fill};
-}
 /// A number of which the other three bytes do not count.
 static QByteArray number(qsizetype first)
 {
-    return raw(1, static_cast<char>(first)) + "\x7F\x7F\x7F";
+    return static_cast<char>(first) + "\x7F\x7F\x7F"_ba;
 }
 static QByteArray text(const QByteArray &value)
 {
@@ -28,10 +24,10 @@ static QByteArray single(float value)
 static QByteArray fullReply(bool dedicated = true, int state = 4, float elapsed = 125,
                             float length = 600)
 {
-    return raw(25) + text("H\xFClle") + text("map") + text("mission") + text("type") + raw(2) +
-           number(9) + number(3) + text("Host") + text("A") + text("B") + raw(17) + text("1.4") +
-           text("mods") + raw(1, dedicated ? '\2' : '\0') + single(elapsed) + number(state) +
-           raw(4) + text("motd") + raw(4) + single(length);
+    return QByteArray(25, 'x') + text("H\xFClle") + text("map") + text("mission") + text("type") +
+           "xx" + number(9) + number(3) + text("Host") + text("A") + text("B") +
+           QByteArray(17, 'x') + text("1.4") + text("mods") + (dedicated ? '\2' : '\0') +
+           single(elapsed) + number(state) + "xxxx" + text("motd") + "xxxx" + single(length);
 }
 
 /// The query and a server on the loopback address.
@@ -135,7 +131,7 @@ TEST_F(ctlServerStatusTest, SilenceIsDeathAndALateAnswerIsNotRead)
     // A reply too short to read is a sign of life, after which a whole one is still taken.
     answer(ask(), fullReply());
     const QNetworkDatagram next = ask();
-    answer(next, raw(24));
+    answer(next, QByteArray(24, 'x'));
     EXPECT_EQ(query->Name(), u"Hülle"_s);
     game.writeDatagram(next.makeReply(fullReply(true, 3)));
     EXPECT_TRUE(QTest::qWaitFor([this] { return query->SecondsRemaining() == 0; }));
