@@ -108,7 +108,7 @@ TEST_F(clsWebSiteTest, EveryPageOfTheAdministrationIsMadeOfItsOwnPieces)
     startSite();
     const QRegularExpression piece(
         u"(?:menubutton current[^>]*value|id|maxlength|size|submit\"(?: name=\"S\\w*\")? value)=\""
-        "([^\"]*)|(?:title|Title|heading)\">([^<]+)"_s);
+        "([^\"]*)|(?:title|Title|heading)\"[^>]*>([^<]+)"_s);
     const std::pair<PageKey, const char *> rows[] = {
         {PageKey::AdminMain, "Main|MAIN"},
         {PageKey::AdminReplays, "Replays|REPLAYS|Configuration|archiveReplays|SkipBlankReplays|"
@@ -132,7 +132,7 @@ TEST_F(clsWebSiteTest, EveryPageOfTheAdministrationIsMadeOfItsOwnPieces)
         {PageKey::AdminStatusOptions,
          "Status Options|Status Options|ServerGo|120|ServerCrash|120|Update"},
         {PageKey::AdminStatusOptionsUpdate, "Status Options|STATUS OPTIONS"},
-        {PageKey::AdminModList, "Mods List"}};
+        {PageKey::AdminModList, "Mods List|Active Mods|Available Mods"}};
     for (const auto &[key, pieces] : rows) {
         QStringList found;
         for (const auto &match : piece.globalMatch(QString::fromLatin1(page(key)))) {
