@@ -90,6 +90,11 @@ TEST_F(SystemFilesTest, EveryCallThatFailsTellsTheFileAndTheSystemsNumber)
              files.replaceEnd(file, 0, "old", "n");
          },
          file, ENOSPC},
+        {[&] {
+             nextError = ENOSPC;
+             platform::replaceFile(files, file, "new", platform::Durability::SurvivesCrash);
+         },
+         platform::replacementName(file), ENOSPC},
     };
     const auto openFiles = [] {
         return QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System).size();
@@ -119,7 +124,8 @@ TEST_F(SystemFilesTest, WhatIsNoFileOrNoFolderOrCannotBeReadIsRefused)
 {
     files.create(file, "content", {});
     EXPECT_EQ(platform::readFile(file, 3), "con");
-    for (const QString &unreadable : {missing, directory.path(), u"/sys/class/net/lo/speed"_s}) {
+    for (const QString &unreadable :
+         {missing, directory.path(), u"/dev/null"_s, u"/sys/class/net/lo/speed"_s}) {
         const auto [number, text] = failureOf([&] { platform::readFile(unreadable); });
         EXPECT_EQ(number, 75);
         EXPECT_TRUE(text.startsWith(unreadable + u": "_s) && text.back() != u' ');
