@@ -97,7 +97,7 @@ TEST_F(replaceFile, ASaveThatFailsOrIsKilledAtAnyOperationLeavesTheOldOrTheNewFi
         const int operations = files.operations;
         const QByteArray after = read(name);
         ASSERT_NE(after, before);
-        ASSERT_GE(operations, name == ErrorLog ? 1 : 4);
+        ASSERT_GE(operations, name == ErrorLog ? 1 : 6);
         for (int step = 0; step < Ways * operations; ++step) {
             SCOPED_TRACE(name.toStdString() + ", step " + std::to_string(step));
             restartWith(name, before);
@@ -126,14 +126,20 @@ TEST_F(replaceFile, KeepsPermissionsAndFollowsLinks)
 {
     const QString link = u"link.xml"_s;
     replace(file, "old");
-    QFile::setPermissions(path(file), QFile::ReadOwner | QFile::WriteOwner);
-    ASSERT_TRUE(QFile::link(path(file), path(link)));
+    QFile::setPermissions(path(file), QFile::ReadOwner | QFile::WriteOwner | QFile::WriteGroup);
+    const QFile::Permissions permissions = QFile::permissions(path(file));
+    ASSERT_TRUE(QFile::link(path(file), path(u"nearer.xml"_s)));
+    ASSERT_TRUE(QFile::link(path(u"nearer.xml"_s), path(link)));
     replace(link, "new");
     EXPECT_EQ(read(file), "new");
     EXPECT_TRUE(QFileInfo(path(link)).isSymLink());
-    EXPECT_FALSE(QFile::permissions(path(file)) & (QFile::ReadGroup | QFile::ReadOther));
+    EXPECT_EQ(QFile::permissions(path(file)), permissions);
     QFile::remove(path(file));
-    replace(link, "made anew");
+    replace(u"nearer.xml"_s, "made anew");
     EXPECT_EQ(read(file), "made anew");
+    EXPECT_TRUE(QFile::permissions(path(file)) & QFile::ReadOwner);
+    files.operations = 0;
+    files.failAt = -2; // also what would remove the rest
+    EXPECT_THROW(replace(file, "never"), platform::Failure);
 }
 #endif

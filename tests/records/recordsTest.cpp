@@ -126,8 +126,8 @@ TEST_F(recordsTest, APageThatStaysCutOrIsTooLargeIsRecordedOnce)
     }
     EXPECT_EQ(lastRecord(), u"Stats Track Class|RecordStatsFile|Unknown|13"_s);
 
-    writeReplay(u"2034-03-15T21:07:09"_s);
     for (const qint64 more : {0, 1}) {
+        writeReplay(u"2034-03-15T21:07:0%1"_s.arg(more));
         writePage(page(Rows, "Thu Jun 19 20:51:40 2003", "Farm")
                       .leftJustified(LargestStatisticsPage + more, ' '));
         tick();

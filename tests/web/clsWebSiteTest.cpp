@@ -165,6 +165,10 @@ TEST_F(clsWebSiteTest, StoresFormsAndTellsWhatItRefuses)
     EXPECT_TRUE(options.AutoRestartGRServer());
     EXPECT_FALSE(options.AutoStartGRServer());
     EXPECT_TRUE(page(PageKey::AdminServerControl).contains("value=\"10\""));
+    EXPECT_EQ(told("/UpdateAdminServerControlConfig",
+                   "SubmitType=Update&Pollingfreq=65535&Timeout=64&StartupTimeout=0",
+                   PageKey::AdminServerControlUpdate),
+              "Configuration Updated");
 
     EXPECT_EQ(told("/UpdateAdminReplaysConfig", "archiveReplays=on&SkipBlankReplays=yes",
                    PageKey::AdminReplaysUpdate),
@@ -295,17 +299,21 @@ TEST_F(clsWebSiteTest, ThePublicPageIsBuiltOncePerPeriodAndShowsWhatTheServerTol
     ASSERT_TRUE(QTest::qWaitFor([&] { return game.hasPendingDatagrams(); }));
     game.writeDatagram(game.receiveDatagram().makeReply(
         QByteArray(25, 'x') + text("<b>\xE4</b>") + text("map") + text("mission") + text("type") +
-        "\0\0\x8\0\0\0\x2\0\0\0"_ba + text("J\xE4ger") + text("[ZS]Otter")));
+        "\0\0\x8\0\0\0\x2\0\0\0"_ba + text("J\xE4ger") + text("[ZS]Otter") + QByteArray(17, 'x') +
+        text("1.4") + text("mods") + "\0....\x3......."_ba + text("motd") + "....\0\0\x16\x44"_ba));
     ASSERT_TRUE(
         QTest::qWaitFor([this] { return server().Status() == ServerQueryStatus::Responding; }));
     fake.clock.advance(3000);
     const QByteArray first = get("/");
     EXPECT_TRUE(first.contains("<td class=\"title\"><b>\xE4</b></td>"));
-    EXPECT_TRUE(first.contains("Game Length:</td><td class=\"data\">00:00<"));
+    EXPECT_EQ(platform::fromCodePage(first.mid(first.indexOf("<body>")))
+                  .remove(QRegularExpression(u"<[^>]*>"_s))
+                  .simplified(),
+              u"ä motd Version: 1.4 Active Mods: Map:map Mission:mission Game Type:type "
+              "Game Length:10:00 Remaining:Joining Players (2/8) Jäger [ZS]Otter"_s);
     EXPECT_TRUE(
         first.contains("<td class=\"Playerslabel\">Players (2/8)</td></tr>\n<tr><td>J\xE4ger"
                        "</td></tr>\n<tr><td>[ZS]Otter</td></tr>\n</table></td>\n"));
-    EXPECT_TRUE(first.contains("<b>Active Mods:  </b></td>"));
     server().uctlServerStatus.setName(u"other"_s);
     EXPECT_EQ(get("/"), first);
     fake.clock.advance(3000);
