@@ -22,7 +22,7 @@ const shoot = (page, name) => process.env.ZEBEK_SCREENSHOTS &&
     page.screenshot({ path: `${process.env.ZEBEK_SCREENSHOTS}/${name}.png`, fullPage: true });
 
 for (const way of ['bare', 'apache']) {
-    test(`The site, ${way}`, { timeout: 100_000 }, async (context) => {
+    test(`The site, ${way}`, { timeout: 300_000 }, async (context) => {
         const [toolPort, port] = way === 'bare' ? [80, 80] : [8080, 8443];
         const site = way === 'bare' ? 'http://zebek.test' : `https://zebek.test:${port}`;
         const game = new Game(context, toolPort);
@@ -35,7 +35,7 @@ for (const way of ['bare', 'apache']) {
         const complaints = [];
         browser.on('console', (message) => complaints.push(`${message.page().url()} ${message.text()}`));
         browser.on('weberror', (error) => complaints.push(error.error().message));
-        browser.setDefaultTimeout(10_000);
+        browser.setDefaultTimeout(30_000);
         const page = await browser.newPage();
 
         const step = (name, body) => context.test(name, async () => (await body(), shoot(page, `${way}-${name}`)));
@@ -194,7 +194,7 @@ for (const way of ['bare', 'apache']) {
     });
 }
 
-test('Long forms arrive whole over a slow line', { timeout: 100_000 }, async (context) => {
+test('Long forms arrive whole over a slow line', { timeout: 300_000 }, async (context) => {
     const game = new Game(context, 80);
     await until(() => exchange(80, 'GET /\r\n'), 'the tool answers');
     execFileSync('ip', ['link', 'set', 'lo', 'mtu', '1500']);

@@ -13,7 +13,7 @@ const root = fileURLToPath(new URL('../..', import.meta.url));
 export const credentials = { UserName: 'Jörg', PW: 'gehe1m' };
 
 /// Calls `look` until its result holds.
-export async function until(look, what, seconds = 20) {
+export async function until(look, what, seconds = 60) {
     for (const end = Date.now() + seconds * 1000; Date.now() < end; await pause(50)) {
         const result = await look();
         if (result) return result;

@@ -67,7 +67,7 @@ private:
 
 void signalProcess(Pid process, int signal);
 /// Long enough for a busy machine to start a program with a window.
-constexpr int StartMilliseconds = 30000;
+constexpr int StartMilliseconds = 100000;
 
 /// The window of that caption, once it is there; throws when it does not come.
 platform::WindowHandle waitForWindow(platform::LinuxWindows &windows, const QString &caption);

@@ -89,7 +89,7 @@ TEST_F(SupervisionTest, AStubbornServerIsAskedAndThenTerminated)
 {
     start(QuickPolling + "<ServerTimeout>1</ServerTimeout>", "-mute-after 6 -ignore-close");
     const Pid first = waitForSupervisedServer();
-    ASSERT_TRUE(waitUntil([&] { return game.events("close-request") == 1; }, 60000));
+    ASSERT_TRUE(waitUntil([&] { return game.events("close-request") == 1; }, StartMilliseconds));
     EXPECT_EQ(game.server(), first);
     EXPECT_TRUE(isReplaced(first));
     EXPECT_EQ(game.events("ending"), 0);
@@ -148,7 +148,7 @@ TEST_F(SupervisionTest, EveryWayToEndTheToolSavesItsOptionsAndLeavesTheServerRun
         EXPECT_TRUE(server == 0 || server == supervised);
         server = supervised;
         end();
-        ASSERT_TRUE(game.tool().waitForFinished(5000));
+        ASSERT_TRUE(game.tool().waitForFinished(StartMilliseconds));
         EXPECT_EQ(game.tool().exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(game.tool().exitCode(), 0);
         EXPECT_FALSE(options().contains("stray"));
@@ -164,7 +164,7 @@ TEST_F(SupervisionTest, EveryWayToEndTheToolSavesItsOptionsAndLeavesTheServerRun
         QFile::remove(game.path(u"ZebekSuiteOptions.xml"_s));
         QDir(game.path()).mkdir(u"ZebekSuiteOptions.xml"_s);
         signalProcess(toolId(), SIGTERM);
-        ASSERT_TRUE(game.tool().waitForFinished(5000));
+        ASSERT_TRUE(game.tool().waitForFinished(StartMilliseconds));
         EXPECT_EQ(game.tool().exitCode(), 0);
         EXPECT_TRUE(game.errorLog().contains("Class_Terminate"));
     }
@@ -180,7 +180,8 @@ TEST_F(SupervisionTest, ASecondStartBringsTheFirstToTheFrontAndEnds)
     above.raise();
     const auto comesToTheTop = [this](const QString &caption) {
         return waitUntil(
-            [&] { return windows.caption(windows.topLevel().front(), 100) == caption; }, 5000);
+            [&] { return windows.caption(windows.topLevel().front(), 100) == caption; },
+            StartMilliseconds);
     };
     ASSERT_TRUE(comesToTheTop(u"Above"_s));
     EXPECT_EQ(game.runToolAgain().exitCode, 0);
