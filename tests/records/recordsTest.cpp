@@ -7,7 +7,7 @@
 #include <random>
 
 const QByteArray Rows = "<TD>J\xE4ger</TD><TD>Red</TD><TD>Rifle</TD><TD>Alive</TD><TD>3</TD>"
-                        "<TD>2</TD><TD>7</TD><TD>1</TD><TD>3</TD><TD>0</TD><TD>42%</TD><TD>0%</TD>"
+                        "<TD>2</TD><TD>0</TD><TD>1</TD><TD>3</TD><TD>0</TD><TD>42%</TD><TD>0%</TD>"
                         "<TD>0</TD><TD>1</TD>\r\n</TR>\r\n<TR>\r\n"
                         "<td>no row</td>\r\n</TR>\r\n<TR>\r\n"
                         "<TD>B &amp; C</TD><TD>Blue\r\n</TR>\r\n";
@@ -92,10 +92,10 @@ TEST_F(recordsTest, ThePageBecomesARecord)
     EXPECT_TRUE(text.contains(
         "<Player Name=\"J\xC3\xA4ger\" Team=\"Red\" Soldier=\"Rifle\" Status=\"Alive\">"
         "<ShotKills>3</ShotKills><ExpKills>2</ExpKills><TotalKills>5</TotalKills>"
-        "<GunShots>7</GunShots><ExpShots>1</ExpShots><TotalShots>8</TotalShots>"
+        "<GunShots>0</GunShots><ExpShots>1</ExpShots><TotalShots>1</TotalShots>"
         "<ShotHits>3</ShotHits><ExpHits>0</ExpHits><TotalHits>3</TotalHits>"
         "<ShotAccuracy>42%</ShotAccuracy><ExpAccuracy>0%</ExpAccuracy>"
-        "<TotalAccuracy>0.375</TotalAccuracy><TKs>0</TKs><Deaths>1</Deaths></Player>"))
+        "<TotalAccuracy>3</TotalAccuracy><TKs>0</TKs><Deaths>1</Deaths></Player>"))
         << text.constData();
     EXPECT_EQ(document.findAll("Player").size(), 2U);
     EXPECT_TRUE(text.contains("Name=\"B &amp;amp; C\" Team=\"\""));
@@ -165,16 +165,22 @@ TEST_F(recordsTest, EachNewMatchIsArchivedOnce)
     tick();
     EXPECT_EQ(archive().last(), u"2034_03_15_21_30_00_Farm_replay.rpf"_s);
 
+    startIdle(); // after which the next match has to wait for its own, too
+    writePage(page(Rows, "x", "Wood"));
+    tick();
+    writeReplay(u"2034-03-15T21:45:00"_s);
+    tick();
+    EXPECT_EQ(archive().last(), u"2034_03_15_21_45_00_Wood_replay.rpf"_s);
+
     // One player is a blank match, whose replay is no later one's, also after a restart.
     writeReplay(u"2026-03-14T15:00:00"_s);
     writePage(page(Rows.first(Rows.indexOf("<TR>\r\n<td>"))));
     tick();
-    EXPECT_EQ(archive().size(), 2);
     startIdle();
     root->Options()->SkipBlankReplays.Let(false);
     writePage(page({}, "x", ""));
     tick();
-    EXPECT_EQ(archive().size(), 2);
+    EXPECT_EQ(archive().size(), 3);
     writeReplay(u"2034-03-15T22:30:00"_s);
     tick();
     EXPECT_EQ(archive().last(), u"2034_03_15_22_30_00_replay.rpf"_s);
@@ -188,9 +194,9 @@ TEST_F(recordsTest, AFullArchiveGivesUpItsSmallestName)
     }
     write(u"Replays/9.rpf.zebek-new"_s, "left over");
     QDir(path(u"Replays"_s)).mkdir(u"0.rpf"_s);
-    writeReplay(u"2034-03-15T21:07:09"_s);
+    writeReplay(u"2026-03-14T15:09:23"_s); // as long ago as it takes to be done with
     root->Replays()->ArchiveReplay(u"M"_s);
-    EXPECT_EQ(archive(), (QStringList{u"0note.txt"_s, u"2034_03_15_21_07_09_M_replay.rpf"_s,
+    EXPECT_EQ(archive(), (QStringList{u"0note.txt"_s, u"2026_03_14_15_09_23_M_replay.rpf"_s,
                                       u"2034_a.rpf"_s, u"Old.rpf"_s}));
     EXPECT_TRUE(root->Replays()->MaintainReplayDirectory());
     writeReplay(u"2034-03-15T21:08:00"_s);

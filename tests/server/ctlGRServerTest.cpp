@@ -118,6 +118,7 @@ TEST_F(ctlGRServerTest, ARunningServerIsTakenOverAndAFailedStartHoldsNone)
     fake.system.startFails = true;
     fake.system.end(1002);
     fake.system.end(1003);
+    fake.system.processes.at(fake.system.addServer(u"/another/GhostRecon.exe"_s)).opens = false;
     for (int failures = 1; failures <= 2; ++failures) { // a button is no promise to try on
         EXPECT_FALSE(server().StartGRServer(true));
         EXPECT_EQ(state(), Idle);

@@ -83,6 +83,7 @@ TEST_F(ctlServerStatusTest, AsksThisMachineOnceAndReadsEveryField)
     query->Refresh();
     EXPECT_EQ(query->Status(), ServerQueryStatus::Probing);
     EXPECT_EQ(request.data().toHex(), "c0def111420600f50300000000");
+    EXPECT_GE(request.senderPort(), 1024) << "which takes no privileges";
     answer(request, fullReply());
     EXPECT_FALSE(game.hasPendingDatagrams());
     EXPECT_EQ((QStringList{query->Name(), query->Map(), query->Mission(), query->GameType(),

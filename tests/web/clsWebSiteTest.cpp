@@ -337,10 +337,6 @@ TEST_F(clsWebSiteTest, TheDesktopAndTheWebShowTheSameState)
     EXPECT_EQ(child<QLineEdit>("txtServerTimeout")->text(), u"9"_s);
     // The panel takes less than the web does: it complains, and the answer did not wait for that.
     EXPECT_EQ(fake.boxes.boxes.size(), 1);
-    child<QLineEdit>("txtServerTimeout")->selectAll();
-    QTest::keyClicks(child<QLineEdit>("txtServerTimeout"), u"7"_s);
-    EXPECT_TRUE(post("/AdminMenu", "AdminMenu=Server+Control").contains("value=\"7\""));
-
     QTest::mouseClick(child<QPushButton>("cmdStartGRServer"), Qt::LeftButton);
     const QByteArray running = server().ProcessStatusText().toLatin1();
     EXPECT_TRUE(post("/AdminMenu", "AdminMenu=Server+Control").contains(running));
