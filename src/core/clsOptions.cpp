@@ -154,17 +154,18 @@ clsOptions::clsOptions()
 
 void clsOptions::Load()
 {
-    std::optional<XmlDocument> document = XmlDocument::load(m_path);
-    if (!document) {
+    std::optional<XmlDocument> document;
+    try {
+        document = XmlDocument::loadOrFail(m_path);
+    } catch (const platform::Failure &failure) {
         m_fileUnread = QFile::exists(m_path);
         document = CreateXML();
-    }
-    if (m_fileUnread) {
-        const platform::Failure failure = XmlDocument::loadFailure(m_path);
-        recordFailure(Initialize,
-                      {failure.number(), failure.description() +
-                                             u". The defaults hold; the file is kept under "
-                                             "another name when it is replaced"_s});
+        if (m_fileUnread) {
+            recordFailure(Initialize,
+                          {failure.number(), failure.description() +
+                                                 u". The defaults hold; the file is kept under "
+                                                 "another name when it is replaced"_s});
+        }
     }
     if (!document) {
         return;

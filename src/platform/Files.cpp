@@ -62,8 +62,7 @@ void requireFolder(const QString &path)
     if (failed) {
         throw pathFailure(path, failed);
     }
-    const QFileInfo folder(path);
-    if (!folder.isReadable() || !folder.isExecutable()) {
+    if (!QFileInfo(path).isExecutable()) {
         throw pathFailure(path, std::make_error_code(std::errc::permission_denied));
     }
 }

@@ -10,6 +10,7 @@
 #include <libxml/xmlsave.h>
 #include <limits>
 #include <new>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -175,20 +176,19 @@ XmlDocument XmlDocument::create(const char *rootName)
 std::optional<XmlDocument> XmlDocument::load(const QString &path)
 {
     try {
-        return parse(readFile(path));
+        return loadOrFail(path);
     } catch (const Failure &) {
         return std::nullopt;
     }
 }
 
-Failure XmlDocument::loadFailure(const QString &path)
+XmlDocument XmlDocument::loadOrFail(const QString &path)
 {
-    try {
-        readFile(path);
-        return {Failure::PathAccess, u"%1: Not well-formed XML"_s.arg(path)};
-    } catch (const Failure &failure) {
-        return failure;
+    std::optional<XmlDocument> document = parse(readFile(path));
+    if (!document) {
+        throw Failure(Failure::PathAccess, u"%1: Not well-formed XML"_s.arg(path));
     }
+    return std::move(*document);
 }
 
 std::optional<XmlDocument> XmlDocument::parse(const QByteArray &bytes)

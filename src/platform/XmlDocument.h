@@ -14,8 +14,6 @@ struct _xmlNode;
 
 namespace platform {
 
-class Failure;
-
 /// One element of an XmlDocument, valid as long as the document. Text that XML 1.0 cannot hold
 /// (control characters, halves of surrogate pairs) is stored as U+FFFD, so that whatever was
 /// written can be read again.
@@ -47,8 +45,6 @@ class XmlDocument
 public:
     /// Whether the XML library that this program runs with can be used.
     static bool libraryAvailable();
-    /// Why load() gives nothing for a file: the system's reason, or that it is not XML.
-    static Failure loadFailure(const QString &path);
     /// Of the library that the program was built with.
     static QString libraryVersion();
 
@@ -56,6 +52,8 @@ public:
     static XmlDocument create(const char *rootName);
     /// Nothing when the file is missing, unreadable or not well-formed.
     static std::optional<XmlDocument> load(const QString &path);
+    /// The same, but throws Failure with the system's reason, or that it is not XML.
+    static XmlDocument loadOrFail(const QString &path);
     static std::optional<XmlDocument> parse(const QByteArray &bytes);
 
     /// Lets toBytes() write UTF-8, whatever the encoding was.

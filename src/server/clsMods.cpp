@@ -53,41 +53,41 @@ bool clsMods::LoadAvailableMods()
 {
     m_active.clear();
     m_mods.clear();
-    return trapRepeated(Here("LoadAvailableMods"), withReason(m_failure, [this] {
-                            const QString folder = fnGamePath(u"Mods"_s);
-                            platform::requireFolder(folder);
-                            QDirIterator folders(folder,
-                                                 QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
-                            while (folders.hasNext()) {
-                                const QString path = folders.next();
-                                const QString key = u"\\mods\\"_s + folders.fileName();
-                                if (folders.fileName() == "Origmiss"_L1 || find(key) != nullptr) {
-                                    continue;
-                                }
-                                auto mod = std::make_unique<clsModInfo>();
-                                mod->setModPath(path);
-                                mod->ModName = key;
-                                m_mods.push_back(std::move(mod));
-                            }
-                            return true;
-                        }));
+    const auto load = [this] {
+        const QString folder = fnGamePath(u"Mods"_s);
+        platform::requireFolder(folder);
+        QDirIterator folders(folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+        while (folders.hasNext()) {
+            const QString path = folders.next();
+            const QString key = u"\\mods\\"_s + folders.fileName();
+            if (folders.fileName() == "Origmiss"_L1 || find(key) != nullptr) {
+                continue;
+            }
+            auto mod = std::make_unique<clsModInfo>();
+            mod->setModPath(path);
+            mod->ModName = key;
+            m_mods.push_back(std::move(mod));
+        }
+        return true;
+    };
+    return trapRepeated(Here("LoadAvailableMods"), withReason(m_failure, load));
 }
 
 bool clsMods::CheckActiveMods()
 {
-    const bool read = trapRepeated(Here("CheckActiveMods"), withReason(m_failure, [this] {
-                                       const QStringList lines =
-                                           platform::fromCodePage(platform::readFile(listPath()))
-                                               .replace(u"\r\n"_s, u"\n"_s)
-                                               .split(u'\n');
-                                       for (const QString &line : lines) {
-                                           if (line.isEmpty()) {
-                                               break;
-                                           }
-                                           ActivateMod(fnModNameFromFile(line));
-                                       }
-                                       return true;
-                                   }));
+    const auto activate = [this] {
+        const QStringList lines = platform::fromCodePage(platform::readFile(listPath()))
+                                      .replace(u"\r\n"_s, u"\n"_s)
+                                      .split(u'\n');
+        for (const QString &line : lines) {
+            if (line.isEmpty()) {
+                break;
+            }
+            ActivateMod(fnModNameFromFile(line));
+        }
+        return true;
+    };
+    const bool read = trapRepeated(Here("CheckActiveMods"), withReason(m_failure, activate));
     return read || !QFile::exists(listPath()); // Save() can make a missing one
 }
 
@@ -96,17 +96,17 @@ bool clsMods::Save()
     if (!m_loaded || !m_changed) {
         return m_loaded;
     }
-    return trap(Here("Save"), withReason(m_failure, [this] {
-                    QString text = heading();
-                    for (const clsModInfo *const mod : m_active) {
-                        text += u"\"%1\"\r\n"_s.arg(mod->ModName.toLower());
-                    }
-                    platform::replaceFile(gRoot->Machine().files, listPath(),
-                                          platform::toCodePage(text),
-                                          platform::Durability::SurvivesPowerLoss);
-                    m_changed = false;
-                    return true;
-                }));
+    const auto save = [this] {
+        QString text = heading();
+        for (const clsModInfo *const mod : m_active) {
+            text += u"\"%1\"\r\n"_s.arg(mod->ModName.toLower());
+        }
+        platform::replaceFile(gRoot->Machine().files, listPath(), platform::toCodePage(text),
+                              platform::Durability::SurvivesPowerLoss);
+        m_changed = false;
+        return true;
+    };
+    return trap(Here("Save"), withReason(m_failure, save));
 }
 
 clsModInfo *clsMods::find(const QString &key) const

@@ -103,16 +103,14 @@ clsOptionsXML::clsOptionsXML() : m_path(filePath()), m_fileExists(QFile::exists(
 
 void clsOptionsXML::Load()
 {
-    m_path = filePath(); // the game may have written it since, with other letters
-    m_document = platform::XmlDocument::load(m_path);
+    skipFailure([this] { loadOrFail(); });
 }
 
 void clsOptionsXML::loadOrFail()
 {
-    Load();
-    if (!IsLoaded()) {
-        throw platform::XmlDocument::loadFailure(m_path);
-    }
+    m_path = filePath(); // the game may have written it since, with other letters
+    m_document.reset();
+    m_document = platform::XmlDocument::loadOrFail(m_path);
 }
 
 bool clsOptionsXML::isMissing()

@@ -1,7 +1,8 @@
 #include "ui/EyeButton.h"
 
+#include "ui/drawFocus.h"
+
 #include <QPainterPath>
-#include <QStyleOptionFocusRect>
 #include <QStylePainter>
 
 using namespace Qt::StringLiterals;
@@ -35,13 +36,7 @@ EyeButton::EyeButton(QWidget *parent) : QToolButton(parent)
 void EyeButton::paintEvent(QPaintEvent * /*event*/)
 {
     QStylePainter painter(this);
-    if (hasFocus()) {
-        QStyleOptionFocusRect focus;
-        focus.initFrom(this);
-        focus.state |= QStyle::State_KeyboardFocusChange;
-        focus.rect = rect().adjusted(2, 2, -2, -2);
-        painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
-    }
+    drawFocus(painter, *this, rect().adjusted(2, 2, -2, -2));
     painter.setRenderHint(QPainter::Antialiasing);
     const double scale = height() * 0.7 / Size;
     painter.translate(QRectF(rect()).center());

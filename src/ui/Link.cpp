@@ -1,7 +1,8 @@
 #include "ui/Link.h"
 
+#include "ui/drawFocus.h"
+
 #include <QKeyEvent>
-#include <QStyleOptionFocusRect>
 #include <QStylePainter>
 #include <QTextLayout>
 
@@ -95,11 +96,5 @@ void Link::paintEvent(QPaintEvent * /*event*/)
     layOut(text, width());
     painter.setPen(palette().color(isDown() ? QPalette::LinkVisited : QPalette::Link));
     text.draw(&painter, {});
-    if (hasFocus()) {
-        QStyleOptionFocusRect focus;
-        focus.initFrom(this);
-        focus.state |= QStyle::State_KeyboardFocusChange; // also where only Windows would show it
-        focus.rect = textRect(width());
-        painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
-    }
+    drawFocus(painter, *this, textRect(width()));
 }

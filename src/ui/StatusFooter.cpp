@@ -3,7 +3,7 @@
 #include "core/basMain.h"
 #include "core/clsErrors.h"
 #include "core/clsZebek.h"
-#include "platform/SystemServices.h"
+#include "ui/Link.h"
 #include "ui/ProblemLabel.h"
 #include "ui/StateDot.h"
 #include "ui/messages.h"
@@ -19,17 +19,14 @@ namespace {
 
 void openLog()
 {
-    const QString path = gRoot->Errors()->path();
-    if (!platform::openOnDesktop(path)) {
-        showMessage(u"No program was found that shows the file \"%1\""_s.arg(path));
-    }
+    openOrTell(u"file"_s, gRoot->Errors()->path());
 }
 
 } // namespace
 
 StatusFooter::StatusFooter(QWidget *parent)
     : QWidget(parent), m_dot(new StateDot), m_process(new QLabel), m_network(new QLabel),
-      m_errors(new QLabel), m_problem(new ProblemLabel)
+      m_errors(new Link(this)), m_problem(new ProblemLabel)
 {
     m_dot->setObjectName(u"stateDot"_s);
     m_process->setObjectName(u"lblFooterProcess"_s);
@@ -37,10 +34,9 @@ StatusFooter::StatusFooter(QWidget *parent)
     m_errors->setObjectName(u"lblErrors"_s);
     m_problem->setObjectName(u"lblFooterProblem"_s);
     m_network->setWordWrap(true); // rather than to widen the window
-    m_errors->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     m_errors->setToolTip(u"Click to open the error log"_s);
     m_errors->hide();
-    connect(m_errors, &QLabel::linkActivated, this, openLog);
+    connect(m_errors, &Link::clicked, this, openLog);
 
     auto *const line = new QHBoxLayout;
     line->addWidget(m_dot);
@@ -68,9 +64,7 @@ void StatusFooter::showErrors(int count)
     if (std::exchange(m_count, count) == count) {
         return;
     }
-    const QString text = count == 1 ? u"1 error logged"_s : u"%1 errors logged"_s.arg(count);
-    m_errors->setText(u"<a href=\"#log\">%1</a>"_s.arg(text));
-    m_errors->setAccessibleName(text);
+    m_errors->setText(count == 1 ? u"1 error logged"_s : u"%1 errors logged"_s.arg(count));
     m_errors->setVisible(count > 0);
 }
 

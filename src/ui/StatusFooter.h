@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class Link;
 class ProblemLabel;
 class QLabel;
 class StateDot;
@@ -25,7 +26,7 @@ private:
     StateDot *m_dot;
     QLabel *m_process;
     QLabel *m_network;
-    QLabel *m_errors;
+    Link *m_errors;
     ProblemLabel *m_problem;
     int m_count = 0;
 };

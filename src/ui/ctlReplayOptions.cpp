@@ -1,6 +1,5 @@
 #include "ui/ctlReplayOptions.h"
 
-#include "platform/SystemServices.h"
 #include "ui/CheckBoxSetting.h"
 #include "ui/ScrolledNumberSetting.h"
 #include "ui/bound.h"
@@ -15,11 +14,8 @@ namespace {
 
 void openReplays()
 {
-    const QString folder = QFileInfo(gRoot->Options()->ReplayFolder()).absoluteFilePath();
-    if (!platform::openOnDesktop(folder)) {
-        showMessage(u"No program was found that shows the folder \"%1\""_s.arg(folder),
-                    u"Replay Folder"_s);
-    }
+    openOrTell(u"folder"_s, QFileInfo(gRoot->Options()->ReplayFolder()).absoluteFilePath(),
+               u"Replay Folder"_s);
 }
 
 } // namespace

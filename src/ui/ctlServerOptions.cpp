@@ -55,15 +55,9 @@ QListWidgetItem *rowOf(const QListWidget &list, const QString &key)
     return nullptr;
 }
 
-/// Of a mod that does not tell its name that of its folder.
-QString shownName(const clsModInfo &mod)
-{
-    return mod.Name().isEmpty() ? mod.ModName.section(u'\\', -1) : mod.Name();
-}
-
 void addMod(QListWidget &list, const clsModInfo &mod)
 {
-    auto *const row = new QListWidgetItem(shownName(mod), &list);
+    auto *const row = new QListWidgetItem(mod.shownName(), &list);
     row->setData(KeyRole, mod.ModName);
     row->setCheckState(mod.Active ? Qt::Checked : Qt::Unchecked);
 }
@@ -93,7 +87,7 @@ std::vector<const clsModInfo *> modsInOrder(const clsMods &mods)
 bool isRowOf(const QListWidgetItem &row, const clsModInfo *mod)
 {
     return mod == nullptr ? keyOf(row) == SeparatorKey
-                          : keyOf(row) == mod->ModName && row.text() == shownName(*mod) &&
+                          : keyOf(row) == mod->ModName && row.text() == mod->shownName() &&
                                 isChecked(row) == mod->Active;
 }
 

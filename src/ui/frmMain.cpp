@@ -74,13 +74,14 @@ frmMain::~frmMain() = default;
 /// Those of a browser; the tab control itself has Ctrl+Tab only.
 void frmMain::addTabShortcuts()
 {
-    const std::pair<Qt::Key, int> keys[] = {{Qt::Key_PageDown, 1}, {Qt::Key_PageUp, -1}};
-    for (const auto &[key, step] : keys) {
+    const auto turnPages = [this](Qt::Key key, int step) {
         connect(new QShortcut(Qt::CTRL | key, this), &QShortcut::activated, this, [this, step] {
             const int count = m_ui->tabMain->count();
             m_ui->tabMain->setCurrentIndex((m_ui->tabMain->currentIndex() + step + count) % count);
         });
-    }
+    };
+    turnPages(Qt::Key_PageDown, 1);
+    turnPages(Qt::Key_PageUp, -1);
 }
 
 void frmMain::hostPanel(Tab tab, std::unique_ptr<ctlPanel> panel)

@@ -46,8 +46,7 @@ TEST_F(ProgramTest, AFailingStepIsRepeatedOnRetryAndEndsTheStartOnCancel)
     ASSERT_EQ(fake.boxes.boxes.size(), 2);
     EXPECT_TRUE(fake.boxes.boxes.front().startsWith(
         u"Do'h!!|21|An error has occured in Start of Zebek (Root Object):\r\n\r\n    75 : The "
-        u"folder "
-        "\"%1\" cannot be created: File exists"_s.arg(rootDirectory() + u"Replays"_s)));
+        "folder \"%1\" cannot be created: File exists"_s.arg(rootDirectory() + u"Replays"_s)));
     EXPECT_EQ(root->Errors(), nullptr);
     EXPECT_EQ(root->GlobalForm(), nullptr);
 

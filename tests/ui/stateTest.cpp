@@ -106,7 +106,7 @@ TEST_F(stateTest, TheErrorsOfTheLogAreCountedAndALinkOpensIt)
 {
     write(ErrorLog, "<Errors><Error/></Errors>");
     startIdle();
-    auto *const link = child<QLabel>("lblErrors");
+    auto *const link = child<QWidget>("lblErrors");
     EXPECT_EQ(link->accessibleName(), u"1 error logged"_s);
     root->Errors()->RecordError(u"M"_s, u"R"_s, {}, 5, u"x"_s);
     shown();

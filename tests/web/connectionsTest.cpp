@@ -270,7 +270,7 @@ TEST_F(ConnectionsTest, HostileRequestsNeitherStopTheSiteNorKeepAnything)
     EXPECT_EQ(recordCount(), 61);
     EXPECT_TRUE(lastRecord().startsWith(u"Error Log|"_s));
     fake.clock.advance(60000);
-    sendAll({cut.front()}, 62);
+    sendAll({cut.front(), postRequest("/x", "a=%zz")}, 62);
     fake.clock.advance(60000);
     EXPECT_EQ(recordCount(), 2 * 61);
     EXPECT_TRUE(read(ErrorLog).contains(">2 more "));

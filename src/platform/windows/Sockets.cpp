@@ -46,8 +46,7 @@ qint64 processServing(qintptr descriptor)
 QString adviceOnTakenPort()
 {
     return u"Often that is the system's own web service, the \"World Wide Web Publishing "
-           u"Service\". "
-           "Stop it, or enter another port."_s;
+           "Service\". Stop it, or enter another port."_s;
 }
 
 QString adviceOnForbiddenPort()
