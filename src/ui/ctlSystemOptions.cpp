@@ -117,7 +117,7 @@ void ctlSystemOptions::FillFields()
     PushUpdate();
 }
 
-/// The tooltip of the box alone, and in the label's for whom it is.
+/// The box tells in its tooltip what it does; the label adds for whom, and where that is kept.
 void ctlSystemOptions::showAutostartPlace()
 {
     m_ui->lblAutoRunonStartup->setToolTip(m_ui->chkAutoRunonStartup->toolTip() + u' ' +

@@ -87,7 +87,7 @@ TEST_F(stateTest, ARestartIsToldWithItsReasonAndTime)
     root->Start();
     const auto toolTip = [this] {
         shown();
-        return dot().parentWidget()->toolTip().section(u'\n', -1);
+        return dot().parentWidget()->toolTip().section(u'\n', 1, 1);
     };
     fake.system.end(server().Process()->PID());
     fake.clock.advance(3000);
