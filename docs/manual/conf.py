@@ -18,7 +18,6 @@ html_logo = str(root / "src/ui/pictures/icon-128.png")
 html_favicon = str(root / "src/ui/pictures/icon-32.png")
 html_static_path = ["manual.css"]
 html_css_files = ["manual.css"]
-html_theme_options = {"top_of_page_button": None}
 # The search is to work on pages that no web server serves, which a script may not load.
 html_show_search_summary = False
 html_copy_source = False
