@@ -11,6 +11,7 @@ extensions = ["myst_parser"]
 source_suffix = {".md": "markdown"}
 myst_heading_anchors = 3
 nitpicky = True
+smartquotes = False  # messages stand as the program shows them
 
 html_theme = "furo"
 html_title = f"Zebek Suite {version}"
