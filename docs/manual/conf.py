@@ -17,8 +17,9 @@ html_theme = "furo"
 html_title = f"Zebek Suite {version}"
 html_logo = str(root / "src/ui/pictures/icon-128.png")
 html_favicon = str(root / "src/ui/pictures/icon-32.png")
-html_static_path = ["manual.css"]
+html_static_path = ["manual.css", "manual.js"]
 html_css_files = ["manual.css"]
+html_js_files = ["manual.js"]
 # The search is to work on pages that no web server serves, which a script may not load.
 html_show_search_summary = False
 html_copy_source = False
@@ -29,7 +30,9 @@ html_show_sphinx = False
 
 # Those of the theme and of older scripts do nothing here that a page needs: they are left out, and with
 # them what browsers refuse on pages from a disk.
-SCRIPTS = ("documentation_options", "doctools", "sphinx_highlight", "language_data", "searchtools", "searchindex")
+SCRIPTS = (
+    "documentation_options", "doctools", "language_data", "manual.js", "searchindex", "searchtools", "sphinx_highlight"
+)
 
 
 def keep_needed_scripts(app, page, template, context, doctree):
