@@ -11,6 +11,7 @@
 #include "ui/StatusFooter.h"
 #include "ui/WheelNeedsFocus.h"
 #include "ui/frmPicture.h"
+#include "ui/manual.h"
 #include "ui/pictures.h"
 #include "ui_frmMain.h"
 
@@ -70,6 +71,8 @@ frmMain::frmMain()
         FillFields();
         showState();
     });
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            openManual);
     connect(m_ui->Label2, &Link::clicked, this, [this] { Label2_Click(); });
     connect(m_ui->cmdQuit, &QPushButton::clicked, this, [] { gRoot->Quit(); });
 }

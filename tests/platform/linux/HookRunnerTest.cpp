@@ -1,5 +1,7 @@
 #include "platform/HookRunner.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest/QtTest>
 
 #include <gtest/gtest.h>
@@ -51,6 +53,28 @@ TEST_F(HookRunnerTest, EachArgumentArrivesAsItIsInTheDirectoryOfTheHook)
     EXPECT_TRUE(comes(u"<%1>"_s.arg(hostile.join(u"><"_s)).toUtf8())) << written().constData();
     EXPECT_FALSE(QFile::exists(directory.filePath(u"x"_s)));
     EXPECT_EQ(failures, QStringList());
+}
+
+TEST_F(HookRunnerTest, NoPlayersNameGetsOutOfTheExamples)
+{
+    platform::HookRunner runner;
+    const QString hooks = QStringLiteral(QT_TESTCASE_SOURCEDIR "/../packaging/hooks/");
+    const QString names = u"names=$(touch x), \"}; touch x #\\, `touch x`, %s"_s;
+    writeHook("set -e; '" + hooks.toUtf8() + "history' \"$@\"; mv history.txt written");
+    run(runner, {u"match-archived"_s, u"time=1"_s, u"map=M"_s, u"players=4"_s, names});
+    EXPECT_TRUE(comes("1\tM\t4\t" + names.toUtf8().mid(6) + '\n')) << written().constData();
+
+    // In the place of curl something that notes the text that it is to send.
+    writeHook("PATH=.:$PATH; printf '#!/bin/sh\nprintf %%s \"$8\" >new; mv new written' >curl; "
+              "chmod +x curl; exec '" +
+              hooks.toUtf8() + "chat' \"$@\"");
+    run(runner, {u"ended"_s, names});
+    const auto sent = [this] {
+        return QJsonDocument::fromJson(written()).object().value(u"content"_s).toString();
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return sent() == u"ended "_s + names + u' '; }, 20000))
+        << written().constData();
+    EXPECT_FALSE(QFile::exists(directory.filePath(u"x"_s)));
 }
 
 TEST_F(HookRunnerTest, FourRunAtOnceTheOthersWaitAndABurstIsLimited)
