@@ -261,6 +261,11 @@ void ctlServerOptions::fitFont()
     }
 }
 
+QWidget *ctlServerOptions::footer() const
+{
+    return m_ui->footer;
+}
+
 template <typename Action>
 void ctlServerOptions::forEachRow(Action action)
 {

@@ -47,6 +47,7 @@ public:
 
     bool Dirty() const override;
     void fitFont() override;
+    QWidget *footer() const override;
     /// The mods, as the panel's edits have made them.
     const clsMods *ModsList() const override { return &m_mods; }
 

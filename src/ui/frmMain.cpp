@@ -96,7 +96,12 @@ void frmMain::hostPanel(Tab tab, std::unique_ptr<ctlPanel> panel)
 {
     m_panels.at(tab) = panel.get();
     panel->fitFont();
-    m_ui->tabMain->widget(tab)->layout()->addWidget(new ScrolledPage(panel.release()));
+    QLayout &page = *m_ui->tabMain->widget(tab)->layout();
+    QWidget *const footer = panel->footer();
+    page.addWidget(new ScrolledPage(panel.release()));
+    if (footer != nullptr) {
+        page.addWidget(footer);
+    }
     keepFooterLastInTabOrder();
 }
 
