@@ -74,7 +74,9 @@ void Program::Start()
 {
     constexpr Routine Starting{"Zebek", "Start", "Root Object"};
     bool gameFound = false;
-    if (!runWithRetry(Starting, [&] { gameFound = locateRootDirectory(); }) || !gameFound) {
+    if (!runWithRetry(
+            Starting, [&] { gameFound = locateRootDirectory(); }, platform::RetriesAlone) ||
+        !gameFound) {
         return;
     }
     const std::array<std::function<void()>, 13> steps{
@@ -93,7 +95,7 @@ void Program::Start()
         [this] { m_globalForm->tmrHeartbeat.setInterval(HeartbeatMilliseconds); },
     };
     for (const auto &step : steps) {
-        if (!runWithRetry(Starting, step)) {
+        if (!runWithRetry(Starting, step, platform::RetriesAlone)) {
             return;
         }
     }

@@ -77,14 +77,14 @@ int showFailure(const Routine &routine, const platform::Failure &failure, int bu
                             failure.description(), buttons);
 }
 
-bool runWithRetry(const Routine &routine, const std::function<void()> &step)
+bool runWithRetry(const Routine &routine, const std::function<void()> &step, int alone)
 {
     for (;;) {
         try {
             step();
             return true;
         } catch (...) {
-            if (showFailure(routine, caughtFailure(), platform::RetryCancel) !=
+            if (showFailure(routine, caughtFailure(), platform::RetryCancel + alone) !=
                 platform::RetryButton) {
                 return false;
             }

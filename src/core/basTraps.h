@@ -107,5 +107,6 @@ void skipFailure(Step step)
 int showFailure(const Routine &routine, const platform::Failure &failure, int buttons);
 
 /// Runs one step and shows a failure in a message box with Retry and Cancel: Retry runs the step
-/// again, Cancel gives up. True when the step ended well.
-bool runWithRetry(const Routine &routine, const std::function<void()> &step);
+/// again, Cancel gives up. True when the step ended well. `alone` is what the box does by itself,
+/// where there may be nobody to answer it: platform::RetriesAlone or platform::CancelsAlone.
+bool runWithRetry(const Routine &routine, const std::function<void()> &step, int alone = 0);

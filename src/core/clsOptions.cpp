@@ -171,7 +171,8 @@ void clsOptions::Load()
         return;
     }
     for (const Row &row : Table) {
-        if (!runWithRetry(Initialize, [&] { loadSetting(*document, row); })) {
+        if (!runWithRetry(
+                Initialize, [&] { loadSetting(*document, row); }, platform::CancelsAlone)) {
             m_fileUnread = true;
             break;
         }

@@ -3,9 +3,11 @@
 #include "platform/LineBreaks.h"
 #include "platform/SystemServices.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QEventLoop>
 #include <QMessageBox>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -38,6 +40,10 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
     QObject::connect(&box, &QDialog::finished, [&] { m_texts.removeOne(text); });
     waitForTurn();
     m_open = &box;
+    if ((style & (RetriesAlone | CancelsAlone)) != 0) {
+        const auto answer = (style & RetriesAlone) != 0 ? QMessageBox::Retry : QMessageBox::Cancel;
+        QTimer::singleShot(m_patience, box.button(answer), &QAbstractButton::click);
+    }
     switch (box.exec()) {
     case QMessageBox::Retry:
         return RetryButton;

@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QStringList>
 
+#include <chrono>
+
 class QMessageBox;
 
 namespace platform {
@@ -16,11 +18,17 @@ namespace platform {
 class DesktopMessageBoxes final : public MessageBoxes
 {
 public:
+    /// `patience`: after which a box that may answers itself.
+    explicit DesktopMessageBoxes(std::chrono::milliseconds patience = std::chrono::minutes(1))
+        : m_patience(patience)
+    {
+    }
     int show(const QString &text, const QString &title, int style) override;
 
 private:
     void waitForTurn() const;
 
+    std::chrono::milliseconds m_patience;
     QStringList m_texts; ///< of the open box and those that wait
     QPointer<QMessageBox> m_open;
 };

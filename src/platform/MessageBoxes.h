@@ -4,8 +4,16 @@
 
 namespace platform {
 
-/// Styles of a message box: one of the button sets, plus the icon.
-enum MessageBoxStyle { OkOnly = 0, RetryCancel = 5, StopIcon = 16, InformationIcon = 64 };
+/// Styles of a message box: one of the button sets, plus the icon, plus the button that is pressed
+/// by itself after a minute, where what waits for the answer must not wait for ever.
+enum MessageBoxStyle {
+    OkOnly = 0,
+    RetryCancel = 5,
+    StopIcon = 16,
+    InformationIcon = 64,
+    RetriesAlone = 0x10000,
+    CancelsAlone = 0x20000
+};
 
 /// Codes of the buttons.
 enum MessageBoxButton { OkButton = 1, CancelButton = 2, RetryButton = 4 };

@@ -5,6 +5,7 @@
 #include "core/clsOptions.h"
 #include "core/clsZebek.h"
 #include "platform/Failure.h"
+#include "platform/MessageBoxes.h"
 #include "web/clsWebSite.h"
 
 #include <limits>
@@ -40,7 +41,8 @@ WebServer::WebServer() : wsckNewConnections([this] { wsckNewConnections_Connecti
 void WebServer::loadConnections()
 {
     for (std::size_t index = 1; index < wsckConnections.size(); ++index) {
-        if (!runWithRetry(Here("Load"), [&] { loadConnection(index); })) {
+        if (!runWithRetry(
+                Here("Load"), [&] { loadConnection(index); }, platform::CancelsAlone)) {
             return;
         }
     }

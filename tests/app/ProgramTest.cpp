@@ -44,6 +44,7 @@ TEST_F(ProgramTest, AFailingStepIsRepeatedOnRetryAndEndsTheStartOnCancel)
     fake.boxes.answers = {platform::RetryButton, platform::CancelButton};
     root->Start();
     ASSERT_EQ(fake.boxes.boxes.size(), 2);
+    EXPECT_EQ(fake.boxes.alone, platform::RetriesAlone);
     EXPECT_TRUE(fake.boxes.boxes.front().startsWith(
         u"Do'h!!|21|An error has occured in Start of Zebek (Root Object):\r\n\r\n    75 : The "
         "folder \"%1\" cannot be created: File exists"_s.arg(rootDirectory() + u"Replays"_s)));

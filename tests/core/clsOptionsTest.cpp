@@ -1,6 +1,8 @@
 #include "core/basTraps.h"
 #include "support/RootTest.h"
 
+#include <random>
+
 using clsOptionsTest = ServicesTest;
 
 const QString UnreadableFile = u"ZebekSuiteOptions.unreadable.xml"_s;
@@ -102,6 +104,7 @@ TEST_F(clsOptionsTest, AValueThatCannotBeConvertedIsAskedAboutAndCancelEndsTheRe
               QStringList(2, u"Do'h!!|21|An error has occured in Class_Initialize of Options (Root "
                              "Object):\r\n\r\n    13 : RecordReplays: \"yes\" is neither True nor "
                              "False"_s));
+    EXPECT_EQ(fake.boxes.alone, platform::CancelsAlone) << "nobody may be there";
     const clsOptions &options = *root->Options();
     EXPECT_EQ(options.ServerTimeout(), 12);
     EXPECT_EQ(options.ReplayCount(), 100);
@@ -110,6 +113,34 @@ TEST_F(clsOptionsTest, AValueThatCannotBeConvertedIsAskedAboutAndCancelEndsTheRe
 
     root->Quit();
     EXPECT_TRUE(read(UnreadableFile).contains("<ReplayCount>7<")) << "what was not read is kept";
+}
+
+TEST_F(clsOptionsTest, NoFileThatSomebodyEditedStopsTheStartOrIsLost)
+{
+    std::mt19937 random(1);
+    startIdle();
+    root->Quit();
+    const QByteArray whole = read(OptionsFile);
+    fake.boxes.whileOpen = [this] { EXPECT_EQ(fake.boxes.alone, platform::CancelsAlone); };
+    for (int file = 0; file < 100; ++file) {
+        QByteArray edited = whole;
+        for (unsigned edits = 0; edits <= random() % 3; ++edits) {
+            const auto at = static_cast<qsizetype>(random() % static_cast<unsigned>(whole.size()));
+            const char byte = "<>/&;-\xff\0 0x"[random() % 12];
+            const QByteArray written = random() % 2 == 0 ? QByteArray() : QByteArray(1, byte);
+            edited.replace(at, random() % 8, written);
+        }
+        write(OptionsFile, edited);
+        newTool();
+        root->Start();
+        const bool asked = !std::exchange(fake.boxes.boxes, {}).isEmpty();
+        root->Quit();
+        EXPECT_TRUE(!asked || read(UnreadableFile) == edited) << edited.constData();
+        newTool();
+        root->Start();
+        EXPECT_TRUE(fake.boxes.boxes.isEmpty()) << read(OptionsFile).constData();
+        QFile::remove(path(UnreadableFile));
+    }
 }
 
 TEST_F(clsOptionsTest, AMalformedFileIsReplacedAtTheNextSaveOnlyAndKeptBeside)

@@ -74,6 +74,14 @@ TEST_F(DesktopMessageBoxesTest, ComeOneAtATimeAndATextThatIsThereAlreadyOnlyOnce
     run({{u"A"_s, {}, QMessageBox::Ok}}, {u"A"_s, platform::OkOnly});
 }
 
+TEST_F(DesktopMessageBoxesTest, ABoxThatMayAnswersItselfOnceItsTimeIsUp)
+{
+    platform::DesktopMessageBoxes impatient(std::chrono::milliseconds(1));
+    using namespace platform;
+    EXPECT_EQ(impatient.show(u"A"_s, u"Title"_s, RetryCancel | RetriesAlone), RetryButton);
+    EXPECT_EQ(impatient.show(u"A"_s, u"Title"_s, RetryCancel | CancelsAlone), CancelButton);
+}
+
 TEST_F(DesktopMessageBoxesTest, ALongPathIsWrappedAndCopiedAsItIs)
 {
     const QString path = u"/folder"_s + QString(400, u'ä');

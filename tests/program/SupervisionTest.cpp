@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include <csignal>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -24,6 +25,15 @@ protected:
                               2 * StartMilliseconds));
         return game.server();
     }
+    /// As an update does while the tool runs.
+    void replaceTool()
+    {
+        const std::filesystem::path tool = game.path(u"ZebekSuite.exe"_s).toStdString();
+        if (isNative(Program::Tool)) {
+            std::filesystem::copy_file(tool, tool.string() + ".new");
+            std::filesystem::rename(tool.string() + ".new", tool);
+        }
+    }
     bool isReplaced(Pid first)
     {
         return waitUntil([&] { return game.server() > 0 && game.server() != first; },
@@ -43,6 +53,7 @@ TEST_F(SupervisionTest, AKilledServerIsReplacedAndAKilledToolFindsItAgain)
         const Pid first = waitForSupervisedServer();
         signalProcess(first, SIGKILL);
         EXPECT_TRUE(isReplaced(first));
+        replaceTool();
     }
     const Pid last = waitForSupervisedServer();
     game.killTool();

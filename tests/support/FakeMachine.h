@@ -93,7 +93,8 @@ class FakeMessageBoxes final : public platform::MessageBoxes
 public:
     int show(const QString &text, const QString &title, int style) override
     {
-        boxes.append(QStringList{title, QString::number(style), text}.join(u'|'));
+        boxes.append(QStringList{title, QString::number(style & 0xffff), text}.join(u'|'));
+        alone = style & ~0xffff;
         whileOpen();
         const bool asks = (style & platform::RetryCancel) != 0;
         return !answers.isEmpty() ? answers.takeFirst()
@@ -101,6 +102,7 @@ public:
     }
 
     QStringList boxes;
+    int alone = 0; ///< what the last one does by itself
     QList<int> answers;
     std::function<void()> whileOpen = [] {};
 };
