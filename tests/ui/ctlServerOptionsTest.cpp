@@ -130,6 +130,8 @@ TEST_F(ctlServerOptionsTest, ANumberThatASettingCannotHaveIsSilentlyTakenBack)
         EXPECT_EQ(port.text(), u"2346"_s);
     }
     EXPECT_EQ(enabled(), u".D.."_s);
+    port.setText(u"65535"_s);
+    EXPECT_EQ(port.text(), u"65535"_s);
     port.setText(u"2.5"_s);
     click("cmdSave");
     EXPECT_EQ(saved("JoinPort"), u"2"_s);

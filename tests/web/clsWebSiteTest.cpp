@@ -340,6 +340,8 @@ TEST_F(clsWebSiteTest, TheDesktopAndTheWebShowTheSameState)
     QTest::mouseClick(child<QPushButton>("cmdStartGRServer"), Qt::LeftButton);
     const QByteArray running = server().ProcessStatusText().toLatin1();
     EXPECT_TRUE(post("/AdminMenu", "AdminMenu=Server+Control").contains(running));
+    fake.clock.advance(500);
+    EXPECT_EQ(child<QLabel>("lblServerProcessStatus")->text().toLatin1(), running);
     post("/UpdateAdminServerControlConfig", "SubmitType=Stop+Server");
     fake.clock.advance(500);
     EXPECT_EQ(child<QLabel>("lblServerProcessStatus")->text(), u"No Process information"_s);
