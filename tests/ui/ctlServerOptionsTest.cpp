@@ -254,6 +254,9 @@ TEST_F(ctlServerOptionsTest, TheWebAndThePanelWorkOnOneListOfMods)
     root->WebSite()->Page(PageKey::PublicStatus).setStale(true);
     EXPECT_TRUE(page(PageKey::PublicStatus).contains("Active Mods:  </b>Bravo - <"));
     EXPECT_EQ(rows(), u"b-aC"_s);
+    const QListWidgetItem *const row = mods().item(0);
+    root->MainWindow()->loadMods();
+    EXPECT_EQ(mods().item(0), row) << "filled anew, the list would scroll back";
 }
 
 TEST_F(ctlServerOptionsTest, NothingIsSavedWhileTheServerRunsAndTheWarningFollowsTheHeartbeat)

@@ -146,15 +146,3 @@ TEST_F(frmMainTest, TheWindowComesBackWhereItWasUnlessNoScreenIsThere)
     EXPECT_EQ(place({70, 60}), QRect(70, 60, 640, 500));
     EXPECT_TRUE(root->MainWindow()->screen()->geometry().intersects(place({9000, 9000})));
 }
-
-TEST_F(frmMainTest, AHeadingIsLargerThanAnyText)
-{
-    const QFont before = QApplication::font();
-    QFont large = before;
-    large.setPointSize(30);
-    QApplication::setFont(large);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(child<QLabel>("lblReview")->font().pointSizeF(), 30);
-    EXPECT_GT(child<QLabel>("lblWelcome")->font().pointSizeF(), 30);
-    QApplication::setFont(before);
-}
