@@ -286,8 +286,8 @@ private:
     QTemporaryDir m_directory{QCoreApplication::applicationDirPath() + u"/bench"_s};
     FakeMachine m_fake;
     Disk m_disk;
-    platform::Machine m_machine{m_fake.autostart,  m_fake.clock,  m_disk,       m_fake.boxes,
-                                m_fake.processEnd, m_fake.system, m_fake.system};
+    platform::Machine m_machine{m_fake.autostart, m_fake.clock,      m_disk,        m_fake.hooks,
+                                m_fake.boxes,     m_fake.processEnd, m_fake.system, m_fake.system};
     Program m_root{m_machine, m_directory.path()};
     QString m_replay = m_directory.filePath(u"Data/Save/replay/defaultreplay.rpf"_s);
     QString m_plain = m_directory.filePath(u"plain"_s);

@@ -171,7 +171,7 @@ void Program::watchStatistics() const
 void Program::autoStartServer() const
 {
     if (m_options->AutoStartGRServer()) {
-        m_globalForm->uctlGRServer.autoStart();
+        m_globalForm->uctlGRServer.StartGRServer(m_options->FindGRServer());
     }
 }
 

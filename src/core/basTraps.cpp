@@ -16,6 +16,17 @@ QString nameOf(const Routine &routine)
     return QLatin1String(routine.module) + u'|' + QLatin1String(routine.name);
 }
 
+void tellHookOf(const Routine &routine, const platform::Failure &failure)
+{
+    if (routine.event &&
+        (routine.event != HookEvent::LogError || gRoot->Errors()->admitsEventOf(nameOf(routine)))) {
+        tellHook(*routine.event, {{"module", QLatin1String(routine.module)},
+                                  {"routine", QLatin1String(routine.name)},
+                                  {"number", QString::number(failure.number())},
+                                  {"reason", failure.description()}});
+    }
+}
+
 } // namespace
 
 platform::Failure caughtFailure()
@@ -38,6 +49,7 @@ void recordFailure(const Routine &routine, const platform::Failure &failure)
         errors->RecordError(QString::fromLatin1(routine.module), QString::fromLatin1(routine.name),
                             QString::fromLatin1(routine.id), failure.number(),
                             failure.description());
+        tellHookOf(routine, failure);
     }
 }
 

@@ -1,20 +1,23 @@
 #pragma once
 
+#include "core/Hook.h"
 #include "platform/Failure.h"
 
 #include <QString>
 
 #include <functional>
+#include <optional>
 #include <type_traits>
 
-/// Where a failure is reported from: the module's display name, the routine and the context, and
-/// whether whoever reaches the web site can make it fail.
+/// Where a failure is reported from: the module's display name, the routine and the context,
+/// whether whoever reaches the web site can make it fail, and the event that its failure is.
 struct Routine
 {
     const char *module = nullptr;
     const char *name = nullptr;
     const char *id = nullptr;
     bool byStrangers = false;
+    std::optional<HookEvent> event = HookEvent::LogError;
 };
 
 /// A module as records name it, and the context of its routines: gives the routines.
@@ -24,9 +27,9 @@ struct Module
     const char *id = nullptr;
     bool byStrangers = false;
 
-    constexpr Routine operator()(const char *routine) const
+    constexpr Routine operator()(const char *routine, HookEvent event = HookEvent::LogError) const
     {
-        return {name, routine, id, byStrangers};
+        return {name, routine, id, byStrangers, event};
     }
 };
 

@@ -76,6 +76,17 @@ void clsErrors::tmrMinute_Timer()
     }
 }
 
+bool clsErrors::admitsEventOf(const QString &routine)
+{
+    const qint64 now = gRoot->Machine().clock.milliseconds();
+    const auto last = m_told.constFind(routine);
+    if (last != m_told.cend() && now - *last < MinuteMilliseconds) {
+        return false;
+    }
+    m_told.insert(routine, now);
+    return true;
+}
+
 bool clsErrors::isNewReason(const QString &routine, const QString &reason)
 {
     QSet<QString> &known = m_reasons[routine];

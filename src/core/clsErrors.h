@@ -37,6 +37,9 @@ public:
     /// Whether a failure that strangers cause may be recorded now; counts it.
     bool admitsOneOfStrangers();
 
+    /// Whether the hook may be told of a routine's failure: it was told of none for a minute.
+    bool admitsEventOf(const QString &routine);
+
     /// Whether a routine that is tried again and again has not failed for this reason yet, since
     /// its reasons were last forgotten. It counts as known from now on.
     bool isNewReason(const QString &routine, const QString &reason);
@@ -48,6 +51,7 @@ private:
     ErrorLogFile m_file;
     int m_count = 0;                         ///< when the file could last be looked at
     QHash<QString, QSet<QString>> m_reasons; ///< by the routine that they made fail
+    QHash<QString, qint64> m_told;           ///< the clock's millisecond of a routine's last event
     platform::Timer tmrMinute;               ///< runs from the first failure of strangers on
     qint64 m_byStrangers = 0;                ///< their failures in this minute
 };

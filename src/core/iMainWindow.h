@@ -19,6 +19,8 @@ public:
     virtual void loadMods() = 0;
     /// The mods of the server options panel; null where there is no such panel.
     virtual const clsMods *ModsList() const = 0;
+    /// Whether the window does not answer for some seconds.
+    virtual void setBusy(bool busy) = 0;
     /// Lets the operator know of a restart that was just made.
     virtual void notifyRestart(RestartReason reason) = 0;
 };

@@ -3,6 +3,7 @@
 #include "platform/Autostart.h"
 #include "platform/Clock.h"
 #include "platform/Files.h"
+#include "platform/Hooks.h"
 #include "platform/MessageBoxes.h"
 #include "platform/ProcessEnd.h"
 #include "platform/Processes.h"
@@ -16,6 +17,7 @@ struct Machine
     Autostart &autostart;
     Clock &clock;
     Files &files;
+    Hooks &hooks;
     MessageBoxes &messageBoxes;
     ProcessEnd &processEnd;
     Processes &processes;

@@ -9,6 +9,9 @@ void clsGame::LoadStatsFile(const QString &path, const QByteArray &page)
         m_document = xmlFromGamePage(page, path);
         const auto game = m_document->findFirst("Game");
         m_map = game ? game->attribute("Map") : QString();
-        m_playerCount = static_cast<int>(m_document->findAll("Player").size());
+        m_players.clear();
+        for (const platform::XmlElement &player : m_document->findAll("Player")) {
+            m_players.append(player.attribute("Name"));
+        }
     });
 }

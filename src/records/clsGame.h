@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -16,10 +17,11 @@ public:
 
     /// The map's name.
     const QString &Map() const { return m_map; }
-    int PlayerCount() const { return m_playerCount; }
+    int PlayerCount() const { return static_cast<int>(m_players.size()); }
+    const QStringList &PlayerNames() const { return m_players; }
 
 private:
     std::optional<platform::XmlDocument> m_document;
     QString m_map;
-    int m_playerCount = 0;
+    QStringList m_players;
 };

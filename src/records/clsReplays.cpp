@@ -24,8 +24,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr Module Here{"clsReplays", "Root Object"};
-constexpr Routine Archiving = Here("ArchiveReplay");
-constexpr Routine Maintaining = Here("MaintainReplayDirectory");
+constexpr Routine Archiving = Here("ArchiveReplay", HookEvent::ArchiveFailed);
+constexpr Routine Maintaining = Here("MaintainReplayDirectory", HookEvent::ArchiveFailed);
 
 QString replayPattern()
 {
@@ -141,6 +141,7 @@ bool clsReplays::archive(const QFileInfo &replay, const QString &stamp, const QS
         write(content, target, folder, step);
     }
     m_lastStamp = stamp;
+    m_lastFile = target;
     return !folder.hasStamp || QFileInfo::exists(target);
 }
 

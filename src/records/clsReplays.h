@@ -32,6 +32,9 @@ public:
     /// operator act meanwhile.
     bool ArchiveReplay(const QString &Name);
 
+    /// The path of the copy that was last archived.
+    const QString &lastFile() const { return m_lastFile; }
+
     /// Nothing is archived any more.
     void Release();
 
@@ -60,6 +63,7 @@ private:
     static bool isFull(const Folder &folder);
     static void deleteOldest(const Folder &folder);
 
+    QString m_lastFile;
     // A stamp is a replay's time as the names of its copies begin with it.
     QString m_lastStamp;     ///< of the replay that was last archived, or found to be
     QString m_stampUnderWay; ///< of the one that is being archived, while the folder is listed

@@ -71,6 +71,21 @@ bool isWanted(const clsGame &game)
     return options.RecordReplays() && (!options.SkipBlankReplays() || game.PlayerCount() > 1);
 }
 
+bool archiveReplayOf(const clsGame &game)
+{
+    // While the replay is archived, another look may go on to the next match.
+    const QString map = game.Map();
+    const QStringList players = game.PlayerNames();
+    if (!gRoot->Replays()->ArchiveReplay(map)) {
+        return false;
+    }
+    tellHook(HookEvent::MatchArchived, {{"map", map},
+                                        {"players", QString::number(players.size())},
+                                        {"names", players.join(u", "_s)},
+                                        {"file", gRoot->Replays()->lastFile()}});
+    return true;
+}
+
 } // namespace
 
 clsTrackStats::~clsTrackStats()
@@ -122,10 +137,8 @@ void clsTrackStats::RecordStatsFile()
     if (!owes(page)) {
         m_owed.emplace(path, page);
     }
-    // While the replay is archived, another look may go on to the next match.
-    const QString map = m_owed->game.Map();
-    const bool settled = m_owed->settled.isValid() || !isWanted(m_owed->game) ||
-                         gRoot->Replays()->ArchiveReplay(map);
+    const bool settled =
+        m_owed->settled.isValid() || !isWanted(m_owed->game) || archiveReplayOf(m_owed->game);
     if (settled && owes(page)) {
         if (!m_owed->settled.isValid()) {
             m_owed->settled = gRoot->Machine().clock.now();

@@ -87,8 +87,13 @@ bool clsMods::CheckActiveMods()
         }
         return true;
     };
-    const bool read = trapRepeated(Here("CheckActiveMods"), withReason(m_failure, activate));
-    return read || !QFile::exists(listPath()); // Save() can make a missing one
+    QString reason;
+    const bool read = trapRepeated(Here("CheckActiveMods"), withReason(reason, activate));
+    if (read || !QFile::exists(listPath())) { // Save() can make a missing one
+        return true;
+    }
+    m_failure = m_failure.isEmpty() ? reason : m_failure;
+    return false;
 }
 
 bool clsMods::Save()

@@ -28,7 +28,7 @@ public:
     /// empty mount point, for that would end the game's own list. False then, and after a failure,
     /// which is recorded.
     bool Save();
-    /// Why Save() could not.
+    /// Why the mods could not be had, or Save() failed.
     const QString &failure() const { return m_failure; }
 
     /// Keys do not mind the case of letters; one of no mod changes nothing.

@@ -20,7 +20,7 @@ constexpr int CloseMilliseconds = 5000;
 
 constexpr Module Here{"Process Class", "Unknown"};
 
-constexpr Routine Creation = Here("Create");
+constexpr Routine Creation = Here("Create", HookEvent::StartFailed);
 
 platform::Processes &processes()
 {

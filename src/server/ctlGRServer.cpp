@@ -10,6 +10,9 @@
 #include "platform/Machine.h"
 #include "server/basWINAPI.h"
 
+#include <QRegularExpression>
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <utility>
 
@@ -21,6 +24,8 @@ constexpr qint64 MillisecondsPerSecond = 1000;
 
 constexpr Module Here{"GR Server Class", "Unknown"};
 
+constexpr Routine Starting = Here("StartGRServer", HookEvent::StartFailed);
+
 QString windowCaption()
 {
     return u"Ghost Recon"_s;
@@ -30,9 +35,10 @@ QString commandLine()
 {
     // Only where the system is not Windows can a path hold a quote.
     const QString program = fnGamePath(u"GhostRecon.exe"_s).replace(u'"', u"\"\""_s);
-    // Those of a settings file laid out by hand stand on lines of their own.
+    // Those of a settings file laid out by hand, or of a form, may stand on lines of their own.
+    static const QRegularExpression lineBreak(u"\r\n|\n|\r"_s);
     const QString arguments =
-        QString(gRoot->Options()->ServerCommandLineArgs()).replace(u'\n', u' ');
+        QString(gRoot->Options()->ServerCommandLineArgs()).replace(lineBreak, u" "_s);
     return u"\"%1\" -autoserve %2"_s.arg(program, arguments);
 }
 
@@ -47,6 +53,11 @@ platform::Failure foreignServer(platform::ProcessId id)
 QString cannotStart(const QString &reason)
 {
     return u"The game server could not be started. "_s + reason;
+}
+
+HookValue pidOf(const clsProcess &process)
+{
+    return {"pid", QString::number(process.PID())};
 }
 
 /// By more than any machine is late now and then.
@@ -122,6 +133,9 @@ ServerHealth ctlGRServer::health() const
 {
     using enum ServerHealth;
     const auto eitherWay = [](bool willBeRestarted) { return willBeRestarted ? Ailing : Down; };
+    if (m_owed == Owed::Start) {
+        return Unknown; // it is still loading
+    }
     if (!Connected()) {
         return isStillOwed() || !m_problem.isEmpty() ? eitherWay(isStillOwed()) : Unknown;
     }
@@ -150,11 +164,6 @@ bool ctlGRServer::StartGRServer(bool in_blnCheckForServer)
     return start(in_blnCheckForServer, clsProcess::Attempt::Single);
 }
 
-void ctlGRServer::autoStart()
-{
-    startOwed(Owed::AutoStart, gRoot->Options()->FindGRServer());
-}
-
 bool ctlGRServer::start(bool checkForServer, clsProcess::Attempt attempt)
 {
     const auto findOrCreate = [&] {
@@ -170,16 +179,15 @@ bool ctlGRServer::start(bool checkForServer, clsProcess::Attempt attempt)
         }
         if (!canBeOpened(*running) && runsProgram(*running)) {
             m_problem = foreignServer(*running).description();
-            recordNewFailure(Here("FindGRServer"), foreignServer(*running));
+            recordNewFailure(Here("FindGRServer", HookEvent::StartFailed), foreignServer(*running));
             return false;
         }
         return waitsForWindow(*running) || create(attempt);
     };
     QString reason;
-    const bool started =
-        attempt == clsProcess::Attempt::Single
-            ? trap(Here("StartGRServer"), withReason(reason, findOrCreate))
-            : trapRepeated(Here("StartGRServer"), withReason(reason, findOrCreate));
+    const bool started = attempt == clsProcess::Attempt::Single
+                             ? trap(Starting, withReason(reason, findOrCreate))
+                             : trapRepeated(Starting, withReason(reason, findOrCreate));
     if (!reason.isEmpty()) {
         m_problem = cannotStart(reason);
     }
@@ -229,21 +237,23 @@ bool ctlGRServer::create(clsProcess::Attempt attempt)
     m_created = true;
     const Owed paid = m_owed;
     StartMonitoring();
-    tellRestart(paid);
+    tellHook(HookEvent::Started, {pidOf(*m_process)});
+    if (paid == Owed::RestartOfEnded) {
+        tellRestart(RestartReason::HadEnded);
+    } else if (paid == Owed::RestartOfHung) {
+        tellRestart(RestartReason::DidNotAnswer);
+    }
     return true;
 }
 
-void ctlGRServer::tellRestart(Owed paid)
+void ctlGRServer::tellRestart(RestartReason reason) const
 {
-    iMainWindow *const window = gRoot->MainWindow();
-    if (window == nullptr) {
-        return;
+    if (iMainWindow *const window = gRoot->MainWindow()) {
+        window->notifyRestart(reason);
     }
-    if (paid == Owed::RestartOfEnded) {
-        window->notifyRestart(RestartReason::HadEnded);
-    } else if (paid == Owed::RestartOfHung) {
-        window->notifyRestart(RestartReason::DidNotAnswer);
-    }
+    tellHook(HookEvent::Restarted,
+             {pidOf(*m_process),
+              {"reason", reason == RestartReason::HadEnded ? u"ended"_s : u"hung"_s}});
 }
 
 bool ctlGRServer::StopGRServer()
@@ -254,8 +264,9 @@ bool ctlGRServer::StopGRServer()
         if (!Connected()) {
             return false;
         }
-        if (!m_process->StopProcess()) {
-            m_problem = u"The game server could not be stopped."_s;
+        const platform::ProcessId id = m_process->PID();
+        if (!stopProcess()) {
+            m_problem = u"The game server, process %1, could not be stopped."_s.arg(id);
             return false;
         }
         StopMonitoring();
@@ -263,6 +274,18 @@ bool ctlGRServer::StopGRServer()
         m_process.reset();
         return true;
     });
+}
+
+/// Takes some seconds where the server does not close its window.
+bool ctlGRServer::stopProcess()
+{
+    iMainWindow *const window = gRoot->MainWindow();
+    if (window == nullptr) {
+        return m_process->StopProcess();
+    }
+    window->setBusy(true);
+    const auto restore = qScopeGuard([window] { window->setBusy(false); });
+    return m_process->StopProcess();
 }
 
 bool ctlGRServer::FindGRServer()
@@ -277,6 +300,9 @@ bool ctlGRServer::FindGRServer()
                 StartMonitoring();
                 m_created = false;
             }
+        }
+        if (found) {
+            tellHook(HookEvent::Found, {pidOf(*m_process)});
         }
         return found;
     });
@@ -360,7 +386,7 @@ void ctlGRServer::supervise()
         noteEnd();
         Disconnect();
         if (options.AutoRestartOnProcessStop()) {
-            startOwed(Owed::RestartOfEnded, true);
+            startOwed(m_owed == Owed::RestartOfHung ? m_owed : Owed::RestartOfEnded);
         } else if (m_problem.isEmpty()) {
             m_problem = gRoot->Machine().clock.now().toString(
                 u"'The game server has ended. It ran until 'yyyy-MM-dd' at 'HH:mm'.'"_s);
@@ -391,8 +417,6 @@ bool ctlGRServer::isStillOwed() const
         return false;
     case Owed::Start:
         return true;
-    case Owed::AutoStart:
-        return options.AutoStartGRServer();
     case Owed::RestartOfEnded:
         return options.AutoRestartOnProcessStop();
     case Owed::RestartOfHung:
@@ -401,10 +425,10 @@ bool ctlGRServer::isStillOwed() const
     return false;
 }
 
-void ctlGRServer::startOwed(Owed reason, bool checkForServer)
+void ctlGRServer::startOwed(Owed reason)
 {
     m_owed = reason;
-    start(checkForServer, clsProcess::Attempt::OneOfMany);
+    start(true, clsProcess::Attempt::OneOfMany);
 }
 
 void ctlGRServer::noteEnd()
@@ -412,12 +436,13 @@ void ctlGRServer::noteEnd()
     if (m_process->PID() == 0) {
         return; // one that could not be stopped
     }
+    const QString exitCode = m_created ? QString::number(m_process->exitCode()) : u"unknown"_s;
+    tellHook(HookEvent::Ended, {pidOf(*m_process), {"exit-code", exitCode}});
     const int ends = m_ends.note(gRoot->Machine().clock.milliseconds());
     if (ends == 0) {
         return;
     }
-    const QString exitCode = m_created ? QString::number(m_process->exitCode()) : u"unknown"_s;
-    recordFailure(Here("Supervise"),
+    recordFailure(Here("Supervise", HookEvent::Looping),
                   {platform::Failure::Unexpected,
                    u"The game server has ended %1 times within 30 s, the last time with "
                    "the exit code %2. Start it once by hand in a terminal to see why"_s.arg(
@@ -474,11 +499,25 @@ void ctlGRServer::readLastAnswer()
         m_hasAnswered = true;
         forgetSilence();
     } else if (uctlServerStatus.Status() == ServerQueryStatus::Dead) {
-        m_silence.seemsDead = true;
-        // An armed timer runs on: its delay counts from the first silence.
-        if (tmrDead.Interval() == 0 && options.AutoRestartGRServer()) {
+        if (!std::exchange(m_silence.seemsDead, true)) {
+            m_silence.since = gRoot->Machine().clock.milliseconds();
+        }
+        if (!options.AutoRestartGRServer()) {
+            tellLongSilence();
+        } else if (tmrDead.Interval() == 0) {
+            // An armed timer runs on: its delay counts from the first silence.
             tmrDead.setInterval(options.ServerTimeout() * MillisecondsPerSecond);
         }
+    }
+}
+
+/// Of a server that nobody is going to restart.
+void ctlGRServer::tellLongSilence()
+{
+    const qint64 silence = gRoot->Machine().clock.milliseconds() - m_silence.since;
+    if (silence >= gRoot->Options()->ServerTimeout() * MillisecondsPerSecond &&
+        !std::exchange(m_silence.told, true)) {
+        tellHook(HookEvent::Hung, {pidOf(*m_process)});
     }
 }
 
@@ -515,10 +554,11 @@ void ctlGRServer::restartHungServer()
         m_silence.restartDue = true;
         uctlServerStatus.Refresh();
     } else if (gRoot->Options()->AutoRestartGRServer()) {
+        tellHook(HookEvent::Hung, {pidOf(*m_process)});
         const bool stopped = StopGRServer();
         m_owed = Owed::RestartOfHung; // also where it could not be stopped
         if (stopped) {
-            startOwed(m_owed, true);
+            startOwed(m_owed);
         }
     }
 }

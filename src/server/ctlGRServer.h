@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/iMainWindow.h"
 #include "platform/Timer.h"
 #include "server/RepeatedEnds.h"
 #include "server/clsProcess.h"
@@ -41,9 +42,9 @@ enum class ServerHealth {
 /// without a window yet is waited for, ServerStartupTimeout at most; beside another user's, which
 /// cannot be taken over, none is started.
 ///
-/// The start with the program, what supervise() restarts and the restart of a hung server are owed:
-/// one that fails is tried again at every look, until it succeeds, the server is found, somebody
-/// stops it, or the option goes off.
+/// What supervise() restarts and the restart of a hung server are owed: one that fails is tried
+/// again at every look, until it succeeds, the server is found, somebody stops it, or the option
+/// goes off.
 ///
 /// The options are read when they are needed, so that a change counts from the next use on. No
 /// operation throws; a failure is recorded and reads as false.
@@ -73,7 +74,8 @@ public:
     QString NetworkStatusText() const;
 
     ServerHealth health() const;
-    /// Why there is no server, for people; empty where there is one, or somebody has stopped it.
+    /// Why there is no server, or one could not be stopped, for people; empty where all is as it
+    /// is wanted.
     const QString &problem() const { return m_problem; }
 
     // Of the interface, without a user here.
@@ -84,9 +86,6 @@ public:
     /// its process shows that it is this directory's, with `in_blnCheckForServer` by its window
     /// alone. True also while one that has no window yet is waited for.
     bool StartGRServer(bool in_blnCheckForServer);
-    /// Starts the server, or takes over a running one, as the settings have it at the start of the
-    /// program.
-    void autoStart();
     /// Stops the held server; blocks for up to 5 s. When it cannot be stopped an empty process
     /// stays held. Nothing is owed any more.
     bool StopGRServer();
@@ -119,11 +118,13 @@ public:
 
 private:
     /// What is to be done at the next look, while no server is held.
-    enum class Owed { Nothing, Start, AutoStart, RestartOfEnded, RestartOfHung };
+    enum class Owed { Nothing, Start, RestartOfEnded, RestartOfHung };
     /// What is known of a server that does not answer.
     struct Silence
     {
         bool seemsDead = false;
+        qint64 since = 0;        ///< the clock's millisecond
+        bool told = false;       ///< the hook, where nothing is going to be done
         bool restartDue = false; ///< as soon as the request that is outstanding has had no answer
         bool inDoubt = false;    ///< this program may have been the one that was late
         bool askedAgain = false; ///< because of that
@@ -136,17 +137,19 @@ private:
     };
 
     void readLastAnswer();
+    void tellLongSilence();
     void forgetSilence();
     bool start(bool checkForServer, clsProcess::Attempt attempt);
     void requestTimedOut(qint64 lateness);
     void restartHungServer();
-    void startOwed(Owed reason, bool checkForServer);
+    void startOwed(Owed reason);
     bool payOwed();
     bool isStillOwed() const;
     bool waitsForWindow(platform::ProcessId process);
     bool create(clsProcess::Attempt attempt);
     void noteEnd();
-    static void tellRestart(Owed paid);
+    bool stopProcess();
+    void tellRestart(RestartReason reason) const;
     void armIdleTimers();
     bool runsProgram(platform::ProcessId process) const;
     std::optional<platform::ProcessId> runningServer() const;

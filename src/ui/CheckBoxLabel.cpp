@@ -1,9 +1,10 @@
 #include "ui/CheckBoxLabel.h"
 
+#include "ui/drawFocus.h"
+
 #include <QCheckBox>
 #include <QMouseEvent>
 #include <QStyle>
-#include <QStyleOptionFocusRect>
 #include <QStylePainter>
 
 void CheckBoxLabel::setCheckBox(QCheckBox *box)
@@ -41,11 +42,8 @@ void CheckBoxLabel::paintEvent(QPaintEvent *event)
     if (m_box == nullptr || !m_box->hasFocus()) {
         return;
     }
-    QStyleOptionFocusRect focus;
-    focus.initFrom(this);
-    focus.state |= QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
-    focus.rect = textRect();
-    QStylePainter(this).drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+    QStylePainter painter(this);
+    drawFocus(painter, *this, textRect());
 }
 
 bool CheckBoxLabel::isOnText(const QMouseEvent &event) const

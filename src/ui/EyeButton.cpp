@@ -29,14 +29,20 @@ EyeButton::EyeButton(QWidget *parent) : QToolButton(parent)
     setCheckable(true);
     setCursor(Qt::ArrowCursor);
     setFocusPolicy(Qt::TabFocus);
-    setToolTip(u"Show the password"_s);
-    setAccessibleName(toolTip());
+    const auto sayWhatAClickDoes = [this] {
+        setToolTip(isChecked() ? u"Hide the password"_s : u"Show the password"_s);
+        setAccessibleName(toolTip());
+    };
+    connect(this, &QToolButton::toggled, this, sayWhatAClickDoes);
+    sayWhatAClickDoes();
 }
 
 void EyeButton::paintEvent(QPaintEvent * /*event*/)
 {
     QStylePainter painter(this);
-    drawFocus(painter, *this, rect().adjusted(2, 2, -2, -2));
+    if (hasFocus()) {
+        drawFocus(painter, *this, rect().adjusted(2, 2, -2, -2));
+    }
     painter.setRenderHint(QPainter::Antialiasing);
     const double scale = height() * 0.7 / Size;
     painter.translate(QRectF(rect()).center());

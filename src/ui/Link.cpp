@@ -96,5 +96,7 @@ void Link::paintEvent(QPaintEvent * /*event*/)
     layOut(text, width());
     painter.setPen(palette().color(isDown() ? QPalette::LinkVisited : QPalette::Link));
     text.draw(&painter, {});
-    drawFocus(painter, *this, textRect(width()));
+    if (hasFocus()) {
+        drawFocus(painter, *this, textRect(width()));
+    }
 }

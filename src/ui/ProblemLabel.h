@@ -14,7 +14,9 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
+    void makeRoomForSign();
     int signSize() const;
 };

@@ -11,7 +11,7 @@ struct ServerState
     ServerHealth health = ServerHealth::Unknown;
     QString process = {};
     QString network = {};
-    QString problem = {};     ///< why there is no server
+    QString problem = {};     ///< why there is no server, or it could not be stopped
     QString lastRestart = {}; ///< in words; empty without one
 
     bool operator==(const ServerState &) const = default;

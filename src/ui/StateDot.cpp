@@ -10,7 +10,7 @@ StateDot::StateDot(QWidget *parent) : QWidget(parent)
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-void StateDot::show(ServerHealth health)
+void StateDot::setHealth(ServerHealth health)
 {
     m_health = health;
     setAccessibleName(wordsOf(health));

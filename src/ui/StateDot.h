@@ -10,7 +10,7 @@ class StateDot : public QWidget
 public:
     explicit StateDot(QWidget *parent = nullptr);
 
-    void show(ServerHealth health);
+    void setHealth(ServerHealth health);
     QSize sizeHint() const override;
 
 protected:

@@ -19,7 +19,7 @@ namespace {
 
 void openLog()
 {
-    openOrTell(u"file"_s, gRoot->Errors()->path());
+    openOrTell(u"file"_s, gRoot->Errors()->path(), u"Error Log"_s);
 }
 
 } // namespace
@@ -52,11 +52,15 @@ StatusFooter::StatusFooter(QWidget *parent)
 
 void StatusFooter::showState(const ServerState &state, const QString &toolTip)
 {
-    m_dot->show(state.health);
+    m_dot->setHealth(state.health);
     m_process->setText(state.process);
     m_network->setText(state.network);
-    m_problem->tell(state.problem);
     setToolTip(toolTip);
+}
+
+void StatusFooter::showProblem(const QString &problem)
+{
+    m_problem->tell(problem);
 }
 
 void StatusFooter::showErrors(int count)

@@ -10,13 +10,15 @@ class QLabel;
 class StateDot;
 
 /// The line below the tabs that tells how the game server fares, and how many errors the log has,
-/// with a link that opens it. Changes nothing where nothing has changed.
+/// with a link that opens it.
 class StatusFooter : public QWidget
 {
 public:
     explicit StatusFooter(QWidget *parent = nullptr);
 
     void showState(const ServerState &state, const QString &toolTip);
+    /// Why there is no server; nothing of it for an empty text.
+    void showProblem(const QString &problem);
     /// Nothing of it for none.
     void showErrors(int count);
     /// What the keyboard can reach.

@@ -4,12 +4,8 @@ using namespace Qt::StringLiterals;
 
 TrayIcon::TrayIcon(const std::function<void()> &clicked)
 {
-    if (!QSystemTrayIcon::isSystemTrayAvailable()) {
-        return;
-    }
-    m_icon = std::make_unique<QSystemTrayIcon>();
-    QObject::connect(m_icon.get(), &QSystemTrayIcon::messageClicked, clicked);
-    QObject::connect(m_icon.get(), &QSystemTrayIcon::activated,
+    QObject::connect(&m_icon, &QSystemTrayIcon::messageClicked, clicked);
+    QObject::connect(&m_icon, &QSystemTrayIcon::activated,
                      [clicked](QSystemTrayIcon::ActivationReason reason) {
                          if (reason == QSystemTrayIcon::Trigger) {
                              clicked();
@@ -19,16 +15,14 @@ TrayIcon::TrayIcon(const std::function<void()> &clicked)
 
 void TrayIcon::showState(const QIcon &icon, const QString &toolTip)
 {
-    if (m_icon) {
-        m_icon->setIcon(icon);
-        m_icon->setToolTip(toolTip);
-        m_icon->show();
-    }
+    m_icon.setIcon(icon);
+    m_icon.setToolTip(toolTip);
+    m_icon.show(); // also in a tray that comes later
 }
 
 void TrayIcon::notify(const QString &text)
 {
-    if (m_icon) {
-        m_icon->showMessage(u"Zebek Suite"_s, text, QSystemTrayIcon::Warning);
+    if (QSystemTrayIcon::isSystemTrayAvailable()) {
+        m_icon.showMessage(u"Zebek Suite"_s, text, QSystemTrayIcon::Warning);
     }
 }

@@ -4,9 +4,8 @@
 #include <QSystemTrayIcon>
 
 #include <functional>
-#include <memory>
 
-/// The program's icon in the desktop's tray; nothing where the desktop has none.
+/// The program's icon in the desktop's tray; nothing while the desktop has none.
 class TrayIcon
 {
 public:
@@ -16,8 +15,8 @@ public:
     void showState(const QIcon &icon, const QString &toolTip);
     void notify(const QString &text);
     /// Takes it away; one of a process that just ends may stay in the tray.
-    void remove() { m_icon.reset(); }
+    void remove() { m_icon.hide(); }
 
 private:
-    std::unique_ptr<QSystemTrayIcon> m_icon;
+    QSystemTrayIcon m_icon;
 };

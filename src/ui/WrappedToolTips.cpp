@@ -1,5 +1,7 @@
 #include "ui/WrappedToolTips.h"
 
+#include "platform/LineBreaks.h"
+
 #include <QHelpEvent>
 #include <QToolTip>
 #include <QWidget>
@@ -13,7 +15,8 @@ bool WrappedToolTips::eventFilter(QObject *watched, QEvent *event)
         return false;
     }
     // Rich text is wrapped.
-    const QString text = widget->toolTip().toHtmlEscaped().replace(u'\n', u"<br>"_s);
+    const QString text =
+        platform::breakable(widget->toolTip()).toHtmlEscaped().replace(u'\n', u"<br>"_s);
     QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), u"<qt>%1</qt>"_s.arg(text),
                        widget);
     return true;

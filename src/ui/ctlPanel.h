@@ -21,6 +21,9 @@ public:
     /// The mods that the panel edits; null for a panel without mods.
     virtual const clsMods *ModsList() const { return nullptr; }
 
+    /// What stays in sight below the panel when that is scrolled; null where all is scrolled.
+    virtual QWidget *footer() const { return nullptr; }
+
     /// Fits what does not follow the font by itself: the boxes of all groups begin in one column.
     virtual void fitFont();
 

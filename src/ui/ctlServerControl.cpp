@@ -7,19 +7,9 @@
 #include "ui/bound.h"
 #include "ui_ctlServerControl.h"
 
-#include <QApplication>
-
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Stopping takes some seconds where the server does not close its window.
-struct WaitCursor
-{
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    Q_DISABLE_COPY_MOVE(WaitCursor)
-};
 
 ctlGRServer &server()
 {
@@ -37,10 +27,7 @@ ctlServerControl::ctlServerControl() : m_ui(std::make_unique<Ui::ctlServerContro
                         bound(&clsOptions::ServerCommandLineArgs)));
     connect(m_ui->cmdStartGRServer, &QPushButton::clicked, this,
             [] { server().StartGRServer(true); });
-    connect(m_ui->cmdStopGRServer, &QPushButton::clicked, this, [] {
-        const WaitCursor stopping;
-        server().StopGRServer();
-    });
+    connect(m_ui->cmdStopGRServer, &QPushButton::clicked, this, [] { server().StopGRServer(); });
 }
 
 ctlServerControl::~ctlServerControl() = default;

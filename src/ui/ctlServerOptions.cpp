@@ -205,7 +205,7 @@ void ctlServerOptions::tieTexts()
     };
     for (auto &row : m_texts) {
         row.control->setProperty(FormLimit, row.control->maxLength());
-        connect(row.control, &QLineEdit::textChanged, this, [&] { setEdited(row.edited); });
+        connect(row.control, &QLineEdit::textChanged, this, [&] { setEdited(row); });
     }
 }
 
@@ -220,7 +220,7 @@ void ctlServerOptions::tieCheckBoxes()
     m_ui->lblRecordGame->setCheckBox(m_ui->chkRecordGame);
     m_ui->lblFirewall->setCheckBox(m_ui->chkFirewall);
     for (auto &row : m_checkBoxes) {
-        connect(row.control, &QCheckBox::clicked, this, [&] { setEdited(row.edited); });
+        connect(row.control, &QCheckBox::clicked, this, [&] { setEdited(row); });
     }
 }
 
@@ -235,7 +235,7 @@ void ctlServerOptions::tieNumbers()
     for (const auto &[box, setting] : boxes) {
         m_numbers.push_back({nullptr, setting});
         auto &row = m_numbers.back();
-        row.control = new GameNumberField(box, [&] { setEdited(row.edited); });
+        row.control = new GameNumberField(box, [&] { setEdited(row); });
     }
 }
 
@@ -261,6 +261,11 @@ void ctlServerOptions::fitFont()
     }
 }
 
+QWidget *ctlServerOptions::footer() const
+{
+    return m_ui->footer;
+}
+
 template <typename Action>
 void ctlServerOptions::forEachRow(Action action)
 {
@@ -280,44 +285,64 @@ void ctlServerOptions::FillFields()
 
 void ctlServerOptions::showOptions()
 {
-    forgetFaults();
     // Without the file there is nothing to show, and edits had better stay on screen.
     const QString unreadable = failureOf([this] { m_options.loadOrFail(); });
-    for (QWidget *const frame : {m_ui->fraServerOptions, m_ui->fraNetworkSettings}) {
-        frame->setEnabled(unreadable.isEmpty());
-    }
     m_missing = clsOptionsXML::isMissing();
+    setUnreadable(m_missing ? u"options.xml not found: start the game once"_s : unreadable);
     if (!unreadable.isEmpty()) {
-        m_ui->lblProblem->tell(m_missing ? u"options.xml not found: start the game once"_s
-                                         : unreadable);
         return;
     }
+    bool allShown = true;
     forEachRow([&](auto &row) {
         std::optional<decltype((m_options.*row.setting)())> value;
         const QString fault = failureOf([&] { value = shownValue(m_options.*row.setting); });
         showIn(*row.control, value);
         row.edited = false;
-        if (!fault.isEmpty()) {
-            showFault(widgetOf(row.control), fault);
-        }
+        setFault(row, fault);
+        allShown = allShown && fault.isEmpty();
     });
-    if (m_faults.isEmpty()) {
+    if (allShown) {
         noteSuccess(Here("FillFields"));
     }
 }
 
-void ctlServerOptions::showFault(QWidget &control, const QString &reason)
+/// The fields are off meanwhile.
+void ctlServerOptions::setUnreadable(const QString &reason)
 {
-    control.setStyleSheet(u"border: 2px solid #d32f2f"_s);
-    m_faults += reason;
-    m_ui->lblProblem->tell(m_faults.join(u'\n'));
+    m_unreadable = reason;
+    for (QWidget *const frame : {m_ui->fraServerOptions, m_ui->fraNetworkSettings}) {
+        frame->setEnabled(reason.isEmpty());
+    }
 }
 
-void ctlServerOptions::forgetFaults()
+/// The control has a frame meanwhile.
+template <typename Row>
+void ctlServerOptions::setFault(Row &row, const QString &reason)
 {
-    forEachRow([](auto &row) { widgetOf(row.control).setStyleSheet({}); });
-    m_faults.clear();
-    m_ui->lblProblem->tell({});
+    row.fault = reason;
+    widgetOf(row.control)
+        .setStyleSheet(reason.isEmpty() ? QString()
+                                        : u"QLineEdit, QCheckBox { border: 2px solid #d32f2f }"_s);
+}
+
+void ctlServerOptions::tellProblems()
+{
+    QStringList problems{m_unreadable};
+    forEachRow([&](const auto &row) { problems += row.fault; });
+    problems += m_mods.failure();
+    problems.removeAll(QString());
+    m_ui->lblProblem->tell(problems.join(u'\n'));
+}
+
+/// Of those that are missing in the file, or that their controls cannot show, the first.
+void ctlServerOptions::focusFault()
+{
+    bool found = false;
+    forEachRow([&](const auto &row) {
+        if (!row.fault.isEmpty() && !std::exchange(found, true)) {
+            widgetOf(row.control).setFocus();
+        }
+    });
 }
 
 void ctlServerOptions::readMods()
@@ -326,6 +351,7 @@ void ctlServerOptions::readMods()
     for (const auto &[change, key] : m_modEdits) {
         (m_mods.*change)(key);
     }
+    tellProblems();
 }
 
 void ctlServerOptions::loadMods()
@@ -364,9 +390,12 @@ void ctlServerOptions::FillListView()
     });
 }
 
-void ctlServerOptions::setEdited(bool &edited)
+template <typename Row>
+void ctlServerOptions::setEdited(Row &row)
 {
-    edited = true;
+    row.edited = true;
+    setFault(row, {});
+    tellProblems();
     UpdateControls();
 }
 
@@ -461,6 +490,8 @@ void ctlServerOptions::cmdSave_Click()
     if (saved) {
         FillFields();
     }
+    tellProblems();
+    focusFault();
     gRoot->RefreshPages(PageKey::AdminServerOptions);
     if (!saved) {
         boxes.show(u"Your changes could not be saved. They are still here.\r\n\r\n"_s + reason,
@@ -471,18 +502,16 @@ void ctlServerOptions::cmdSave_Click()
 /// The file may have changed since it was shown: what was not edited keeps the new values.
 void ctlServerOptions::saveOptions()
 {
-    forgetFaults();
     if (!optionsEdited()) {
         return;
     }
     m_options.loadOrFail();
-    forEachRow([this](const auto &row) {
+    forEachRow([this](auto &row) {
         if (row.edited) {
             try {
                 (m_options.*row.setting).require();
             } catch (const platform::Failure &failure) {
-                widgetOf(row.control).setFocus();
-                showFault(widgetOf(row.control), failure.description());
+                setFault(row, failure.description());
                 throw;
             }
             (m_options.*row.setting).Let(valueIn(*row.control));
@@ -508,7 +537,15 @@ bool ctlServerOptions::saveMods()
 void ctlServerOptions::PushUpdate()
 {
     m_ui->lblSaveWarning->setVisible(serverRuns());
-    if (m_missing && !Dirty() && !clsOptionsXML::isMissing()) {
-        FillFields(); // the game has made it meanwhile
+    if (!m_missing || clsOptionsXML::isMissing()) {
+        return;
+    }
+    // The game has made it meanwhile.
+    if (Dirty()) {
+        m_missing = false;
+        setUnreadable({});
+        tellProblems();
+    } else {
+        FillFields();
     }
 }

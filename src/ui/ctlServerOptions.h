@@ -23,8 +23,8 @@ class ctlServerOptions;
 /// Save reads the files again and changes in them what was edited, nothing else: a file of which
 /// nothing was edited is not written. Edits that could not be saved stay, and a message box says
 /// so. A setting that is missing or that its control cannot show is an empty or off control and a
-/// record, once, that names the element; the control has a frame, and the panel says why.
-/// Without the file the fields are off.
+/// record, once, that names the element; the control has a frame until it is edited, and the panel
+/// says why. Save gives the first of them the focus. Without the file the fields are off.
 ///
 /// The mods are the file's list with the unsaved edits on top. Edits are kept as what was done, and
 /// done anew whenever others have changed the file, so that neither hand undoes the other's work.
@@ -47,6 +47,7 @@ public:
 
     bool Dirty() const override;
     void fitFont() override;
+    QWidget *footer() const override;
     /// The mods, as the panel's edits have made them.
     const clsMods *ModsList() const override { return &m_mods; }
 
@@ -58,6 +59,7 @@ private:
         Control *control;
         GameSetting<Value> clsOptionsXML::*setting;
         bool edited = false;
+        QString fault = {}; ///< why the control cannot show or store it
     };
     /// Something that was done to a mod.
     struct ModEdit
@@ -73,7 +75,8 @@ private:
 
     template <typename Action>
     void forEachRow(Action action);
-    void setEdited(bool &edited);
+    template <typename Row>
+    void setEdited(Row &row);
     void UpdateControls();
     void updateMoveButtons();
     void setChecked(const QListWidgetItem &row);
@@ -86,8 +89,11 @@ private:
     const QListWidgetItem *selectedActiveRow() const;
 
     void showOptions();
-    void showFault(QWidget &control, const QString &reason);
-    void forgetFaults();
+    void setUnreadable(const QString &reason);
+    template <typename Row>
+    void setFault(Row &row, const QString &reason);
+    void tellProblems();
+    void focusFault();
     bool optionsEdited() const;
     void cmdSave_Click();
     void saveOptions();
@@ -101,5 +107,5 @@ private:
     clsMods m_mods;
     std::vector<ModEdit> m_modEdits;
     bool m_missing = false; ///< the file of the game's settings
-    QStringList m_faults; ///< why controls cannot show or store their settings
+    QString m_unreadable;   ///< why that file cannot be read
 };

@@ -8,6 +8,7 @@
 #include "ui/NumberSetting.h"
 #include "ui/TextSetting.h"
 #include "ui/bound.h"
+#include "ui/manual.h"
 #include "ui/messages.h"
 #include "ui_ctlSystemOptions.h"
 
@@ -80,6 +81,7 @@ ctlSystemOptions::ctlSystemOptions() : m_ui(std::make_unique<Ui::ctlSystemOption
     addCheckBoxes();
     addFields();
     connect(m_ui->chkAutoRunonStartup, &QCheckBox::clicked, this, [this] { showAutostartPlace(); });
+    connect(m_ui->lblManual, &Link::clicked, this, openManual);
     connect(m_ui->cmdWebServer, &QPushButton::clicked, this, [this] { cmdWebServer_Click(); });
 }
 
@@ -117,7 +119,7 @@ void ctlSystemOptions::FillFields()
     PushUpdate();
 }
 
-/// The tooltip of the box alone, and in the label's for whom it is.
+/// The box tells in its tooltip what it does; the label adds for whom, and where that is kept.
 void ctlSystemOptions::showAutostartPlace()
 {
     m_ui->lblAutoRunonStartup->setToolTip(m_ui->chkAutoRunonStartup->toolTip() + u' ' +

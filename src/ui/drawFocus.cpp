@@ -5,12 +5,10 @@
 
 void drawFocus(QStylePainter &painter, const QWidget &control, const QRect &frame)
 {
-    if (!control.hasFocus()) {
-        return;
-    }
     QStyleOptionFocusRect focus;
     focus.initFrom(&control);
-    focus.state |= QStyle::State_KeyboardFocusChange; // also where only Windows would show it
+    focus.state |= QStyle::State_HasFocus |
+                   QStyle::State_KeyboardFocusChange; // also where only Windows would show it
     focus.rect = frame;
     painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
 }

@@ -4,6 +4,5 @@ class QRect;
 class QStylePainter;
 class QWidget;
 
-/// Draws the frame that shows the keyboard's focus on a control that paints itself; nothing while
-/// it has none.
+/// Draws the frame that shows the keyboard's focus on a control that paints itself.
 void drawFocus(QStylePainter &painter, const QWidget &control, const QRect &frame);

@@ -11,6 +11,7 @@
 #include "ui/StatusFooter.h"
 #include "ui/WheelNeedsFocus.h"
 #include "ui/frmPicture.h"
+#include "ui/manual.h"
 #include "ui/pictures.h"
 #include "ui_frmMain.h"
 
@@ -31,7 +32,12 @@ QSettings desktopStore()
     return QSettings(u"Zebek Suite"_s, u"Zebek Suite"_s);
 }
 
-const QString Place = u"MainWindow"_s; ///< in the desktop's store
+/// The name of the window's place in the desktop's store. Each game directory has its own tool.
+QString placeKey()
+{
+    return u"MainWindow/"_s +
+           QString::fromLatin1(gRoot->RootDirectory().toUtf8().toPercentEncoding());
+}
 
 QString welcomeLine()
 {
@@ -41,8 +47,8 @@ QString welcomeLine()
 
 QString toolTipFor(const ServerState &state)
 {
-    QStringList lines{wordsOf(state.health), state.process, state.network, state.problem,
-                      state.lastRestart};
+    QStringList lines{wordsOf(state.health), state.problem, state.lastRestart, state.process,
+                      state.network};
     lines.removeAll(QString());
     return lines.join(u'\n');
 }
@@ -65,6 +71,8 @@ frmMain::frmMain()
         FillFields();
         showState();
     });
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            openManual);
     connect(m_ui->Label2, &Link::clicked, this, [this] { Label2_Click(); });
     connect(m_ui->cmdQuit, &QPushButton::clicked, this, [] { gRoot->Quit(); });
 }
@@ -88,7 +96,12 @@ void frmMain::hostPanel(Tab tab, std::unique_ptr<ctlPanel> panel)
 {
     m_panels.at(tab) = panel.get();
     panel->fitFont();
-    m_ui->tabMain->widget(tab)->layout()->addWidget(new ScrolledPage(panel.release()));
+    QLayout &page = *m_ui->tabMain->widget(tab)->layout();
+    QWidget *const footer = panel->footer();
+    page.addWidget(new ScrolledPage(panel.release()));
+    if (footer != nullptr) {
+        page.addWidget(footer);
+    }
     keepFooterLastInTabOrder();
 }
 
@@ -119,7 +132,7 @@ void frmMain::Form_Load()
 /// Where the window was last, as far as that is on a screen; else as large as what is in it.
 void frmMain::takePlace()
 {
-    if (!restoreGeometry(desktopStore().value(Place).toByteArray())) {
+    if (!restoreGeometry(desktopStore().value(placeKey()).toByteArray())) {
         const QTabBar &tabs = *m_ui->tabMain->tabBar();
         const QMargins margins = layout()->contentsMargins();
         const int allTabs = tabs.sizeHint().width() + margins.left() + margins.right();
@@ -130,7 +143,7 @@ void frmMain::takePlace()
 void frmMain::keepPlace() const
 {
     if (isVisible()) {
-        desktopStore().setValue(Place, saveGeometry());
+        desktopStore().setValue(placeKey(), saveGeometry());
     }
 }
 
@@ -173,9 +186,9 @@ void frmMain::showState()
     m_status->showErrors(gRoot->Errors()->count());
     ServerState state = serverState();
     state.lastRestart = m_lastRestart;
-    if (m_ui->tabMain->currentIndex() == ServerControl) {
-        state.problem.clear(); // the panel tells it
-    }
+    // The panel of that tab tells the problem itself.
+    m_status->showProblem(m_ui->tabMain->currentIndex() != ServerControl ? state.problem
+                                                                         : QString());
     if (m_shown == state) {
         return;
     }
@@ -186,6 +199,15 @@ void frmMain::showState()
     m_shown = state;
     m_status->showState(state, toolTipFor(state));
     m_tray.showState(m_stateIcon, toolTipFor(state));
+}
+
+void frmMain::setBusy(bool busy)
+{
+    if (busy) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
 }
 
 void frmMain::notifyRestart(RestartReason reason)

@@ -45,11 +45,12 @@ public:
     void PushUpdate() override;
     void loadMods() override;
     const clsMods *ModsList() const override;
+    void setBusy(bool busy) override;
     void notifyRestart(RestartReason reason) override;
 
     /// Brings the window to the front, where there is one, and a message box that is open.
     static void bringToFront(QWidget *window);
-    /// The program ends.
+    /// Takes the icon from the tray, where the end of the process may leave it.
     void leaveTray() { m_tray.remove(); }
 
     void Label2_Click();

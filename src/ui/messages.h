@@ -7,5 +7,4 @@ void showMessage(const QString &text, const QString &title = QStringLiteral("Zeb
 
 /// Opens a file or folder in the desktop's program for it, or tells that there is none. `kind` is
 /// the word for it.
-void openOrTell(const QString &kind, const QString &path,
-                const QString &title = QStringLiteral("Zebek Suite"));
+void openOrTell(const QString &kind, const QString &path, const QString &title);

@@ -30,7 +30,6 @@
 #include <algorithm>
 #include <optional>
 #include <span>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 

@@ -1,3 +1,4 @@
+#include "core/basTraps.h"
 #include "support/RootTest.h"
 #include "support/system.h"
 
@@ -54,6 +55,28 @@ TEST_F(clsErrorsTest, EachRecordIsWholeOnDiskWithItsAttributesInOrder)
     record(u"still here"_s);
     EXPECT_EQ(recordCount(), 4);
     EXPECT_TRUE(read(ErrorLog).contains("x😀"));
+}
+
+TEST_F(clsErrorsTest, TheHookIsToldOfARoutinesFailuresOnceAMinute)
+{
+    root->Start();
+    const auto fail = [](const char *routine, const QString &reason) {
+        recordFailure({"Module", routine, "ID"}, {5, reason});
+    };
+    fail("a", u"one\n\x1b two"_s);
+    fail("a", u"not told"_s);
+    fail("b", QString(2000, u'x'));
+    fake.clock.advance(59999);
+    fail("a", u"not told"_s);
+    fake.clock.advance(1);
+    fail("a", u"told"_s);
+    const QString event = u"log-error|module=Module|routine=%1|number=5|reason=%2"_s;
+    const QStringList told{event.arg(u"a"_s, u"one   two"_s), event.arg(u"b"_s, QString(500, u'x')),
+                           event.arg(u"a"_s, u"told"_s)};
+    EXPECT_EQ(fake.hooks.events, told);
+    fake.hooks.lastFailed({5, u"the hook cannot be run"_s});
+    EXPECT_EQ(lastRecord(), u"Hook|tellHook|None|5"_s);
+    EXPECT_EQ(fake.hooks.events, told) << "a hook that fails is not told of it";
 }
 
 TEST_F(clsErrorsTest, ContinuesWhateverIsWholeAndLeavesWhatIsBroken)

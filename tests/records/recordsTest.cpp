@@ -147,6 +147,9 @@ TEST_F(recordsTest, EachNewMatchIsArchivedOnce)
     EXPECT_EQ(archive(), QStringList{castle});
     EXPECT_EQ(read(u"ZEBEKSCache.dat"_s), page(Rows));
     EXPECT_EQ(read(u"Replays/"_s + castle), "replay");
+    EXPECT_EQ(fake.hooks.events,
+              QStringList{u"match-archived|map=Castle|players=2|names=Jäger, B &amp; C|file="_s +
+                          path(u"Replays/"_s + castle)});
 
     // The same match: the heading up to the first bracket does not count.
     writePage(page(Rows, "Wed Jun 18 20:55:00 2004", "Cellar"));
@@ -214,6 +217,7 @@ TEST_F(recordsTest, WithoutAReplayNothingHappensAndACopyThatCannotBeMadeIsRecord
     writeReplay(u"2034-03-15T21:07:09"_s);
     root->Replays()->ArchiveReplay(u"a/b"_s);
     EXPECT_EQ(lastRecord(), u"clsReplays|ArchiveReplay|Root Object|75"_s);
+    EXPECT_TRUE(fake.hooks.events.last().startsWith(u"archive-failed|module=clsReplays|"_s));
     root->Replays()->ArchiveReplay(u"M"_s);
     EXPECT_EQ(archive().size(), 1);
 

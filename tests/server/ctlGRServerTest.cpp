@@ -374,6 +374,50 @@ TEST_F(ctlGRServerTest, AServerThatEndsAgainAndAgainIsToldOnceAnHour)
                                         "code 127. Start it once by hand"));
 }
 
+TEST_F(ctlGRServerTest, TheHookIsToldOfWhatBecomesOfTheServer)
+{
+    const auto told = [this] { return std::exchange(fake.hooks.events, {}).join(u' '); };
+    startPolling();
+    EXPECT_EQ(told(), u"started|pid=1001"_s);
+    fake.system.processes.at(First).exitCode = 3;
+    fake.system.end(First);
+    look();
+    EXPECT_EQ(told(), u"ended|pid=1001|exit-code=3 started|pid=1002 "
+                      "restarted|pid=1002|reason=ended"_s);
+    server().tmrStartupTimeout_Timer();
+    pollAs(Dead);
+    EXPECT_EQ(told(), QString());
+    deadTimerAs(Dead);
+    EXPECT_EQ(told(), u"hung|pid=1002 started|pid=1003 restarted|pid=1003|reason=hung"_s);
+
+    // One that nobody restarts is told of once, when it would have been.
+    root->Options()->AutoRestartGRServer.Let(false);
+    server().tmrStartupTimeout_Timer();
+    for (int poll = 0; poll <= 12; ++poll) {
+        pollAs(Dead);
+        fake.clock.advance(3000);
+        EXPECT_EQ(told(), poll == 10 ? u"hung|pid=1003"_s : QString()) << poll;
+    }
+
+    server().StopGRServer();
+    fake.system.addServer(server().EXEPath());
+    look();
+    EXPECT_EQ(told(), u"found|pid=1004"_s);
+    fake.system.startFails = true;
+    fake.system.end(1004);
+    look(3);
+    EXPECT_EQ(told(), u"ended|pid=1004|exit-code=unknown start-failed|module=Process Class|"
+                      "routine=Create|number=2|reason=No such file or directory"_s);
+    fake.system.startFails = false;
+    look();
+    told();
+    for (int ends = 0; ends < 3; ++ends) {
+        fake.system.end(heldId());
+        look();
+    }
+    EXPECT_EQ(told().count(u"looping|module=GR Server Class|routine=Supervise|"_s), 1);
+}
+
 TEST_F(ctlGRServerTest, ARequestThatCannotBeSentDoesNotCountAgainstTheServer)
 {
     startPolling();

@@ -113,6 +113,19 @@ struct FakeProcessEnd final : platform::ProcessEnd
     int ends = 0;
 };
 
+/// Notes every call as "event|key=value|..." without the time.
+struct FakeHooks final : platform::Hooks
+{
+    void run(const QString & /*directory*/, const QStringList &arguments, Failed failed) override
+    {
+        events.append((QStringList(arguments.first()) + arguments.mid(2)).join(u'|'));
+        lastFailed = std::move(failed);
+    }
+
+    QStringList events;
+    Failed lastFailed;
+};
+
 struct FakeAutostart final : platform::Autostart
 {
     std::uint32_t query() override { return queryFails != 0 ? queryFails : (entry ? 0 : NotFound); }
@@ -295,8 +308,9 @@ struct FakeMachine
     FakeAutostart autostart;
     TurnedClock clock;
     FailingFiles files;
+    FakeHooks hooks;
     FakeMessageBoxes boxes;
     FakeProcessEnd processEnd;
     FakeSystem system;
-    platform::Machine machine{autostart, clock, files, boxes, processEnd, system, system};
+    platform::Machine machine{autostart, clock, files, hooks, boxes, processEnd, system, system};
 };

@@ -110,7 +110,7 @@ TEST_F(stateTest, ARestartIsToldWithItsReasonAndTime)
     root->Start();
     const auto toolTip = [this] {
         shown();
-        return dot().parentWidget()->toolTip().section(u'\n', -1);
+        return dot().parentWidget()->toolTip().section(u'\n', 1, 1);
     };
     fake.system.end(server().Process()->PID());
     fake.clock.advance(3000);
@@ -125,6 +125,32 @@ TEST_F(stateTest, ARestartIsToldWithItsReasonAndTime)
     EXPECT_TRUE(toolTip().endsWith(u"15:10"_s)) << "by hand";
 }
 
+#ifndef Q_OS_WIN // where a program is started
+/// What the desktop's program was asked to show, where `act` lets it be asked.
+static QString opened(const std::function<void()> &act)
+{
+    QTextBrowser viewer;
+    QDesktopServices::setUrlHandler(u"file"_s, &viewer, "setSource");
+    act();
+    QDesktopServices::unsetUrlHandler(u"file"_s);
+    return viewer.source().toLocalFile();
+}
+
+TEST_F(stateTest, TheManualIsOpenedByKeyAndLinkOrSaidToBeMissing)
+{
+    startIdle();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(root->MainWindow()));
+    const auto pressF1 = [this] { QTest::keyClick(root->MainWindow(), Qt::Key_F1); };
+    EXPECT_EQ(opened(pressF1), QString());
+    EXPECT_TRUE(fake.boxes.boxes.value(0).contains(path(u"ZebekManual"_s)));
+    QDir(directory.path()).mkdir(u"ZebekManual"_s);
+    write(u"ZebekManual/index.html"_s, {});
+    EXPECT_EQ(opened(pressF1), path(u"ZebekManual/index.html"_s));
+    EXPECT_EQ(opened([this] { child<QAbstractButton>("lblManual")->click(); }),
+              path(u"ZebekManual/index.html"_s));
+}
+#endif
+
 TEST_F(stateTest, TheErrorsOfTheLogAreCountedAndALinkOpensIt)
 {
     write(ErrorLog, "<Errors><Error/></Errors>");
@@ -135,12 +161,11 @@ TEST_F(stateTest, TheErrorsOfTheLogAreCountedAndALinkOpensIt)
     shown();
     EXPECT_EQ(link->accessibleName(), u"2 errors logged"_s);
     EXPECT_FALSE(link->geometry().intersects(dot().geometry()));
-#ifndef Q_OS_WIN // where a program is started
-    QTextBrowser viewer;
-    QDesktopServices::setUrlHandler(u"file"_s, &viewer, "setSource");
-    QTest::mouseClick(link, Qt::LeftButton, {}, {9, link->height() / 2});
-    QDesktopServices::unsetUrlHandler(u"file"_s);
-    EXPECT_EQ(viewer.source().toLocalFile(), path(ErrorLog));
+#ifndef Q_OS_WIN
+    const auto click = [&] {
+        QTest::mouseClick(link, Qt::LeftButton, {}, {9, link->height() / 2});
+    };
+    EXPECT_EQ(opened(click), path(ErrorLog));
 #endif
     QFile::remove(path(ErrorLog));
     shown();

@@ -144,8 +144,10 @@ QString LinuxAutostart::place()
     const bool forAll = queryIn(m_systemFolder) == Success ||
                         (queryIn(m_userFolder) != Success && isWritable(m_systemFolder));
     return forAll ? u"For every user of this machine, in %1."_s.arg(m_systemFolder)
-                  : u"For this user alone, in %1, since %2 may not be changed."_s.arg(
-                        m_userFolder, m_systemFolder);
+                  : u"For this user alone, in %1%2."_s.arg(
+                        m_userFolder, isWritable(m_systemFolder)
+                                          ? QString()
+                                          : u", since %1 may not be changed"_s.arg(m_systemFolder));
 }
 
 } // namespace platform

@@ -55,13 +55,14 @@ qint64 processServing(qintptr descriptor)
 
 QString adviceOnTakenPort()
 {
-    return u"End that program, or enter another port."_s;
+    return u"End that program, or enter another port and press Start."_s;
 }
 
 QString adviceOnForbiddenPort()
 {
-    return u"Those below 1024 take a right. Enter one from 1024 on, behind a front server, or give "
-           "the right with \"setcap cap_net_bind_service=+ep ZebekSuite.exe\", again after every "
+    return u"Those below 1024 take a right. Enter one from 1024 on, behind a front server, and "
+           "press Start, or give the right with \"setcap cap_net_bind_service=+ep "
+           "ZebekSuite.exe\", again after every "
            "update of that file."_s;
 }
 

@@ -1,4 +1,5 @@
 #include "platform/DesktopMessageBoxes.h"
+#include "platform/HookRunner.h"
 #include "platform/Machine.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemFiles.h"
@@ -14,12 +15,13 @@ const Machine &nativeMachine()
     static WindowsAutostart autostart;
     static SystemClock clock;
     static SystemFiles files;
+    static HookRunner hooks;
     static DesktopMessageBoxes messageBoxes;
     static WindowsProcessEnd processEnd;
     static WindowsProcesses processes;
     static WindowsWindows windows;
-    static const Machine machine{autostart,  clock,     files,  messageBoxes,
-                                 processEnd, processes, windows};
+    static const Machine machine{autostart,    clock,      files,     hooks,
+                                 messageBoxes, processEnd, processes, windows};
     return machine;
 }
 

@@ -46,13 +46,13 @@ qint64 processServing(qintptr descriptor)
 QString adviceOnTakenPort()
 {
     return u"Often that is the system's own web service, the \"World Wide Web Publishing "
-           "Service\". Stop it, or enter another port."_s;
+           "Service\". Stop it, or enter another port and press Start."_s;
 }
 
 QString adviceOnForbiddenPort()
 {
     return u"Windows keeps it for itself or for its own web service, the \"World Wide Web "
-           "Publishing Service\". Stop that, or enter another port."_s;
+           "Publishing Service\". Stop that, or enter another port and press Start."_s;
 }
 
 } // namespace platform
