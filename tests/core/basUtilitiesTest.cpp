@@ -1,5 +1,7 @@
 #include "core/basUtilities.h"
 
+#include "core/basVersion.h"
+#include "core/config.h"
 #include "platform/CodePage.h"
 #include "support/RootTest.h"
 
@@ -32,6 +34,8 @@ TEST_F(basUtilitiesTest, AddressesAndScrollBarsReadNumbersGenerously)
                                "1.2.3.255.6"_L1, "1.2.3.1e99"_L1}) {
         EXPECT_FALSE(fnIsValidIP(address)) << address.data();
     }
+    EXPECT_EQ(fnVersionLine(), QString::asprintf("Zebek Suite v%d.%02d.%03d", config::VersionMajor,
+                                                 config::VersionMinor, config::VersionRevision));
     EXPECT_EQ(fnScrollToText(-2147483647), QString());
     EXPECT_EQ(fnTextToScroll(u"2.5"_s), 32765);
     EXPECT_EQ(fnTextToScrollSum(u"-2147483648"_s, 64), 0);

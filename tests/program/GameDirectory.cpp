@@ -126,16 +126,6 @@ void GameDirectory::killTool()
     m_tool.waitForFinished();
 }
 
-Pid GameDirectory::startServerByHand() const
-{
-    QProcess process;
-    setCommand(process, path(Server), {u"-autoserve"_s, u"-log"_s, u"events.log"_s});
-    process.setWorkingDirectory(path());
-    Pid result = 0;
-    process.startDetached(&result);
-    return result;
-}
-
 std::vector<Pid> GameDirectory::servers() const
 {
     std::vector<Pid> result;

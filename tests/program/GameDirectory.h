@@ -49,8 +49,6 @@ public:
         const std::function<void()> &meanwhile = [] {}, const QStringList &arguments = {}) const;
     void killTool();
     QProcess &tool() { return m_tool; }
-    /// Starts a server as an operator would by hand.
-    Pid startServerByHand() const;
 
     /// The one server that runs from this directory; 0 where there is none, -1 where there are
     /// more.

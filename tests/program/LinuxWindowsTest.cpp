@@ -82,6 +82,15 @@ TEST(LinuxWindows, AreListedTopmostFirstAndCloseOnRequestWithAndWithoutAWindowMa
         windows.postClose(static_cast<platform::WindowHandle>(first.winId()));
         EXPECT_TRUE(shows({u"Second"_s})) << managed;
         EXPECT_FALSE(first.isVisible());
+        if (!managed) { // as where a window manager without lists frames the windows
+            QWidget frame(nullptr, Qt::X11BypassWindowManagerHint);
+            new QWidget(&frame);
+            auto *const client = new QWidget(&frame);
+            const QString id = QString::number(client->winId());
+            frame.show();
+            told(u"xprop -id %1 -f WM_STATE 32c -set WM_STATE 1"_s.arg(id));
+            EXPECT_EQ(windows.topLevel().front(), client->winId());
+        }
         EXPECT_EQ(windows.caption(1, 511), QString()) << "a window that is not there";
         EXPECT_EQ(windows.owner(1), 0);
     }

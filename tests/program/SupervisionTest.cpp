@@ -64,19 +64,6 @@ TEST_F(SupervisionTest, AKilledServerIsReplacedAndAKilledToolFindsItAgain)
     EXPECT_EQ(game.errorLog(), QByteArray());
 }
 
-TEST_F(SupervisionTest, AServerThatIsStillLoadingIsNotStartedOnceMore)
-{
-    start("<ServerStartupTimeout>15</ServerStartupTimeout><ServerPollingFreq>500"
-          "</ServerPollingFreq>",
-          "-window-delay 8");
-    ASSERT_TRUE(waitUntil([&] { return game.events("started") == 1; }, StartMilliseconds));
-    game.killTool();
-    game.startTool();
-    ASSERT_TRUE(waitUntil([&] { return game.events("query") > 0; }, 2 * StartMilliseconds));
-    EXPECT_EQ(game.events("started"), 1);
-    EXPECT_EQ(game.errorLog(), QByteArray());
-}
-
 TEST_F(SupervisionTest, ARestartWaitsForAProgramThatIsAwayAndTellsOfOneThatEndsAtOnce)
 {
     start(QuickPolling);
@@ -104,19 +91,6 @@ TEST_F(SupervisionTest, AStubbornServerIsAskedAndThenTerminated)
     EXPECT_EQ(game.server(), first);
     EXPECT_TRUE(isReplaced(first));
     EXPECT_EQ(game.events("ending"), 0);
-}
-
-TEST_F(SupervisionTest, AServerStartedByHandIsAdoptedAndOthersAreNot)
-{
-    start(QuickPolling + "<AutoStartGRServer>False</AutoStartGRServer>");
-    waitForWindow(windows, u"Zebek Suite"_s);
-    QWidget stranger; // whose process would outlive the server's
-    stranger.setWindowTitle(u"Ghost Recon"_s);
-    stranger.show();
-    const Pid adopted = game.startServerByHand();
-    EXPECT_EQ(waitForSupervisedServer(), adopted);
-    signalProcess(adopted, SIGKILL);
-    EXPECT_TRUE(isReplaced(adopted));
 }
 
 TEST_F(SupervisionTest, AStartedServerInheritsNothingButRunsInItsDirectory)

@@ -4,6 +4,7 @@
 
 const QByteArray GameFile =
     "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n<!-- ports -->\r\n<Options a=\"1\">\r\n"
+    "  <x:JoinPort xmlns:x=\"x\">1</x:JoinPort>\r\n"
     "  <AnnouncePort>2347</AnnouncePort>\r\n  <JoinPort kind=\"udp\">2346</JoinPort>\r\n"
     "  <deep><MPGameName>M\xFCller\x80</MPGameName></deep>\r\n  <JoinPort>9</JoinPort>\r\n"
     "  <RecordGame>true</RecordGame><ShowFrameRate>2</ShowFrameRate>\r\n"

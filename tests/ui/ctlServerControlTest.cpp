@@ -37,20 +37,23 @@ TEST_F(ctlServerControlTest, EveryKeystrokeStoresANumberOrIsTakenBack)
               (QStringList{u"Zebek Suite|0|Enter a number please"_s,
                            u"Zebek Suite|0|Please enter a value between 0 and 64)"_s}));
     EXPECT_EQ(timeout->text(), u"6"_s);
+    EXPECT_EQ(timeout->cursorPosition(), 1);
     EXPECT_EQ(options().ServerTimeout(), 6);
 
     fake.boxes.boxes.clear();
-    polling->setText(u"32768"_s);
-    EXPECT_EQ(polling->text(), u"120"_s);
-    EXPECT_EQ(fake.boxes.boxes, QStringList{WrongNumber});
+    for (const auto refused : {"32768"_L1, "-1"_L1, "1e10"_L1}) {
+        polling->setText(refused);
+        EXPECT_EQ(polling->text(), u"120"_s);
+    }
+    EXPECT_EQ(fake.boxes.boxes, QStringList(3, WrongNumber));
 
     // A stored value out of range is complained about once and kept.
     options().ServerPollingFrequency.Let(40000);
     root->MainWindow()->FillFields();
-    EXPECT_EQ(fake.boxes.boxes.size(), 1) << "not before the panel is filled";
+    EXPECT_EQ(fake.boxes.boxes.size(), 3) << "not before the panel is filled";
     QApplication::processEvents();
     QTest::keyClick(polling, '1');
-    EXPECT_EQ(fake.boxes.boxes, QStringList(3, WrongNumber));
+    EXPECT_EQ(fake.boxes.boxes, QStringList(5, WrongNumber));
     EXPECT_EQ(polling->text(), u"40000"_s);
     EXPECT_EQ(options().ServerPollingFrequency(), 40000);
 }
@@ -74,6 +77,12 @@ TEST_F(ctlServerControlTest, TheCursorTellsToWaitWhileTheServerIsStopped)
     QTest::mouseClick(child<QPushButton>("cmdStopGRServer"), Qt::LeftButton);
     EXPECT_TRUE(waited);
     EXPECT_FALSE(waits());
+
+    fake.system.startFails = true;
+    QTest::mouseClick(child<QPushButton>("cmdStartGRServer"), Qt::LeftButton);
+    root->MainWindow()->PushUpdate();
+    EXPECT_TRUE(child<QLabel>("lblProblem")->isVisible());
+    EXPECT_FALSE(child<QLabel>("lblFooterProblem")->isVisible()) << "once is enough";
 }
 
 TEST_F(ctlServerControlTest, EveryInteractiveControlHasANameAndTakesTheFocus)

@@ -130,6 +130,8 @@ TEST_F(ctlServerOptionsTest, ANumberThatASettingCannotHaveIsSilentlyTakenBack)
         EXPECT_EQ(port.text(), u"2346"_s);
     }
     EXPECT_EQ(enabled(), u".D.."_s);
+    port.setText(u"65535"_s);
+    EXPECT_EQ(port.text(), u"65535"_s);
     port.setText(u"2.5"_s);
     click("cmdSave");
     EXPECT_EQ(saved("JoinPort"), u"2"_s);
@@ -252,6 +254,9 @@ TEST_F(ctlServerOptionsTest, TheWebAndThePanelWorkOnOneListOfMods)
     root->WebSite()->Page(PageKey::PublicStatus).setStale(true);
     EXPECT_TRUE(page(PageKey::PublicStatus).contains("Active Mods:  </b>Bravo - <"));
     EXPECT_EQ(rows(), u"b-aC"_s);
+    const QListWidgetItem *const row = mods().item(0);
+    root->MainWindow()->loadMods();
+    EXPECT_EQ(mods().item(0), row) << "filled anew, the list would scroll back";
 }
 
 TEST_F(ctlServerOptionsTest, NothingIsSavedWhileTheServerRunsAndTheWarningFollowsTheHeartbeat)

@@ -64,7 +64,9 @@ TEST_F(optionPanelsTest, CheckBoxesAndTheirLabelsWriteOnAClickAndShowWhatIsStore
         SCOPED_TRACE(name.constData());
         show(tab);
         const bool before = (options().*setting)();
-        QTest::mouseClick(child<QLabel>(("lbl" + name).constData()), Qt::LeftButton, {}, {9, 9});
+        auto *const label = child<QLabel>(("lbl" + name).constData());
+        QTest::mouseRelease(label, Qt::LeftButton, {}, {9, 9}); // of what was pressed elsewhere
+        QTest::mouseClick(label, Qt::LeftButton, {}, {9, 9});
         EXPECT_EQ((options().*setting)(), !before);
         EXPECT_TRUE(pagesAreFresh());
         auto *const box = child<QCheckBox>(("chk" + name).constData());
@@ -100,6 +102,9 @@ TEST_F(optionPanelsTest, TextsAreStoredAndOnlyAWholeAddressIs)
     for (const auto &[tab, name, setting] : rows) {
         SCOPED_TRACE(name.constData());
         show(tab);
+        (options().*setting).Ex(QString(40000, u'x')); // more than a box holds by itself
+        root->MainWindow()->FillFields();
+        EXPECT_EQ((options().*setting)().size(), 40000);
         const auto text = QString::fromLatin1(name + '+');
         EXPECT_EQ(type(name.constData(), text), text);
         EXPECT_EQ((options().*setting)(), text);
@@ -134,6 +139,8 @@ TEST_F(optionPanelsTest, ThePortIsCheckedAndTheButtonStartsAndStopsTheWebServer)
     QTest::mouseClick(child<QPushButton>("cmdWebServer"), Qt::LeftButton);
     EXPECT_EQ(clickWebServer(), u"Web server is currently stopped"_s);
     EXPECT_FALSE(root->GlobalForm()->webServer.wsckNewConnections.isListening());
+    show(ReplayOptions);
+    EXPECT_EQ(type("txtReplayCount", u"00"_s), u"0"_s);
 }
 
 TEST_F(optionPanelsTest, WhyTheWebServerDidNotStartStandsBesideItsState)

@@ -1,4 +1,5 @@
 #include "support/ToolTest.h"
+#include "ui/StateIcon.h"
 
 class stateTest : public ToolTest
 {
@@ -55,7 +56,12 @@ TEST_F(stateTest, TheFooterAndTheIconTellTheServersStateOnEveryTab)
         {[&] { server().uctlServerStatus.TimerFired(); }, ailing + running + u"Server Dead|"_s},
         {[&] { pollAs(ServerQueryStatus::Dead); },
          ailing + running + u"Probing Server (Seems to be dead)|"_s},
-        {[&] { options.AutoRestartGRServer.Let(false); },
+        {[&] { options.ServerTimeout.Let(0); },
+         down + running + u"Probing Server (Seems to be dead)|"_s},
+        {[&] {
+             options.ServerTimeout.Let(30);
+             options.AutoRestartGRServer.Let(false);
+         },
          down + running + u"Probing Server (Seems to be dead)|"_s},
         {[&] { server().uctlServerStatus.setStatus(ServerQueryStatus::Responding); },
          well + running + u"Server Responding|"_s},
@@ -71,14 +77,31 @@ TEST_F(stateTest, TheFooterAndTheIconTellTheServersStateOnEveryTab)
     QString last = shown();
     for (const auto &[step, expected] : steps) {
         const QImage before = icon().pixmap(48).toImage();
+        const QImage dotBefore = dot().grab().toImage();
         step();
         EXPECT_EQ(shown(), expected);
-        EXPECT_EQ(icon().pixmap(48).toImage() != before,
-                  expected.section(u'|', 0, 0) != last.section(u'|', 0, 0));
+        const bool differs = expected.section(u'|', 0, 0) != last.section(u'|', 0, 0);
+        EXPECT_EQ(icon().pixmap(48).toImage() != before, differs);
+        EXPECT_EQ(dot().grab().toImage() != dotBefore, differs);
         const qint64 key = icon().cacheKey();
         root->MainWindow()->PushUpdate();
         EXPECT_EQ(icon().cacheKey(), key) << "not again at every heartbeat";
         last = expected;
+    }
+}
+
+TEST_F(stateTest, TheSignsDifferWithoutTheirColoursToo)
+{
+    QList<QImage> signs;
+    for (const auto health :
+         {ServerHealth::Unknown, ServerHealth::Well, ServerHealth::Ailing, ServerHealth::Down}) {
+        QImage picture(64, 64, QImage::Format_RGB32);
+        picture.fill(Qt::black);
+        QPainter painter(&picture);
+        stateIcon::paint(painter, picture.rect(), health);
+        const QImage white = picture.createMaskFromColor(qRgb(255, 255, 255));
+        EXPECT_FALSE(signs.contains(white));
+        signs.append(white);
     }
 }
 
@@ -137,6 +160,7 @@ TEST_F(stateTest, TheErrorsOfTheLogAreCountedAndALinkOpensIt)
     root->Errors()->RecordError(u"M"_s, u"R"_s, {}, 5, u"x"_s);
     shown();
     EXPECT_EQ(link->accessibleName(), u"2 errors logged"_s);
+    EXPECT_FALSE(link->geometry().intersects(dot().geometry()));
 #ifndef Q_OS_WIN
     const auto click = [&] {
         QTest::mouseClick(link, Qt::LeftButton, {}, {9, link->height() / 2});

@@ -139,6 +139,7 @@ TEST_F(clsWebSiteTest, EveryPageOfTheAdministrationIsMadeOfItsOwnPieces)
             found.append(match.captured(match.lastCapturedIndex()));
         }
         EXPECT_EQ(found.join(u'|').toStdString(), pieces);
+        EXPECT_EQ(page(key).contains("action=\"Update"), found.contains(u"Update"_s)) << pieces;
     }
 }
 
@@ -209,6 +210,9 @@ TEST_F(clsWebSiteTest, ChangesTheGamesFilesOnlyWhileNoServerIsHeld)
                              "<RecordGame>TRUE<", "<BehindFirewall>FALSE<", "<AnnouncePort>0<"}) {
         EXPECT_TRUE(options.contains(text)) << text;
     }
+    EXPECT_TRUE(page(PageKey::AdminServerOptions).contains("value=\"abcdefghijklmnopqrst\""));
+    EXPECT_TRUE(page(PageKey::AdminServerOptions).contains("Urban"));
+    EXPECT_TRUE(post("/OpenMods", {}).contains("Urban"));
     fake.files.failAt = FailingFiles::Always;
     EXPECT_EQ(post("/EditMod", activate), "An Error has occured. Please check the log");
     fake.files.failAt = 0;
@@ -340,7 +344,15 @@ TEST_F(clsWebSiteTest, TheDesktopAndTheWebShowTheSameState)
     QTest::mouseClick(child<QPushButton>("cmdStartGRServer"), Qt::LeftButton);
     const QByteArray running = server().ProcessStatusText().toLatin1();
     EXPECT_TRUE(post("/AdminMenu", "AdminMenu=Server+Control").contains(running));
+    fake.clock.advance(500);
+    EXPECT_EQ(child<QLabel>("lblServerProcessStatus")->text().toLatin1(), running);
     post("/UpdateAdminServerControlConfig", "SubmitType=Stop+Server");
     fake.clock.advance(500);
     EXPECT_EQ(child<QLabel>("lblServerProcessStatus")->text(), u"No Process information"_s);
+    child<QTabWidget>("tabMain")->setCurrentIndex(frmMain::StatusReporting);
+    post("/UpdateAdminStatusOptionsConfig", "ServerGo=a&ServerCrash=b");
+    EXPECT_EQ(child<QLineEdit>("txtServerCrashGif")->text(), u"b"_s);
+    child<QTabWidget>("tabMain")->setCurrentIndex(frmMain::System);
+    post("/UpdateAdminSystemOptionsConfig", "AdminUN=you&AdminPW=secret");
+    EXPECT_EQ(child<QLineEdit>("txtUserName")->text(), u"you"_s);
 }

@@ -21,6 +21,8 @@ TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
     EXPECT_FALSE(runsWith({}, u"p"_s, Port));
     EXPECT_FALSE(runsWith(u"a"_s, {}, Port));
     EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, 0));
+    EXPECT_TRUE(runsWith(u"a"_s, u"p"_s, 65535));
+    form.StopWebServer();
     EXPECT_EQ(recordCount(), 0);
 
     QTcpServer other;

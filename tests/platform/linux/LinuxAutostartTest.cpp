@@ -20,6 +20,7 @@ TEST(LinuxAutostart, IsADesktopEntry)
     EXPECT_EQ(autostart.query(), 2U);
     EXPECT_EQ(platform::systemMessage(2), u"No such file or directory"_s);
     EXPECT_EQ(autostart.remove(), 2U);
+    EXPECT_TRUE(autostart.place().contains(folder)) << "which can be made";
     EXPECT_EQ(autostart.write(u"/games/Ghost \"R\" $x 50%\\ü/ZebekSuite.exe"_s), 0U);
     EXPECT_EQ(autostart.query(), 0U);
     EXPECT_EQ(QString::fromUtf8(platform::readFile(folder + u"/ZEBEK.EXE.desktop"_s)),

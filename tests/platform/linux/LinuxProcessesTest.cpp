@@ -2,7 +2,9 @@
 
 #include <QtTest/QtTest>
 
+#include <csignal>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -44,8 +46,17 @@ TEST_F(LinuxProcessesTest, RunningOnesAreListedWithTheirProgramsAndEndedOnesTell
     processes.close(handle);
     EXPECT_FALSE(listed(id));
 
-    const auto failing = processes.open(processes.start(uR"("/bin/sh" -c "exit 7")"_s));
+    const auto failing = processes.open(processes.start(uR"("/bin/sh" -c "sleep 0.3; exit 7")"_s));
+    std::signal(SIGALRM, [](int /*signal*/) {});
+    ::ualarm(50000, 0); // which interrupts the waiting
     EXPECT_TRUE(processes.wait(failing, 10000));
     EXPECT_EQ(processes.exitCode(failing), 7U);
     processes.close(failing);
+
+    // Wine's loader, which has not mapped its program yet.
+    const QTemporaryDir folder;
+    QFile::copy(sleep, folder.filePath(u"wine"_s));
+    const auto loader = processes.start(u"\"%1/wine\" 99"_s.arg(folder.path()));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return processes.program(loader) == u"99"_s; }));
+    processes.terminate(processes.open(loader));
 }
