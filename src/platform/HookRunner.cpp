@@ -55,7 +55,15 @@ void HookRunner::start(const Call &call)
                 forget(process);
             }
         });
-    QObject::connect(process, &QProcess::finished, &m_events, [this, process] { forget(process); });
+    QObject::connect(
+        process, &QProcess::finished, &m_events,
+        [this, process, program, failed = call.failed](int exitCode, QProcess::ExitStatus status) {
+            const QString reason = status == QProcess::NormalExit ? whyNotRun(exitCode) : QString();
+            if (!reason.isEmpty()) {
+                failed({Failure::PathAccess, u"%1: %2"_s.arg(*program, reason)});
+            }
+            forget(process);
+        });
     QTimer::singleShot(m_limit, process, [process, program, failed = call.failed] {
         if (process->state() == QProcess::NotRunning) {
             return;

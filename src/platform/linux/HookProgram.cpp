@@ -18,10 +18,23 @@ std::optional<QString> hookProgram(const QString &directory)
 
 void prepareHook(QProcess &process, const QString &program, const QStringList &arguments)
 {
-    process.setProgram(program);
-    process.setArguments(arguments);
+    // By way of the shell, which can always be run: each program that QProcess fails to run costs a
+    // descriptor for good, and without any left no hook runs and no page is served.
+    process.setProgram(u"/bin/sh"_s);
+    process.setArguments(QStringList{u"-c"_s, uR"(exec "$0" "$@")"_s, program} + arguments);
     // A group of its own, which can be ended as a whole.
     process.setChildProcessModifier([] { ::setsid(); });
+}
+
+QString whyNotRun(int exitCode)
+{
+    constexpr int NotExecutable = 126;
+    constexpr int NotFound = 127;
+    if (exitCode == NotExecutable) {
+        return u"Permission denied, or not a program. Make it executable"_s;
+    }
+    return exitCode == NotFound ? u"Its interpreter, or a program that it calls, was not found"_s
+                                : QString();
 }
 
 void endHook(QProcess &process)

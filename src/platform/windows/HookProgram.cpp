@@ -60,6 +60,11 @@ void prepareHook(QProcess &process, const QString &program, const QStringList &a
     process.setNativeArguments(u"/d /v:off /c \"%1\""_s.arg(call));
 }
 
+QString whyNotRun(int /*exitCode*/)
+{
+    return {}; // the start fails then
+}
+
 void endHook(QProcess &process)
 {
     const QStringList wholeTree{u"/f"_s, u"/t"_s, u"/pid"_s, QString::number(process.processId())};

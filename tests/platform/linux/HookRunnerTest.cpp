@@ -110,8 +110,15 @@ TEST_F(HookRunnerTest, OneThatHangsIsEndedWithAllThatItStartedAndOneThatCannotRu
     EXPECT_TRUE(QTest::qWaitFor([&] { return QFileInfo(child).symLinkTarget().isEmpty(); }, 20000))
         << "the child runs on";
 
+    const QDir descriptors(u"/proc/self/fd"_s);
+    const auto open = [&] { return descriptors.entryList(QDir::AllEntries | QDir::System).size(); };
+    const qsizetype before = open();
     writeHook({}, {});
-    run(runner, {});
-    EXPECT_TRUE(QTest::qWaitFor([this] { return failures.size() == 2; }, 20000));
+    constexpr int Calls = 8;
+    for (int call = 0; call < Calls; ++call) {
+        run(runner, {});
+    }
+    EXPECT_TRUE(QTest::qWaitFor([this] { return failures.size() == 1 + Calls; }, 20000));
     EXPECT_TRUE(failures.last().contains(u"Permission denied"_s)) << failures.last().toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return open() <= before; }, 20000)) << "descriptors leak";
 }
