@@ -52,6 +52,7 @@ public:
             m_files.flush(path);
         }
     }
+    qint64 freeSpace(const QString &folder) override { return m_files.freeSpace(folder); }
     void flushFolder(const QString &path) override
     {
         if (waits) {

@@ -61,6 +61,11 @@ void tellHook(HookEvent event, std::initializer_list<HookValue> values)
     for (const HookValue &value : values) {
         arguments.append(argumentOf(value));
     }
-    machine.hooks.run(gRoot->RootDirectory(), arguments,
-                      [](const platform::Failure &failure) { recordNewFailure(Telling, failure); });
+    machine.hooks.run(gRoot->RootDirectory(), arguments, [](const auto &failure) {
+        if (failure) {
+            recordNewFailure(Telling, *failure);
+        } else {
+            noteSuccess(Telling);
+        }
+    });
 }

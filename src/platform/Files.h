@@ -44,6 +44,8 @@ public:
     virtual void rename(const QString &from, const QString &to) = 0;
     /// Waits until a renaming in the folder is on the disk.
     virtual void flushFolder(const QString &path) = 0;
+    /// How many bytes more fit on the disk of the folder; negative where that cannot be told.
+    virtual qint64 freeSpace(const QString &folder) = 0;
 };
 
 enum class Durability {

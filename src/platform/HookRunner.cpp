@@ -12,17 +12,32 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-void HookRunner::run(const QString &directory, const QStringList &arguments, Failed failed)
+namespace {
+
+constexpr char TookTooLong[] = "tookTooLong";
+
+/// Why a hook did not run to its end; empty where it did.
+QString reasonOf(const QProcess &process, int exitCode)
+{
+    if (process.property(TookTooLong).toBool()) {
+        return u"It did not end in time and was ended"_s;
+    }
+    return process.exitStatus() == QProcess::NormalExit ? whyNotRun(exitCode) : QString();
+}
+
+} // namespace
+
+void HookRunner::run(const QString &directory, const QStringList &arguments, Done done)
 {
     if (!hookProgram(directory)) {
         return;
     }
     if (m_waiting.size() == MostWaiting) {
-        failed({Failure::Overflow,
-                u"%1 events wait for the hook already; one was left out"_s.arg(MostWaiting)});
+        done(Failure(Failure::Overflow,
+                     u"%1 events wait for the hook already; one was left out"_s.arg(MostWaiting)));
         return;
     }
-    m_waiting.push_back({directory, arguments, std::move(failed)});
+    m_waiting.push_back({directory, arguments, std::move(done)});
     startWaiting();
 }
 
@@ -47,29 +62,32 @@ void HookRunner::start(const Call &call)
     process->setProcessChannelMode(QProcess::ForwardedChannels);
     process->setStandardInputFile(QProcess::nullDevice());
     prepareHook(*process, *program, call.arguments);
-    QObject::connect(
-        process, &QProcess::errorOccurred, &m_events,
-        [this, process, program, failed = call.failed](QProcess::ProcessError error) {
-            if (error == QProcess::FailedToStart) {
-                failed({Failure::PathAccess, u"%1: %2"_s.arg(*program, process->errorString())});
-                forget(process);
-            }
-        });
-    QObject::connect(
-        process, &QProcess::finished, &m_events,
-        [this, process, program, failed = call.failed](int exitCode, QProcess::ExitStatus status) {
-            const QString reason = status == QProcess::NormalExit ? whyNotRun(exitCode) : QString();
-            if (!reason.isEmpty()) {
-                failed({Failure::PathAccess, u"%1: %2"_s.arg(*program, reason)});
-            }
-            forget(process);
-        });
-    QTimer::singleShot(m_limit, process, [process, program, failed = call.failed] {
-        if (process->state() == QProcess::NotRunning) {
-            return;
+
+    const auto fail = [program = *program, done = call.done](const QString &reason) {
+        done(Failure(Failure::PathAccess, program + u": "_s + reason));
+    };
+    QObject::connect(process, &QProcess::errorOccurred, &m_events,
+                     [this, process, fail](QProcess::ProcessError error) {
+                         if (error == QProcess::FailedToStart) {
+                             fail(process->errorString());
+                             forget(process);
+                         }
+                     });
+    QObject::connect(process, &QProcess::finished, &m_events,
+                     [this, process, fail, done = call.done](int exitCode) {
+                         const QString reason = reasonOf(*process, exitCode);
+                         if (reason.isEmpty()) {
+                             done({});
+                         } else {
+                             fail(reason);
+                         }
+                         forget(process);
+                     });
+    QTimer::singleShot(m_limit, process, [process] {
+        if (process->state() != QProcess::NotRunning) {
+            process->setProperty(TookTooLong, true);
+            endHook(*process);
         }
-        failed({Failure::Unexpected, u"%1 did not end in time and was ended"_s.arg(*program)});
-        endHook(*process);
     });
     ++m_running;
     process->start();

@@ -24,14 +24,14 @@ public:
     explicit HookRunner(std::chrono::milliseconds limit = std::chrono::minutes(1)) : m_limit(limit)
     {
     }
-    void run(const QString &directory, const QStringList &arguments, Failed failed) override;
+    void run(const QString &directory, const QStringList &arguments, Done done) override;
 
 private:
     struct Call
     {
         QString directory;
         QStringList arguments;
-        Failed failed;
+        Done done;
     };
 
     void startWaiting();

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 namespace platform {
 
@@ -12,13 +13,14 @@ namespace platform {
 class Hooks
 {
 public:
-    using Failed = std::function<void(const Failure &)>;
+    /// Nothing where the hook ran to its end, whatever its exit code; else why not.
+    using Done = std::function<void(const std::optional<Failure> &)>;
 
     virtual ~Hooks() = default;
     /// Runs the program "ZebekHook" of the directory, in it, with these arguments; nothing where
-    /// there is none. Each argument reaches it as one, whatever it holds. `failed` is called, be it
-    /// later, where it cannot be run or does not end in time.
-    virtual void run(const QString &directory, const QStringList &arguments, Failed failed) = 0;
+    /// there is none. Each argument reaches it as one, whatever it holds. `done` is called once,
+    /// mostly later.
+    virtual void run(const QString &directory, const QStringList &arguments, Done done) = 0;
 };
 
 } // namespace platform

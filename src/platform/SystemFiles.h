@@ -2,6 +2,8 @@
 
 #include "platform/Files.h"
 
+#include <QStorageInfo>
+
 namespace platform {
 
 class SystemFiles final : public Files
@@ -15,6 +17,10 @@ public:
     void flush(const QString &path) override;
     void rename(const QString &from, const QString &to) override;
     void flushFolder(const QString &path) override;
+    qint64 freeSpace(const QString &folder) override
+    {
+        return QStorageInfo(folder).bytesAvailable();
+    }
 };
 
 } // namespace platform

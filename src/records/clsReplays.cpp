@@ -161,7 +161,8 @@ void clsReplays::write(const QByteArray &content, const QString &target, const F
     try {
         writeBeside();
     } catch (const platform::Failure &failure) {
-        if (!platform::isDiskFull(failure) || folder.replays == 0 || m_roomMadeFor == target) {
+        if (!platform::isDiskFull(failure) || !helpsToDelete(folder, content.size()) ||
+            m_roomMadeFor == target) {
             throw;
         }
         makeRoom();
@@ -177,6 +178,13 @@ void clsReplays::write(const QByteArray &content, const QString &target, const F
 bool clsReplays::isFull(const Folder &folder)
 {
     return folder.replays > 0 && folder.replays >= gRoot->Options()->ReplayCount();
+}
+
+/// Of a disk that others keep full each match would take a replay, and none would come.
+bool clsReplays::helpsToDelete(const Folder &folder, qint64 wanted)
+{
+    return folder.replays > 0 &&
+           gRoot->Machine().files.freeSpace(folder.path) + folder.smallestSize >= wanted;
 }
 
 void clsReplays::deleteOldest(const Folder &folder)
@@ -208,6 +216,7 @@ clsReplays::Folder clsReplays::listOnce(const QString &path, const QString &stam
             ++folder.replays;
             if (folder.replays == 1 || name < folder.smallestName) {
                 folder.smallestName = name;
+                folder.smallestSize = files.fileInfo().size();
             }
             folder.hasStamp = folder.hasStamp || name.startsWith(stamp);
         } else {

@@ -13,7 +13,7 @@ struct Routine;
 /// is the order of matches: "2004_03_15_21_07_09_Castle_replay.rpf". The folder holds at most as
 /// many replays as the option `ReplayCount` says, one at least; the oldest makes place for a new
 /// one, once that is written whole beside it. Where the disk is too full for that, the oldest makes
-/// place before, once a match.
+/// place before, once a match, unless its place is not enough.
 ///
 /// A replay whose time stands in the name of an archived one, or that was archived in this run and
 /// deleted since, is that of an earlier match.
@@ -51,7 +51,8 @@ private:
         QString path = {};
         int replays = 0;
         QString smallestName = {};
-        bool hasStamp = false; ///< whether a replay's name begins with the stamp in question
+        qint64 smallestSize = 0; ///< of the file of that name
+        bool hasStamp = false;   ///< whether a replay's name begins with the stamp in question
     };
 
     bool archive(const QFileInfo &replay, const QString &stamp, const QString &target,
@@ -61,6 +62,7 @@ private:
     Folder listFolder(const QString &path, const QString &stamp = {}) const;
     Folder listOnce(const QString &path, const QString &stamp) const;
     static bool isFull(const Folder &folder);
+    static bool helpsToDelete(const Folder &folder, qint64 wanted);
     static void deleteOldest(const Folder &folder);
 
     QString m_lastFile;

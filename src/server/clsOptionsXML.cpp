@@ -8,6 +8,7 @@
 #include "platform/Machine.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
@@ -113,9 +114,11 @@ void clsOptionsXML::loadOrFail()
     m_document = platform::XmlDocument::loadOrFail(m_path);
 }
 
-bool clsOptionsXML::isMissing()
+QString clsOptionsXML::stampOfFile()
 {
-    return !QFile::exists(filePath());
+    const QFileInfo file(filePath());
+    return file.exists() ? u"%1|%2"_s.arg(file.size()).arg(file.lastModified().toMSecsSinceEpoch())
+                         : QString();
 }
 
 void clsOptionsXML::Save()

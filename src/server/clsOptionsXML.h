@@ -62,8 +62,8 @@ public:
     void Load();
     /// The same, but throws platform::Failure where the file is missing or cannot be parsed.
     void loadOrFail();
-    /// Whether there is no file now.
-    static bool isMissing();
+    /// Tells one content of the file from another; empty without a file.
+    static QString stampOfFile();
     /// Replaces the file; nothing where none is loaded. Throws platform::Failure, also for a file
     /// whose encoding the XML library reads, but writes so that it could not be read again.
     void Save();

@@ -17,7 +17,12 @@ void TrayIcon::showState(const QIcon &icon, const QString &toolTip)
 {
     m_icon.setIcon(icon);
     m_icon.setToolTip(toolTip);
-    m_icon.show(); // also in a tray that comes later
+    lookForTray();
+}
+
+void TrayIcon::lookForTray()
+{
+    m_icon.setVisible(QSystemTrayIcon::isSystemTrayAvailable());
 }
 
 void TrayIcon::notify(const QString &text)

@@ -13,6 +13,8 @@ public:
     explicit TrayIcon(const std::function<void()> &clicked);
 
     void showState(const QIcon &icon, const QString &toolTip);
+    /// A desktop's tray may come after the program, or anew; Qt does not notice.
+    void lookForTray();
     void notify(const QString &text);
     /// Takes it away; one of a process that just ends may stay in the tray.
     void remove() { m_icon.hide(); }

@@ -285,12 +285,9 @@ void ctlServerOptions::FillFields()
 
 void ctlServerOptions::showOptions()
 {
-    // Without the file there is nothing to show, and edits had better stay on screen.
-    const QString unreadable = failureOf([this] { m_options.loadOrFail(); });
-    m_missing = clsOptionsXML::isMissing();
-    setUnreadable(m_missing ? u"options.xml not found: start the game once"_s : unreadable);
-    if (!unreadable.isEmpty()) {
-        return;
+    readOptions();
+    if (!m_unreadable.isEmpty()) {
+        return; // there is nothing to show, and edits had better stay on screen
     }
     bool allShown = true;
     forEachRow([&](auto &row) {
@@ -306,12 +303,16 @@ void ctlServerOptions::showOptions()
     }
 }
 
-/// The fields are off meanwhile.
-void ctlServerOptions::setUnreadable(const QString &reason)
+/// The fields are off while the file cannot be read.
+void ctlServerOptions::readOptions()
 {
-    m_unreadable = reason;
+    m_stamp = clsOptionsXML::stampOfFile();
+    m_unreadable = failureOf([this] { m_options.loadOrFail(); });
+    if (m_stamp.isEmpty() && !m_unreadable.isEmpty()) {
+        m_unreadable = u"options.xml not found: start the game once"_s;
+    }
     for (QWidget *const frame : {m_ui->fraServerOptions, m_ui->fraNetworkSettings}) {
-        frame->setEnabled(reason.isEmpty());
+        frame->setEnabled(m_unreadable.isEmpty());
     }
 }
 
@@ -537,13 +538,12 @@ bool ctlServerOptions::saveMods()
 void ctlServerOptions::PushUpdate()
 {
     m_ui->lblSaveWarning->setVisible(serverRuns());
-    if (!m_missing || clsOptionsXML::isMissing()) {
+    if (m_unreadable.isEmpty() || m_stamp == clsOptionsXML::stampOfFile()) {
         return;
     }
-    // The game has made it meanwhile.
+    // The game has made it meanwhile, or has written it to its end.
     if (Dirty()) {
-        m_missing = false;
-        setUnreadable({});
+        readOptions();
         tellProblems();
     } else {
         FillFields();

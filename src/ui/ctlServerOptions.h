@@ -89,7 +89,7 @@ private:
     const QListWidgetItem *selectedActiveRow() const;
 
     void showOptions();
-    void setUnreadable(const QString &reason);
+    void readOptions();
     template <typename Row>
     void setFault(Row &row, const QString &reason);
     void tellProblems();
@@ -106,6 +106,6 @@ private:
     clsOptionsXML m_options;
     clsMods m_mods;
     std::vector<ModEdit> m_modEdits;
-    bool m_missing = false; ///< the file of the game's settings
-    QString m_unreadable;   ///< why that file cannot be read
+    QString m_stamp;      ///< of the file of the game's settings, as it was read last
+    QString m_unreadable; ///< why that file cannot be read
 };

@@ -66,30 +66,35 @@ frmMain::frmMain()
     m_ui->lblWelcome->setText(welcomeLine());
     m_ui->pageMainLayout->addWidget(new ScrolledPage(m_ui->introduction));
     new WheelNeedsFocus(m_ui->tabMain->tabBar());
-    addTabShortcuts();
+    addShortcuts();
     connect(m_ui->tabMain, &QTabWidget::currentChanged, this, [this] {
         FillFields();
         showState();
     });
-    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
-            openManual);
     connect(m_ui->Label2, &Link::clicked, this, [this] { Label2_Click(); });
     connect(m_ui->cmdQuit, &QPushButton::clicked, this, [] { gRoot->Quit(); });
 }
 
 frmMain::~frmMain() = default;
 
-/// Those of a browser; the tab control itself has Ctrl+Tab only.
-void frmMain::addTabShortcuts()
+/// One that is held does it once.
+void frmMain::onKey(const QKeySequence &key, const std::function<void()> &action)
 {
-    const auto turnPages = [this](Qt::Key key, int step) {
-        connect(new QShortcut(Qt::CTRL | key, this), &QShortcut::activated, this, [this, step] {
-            const int count = m_ui->tabMain->count();
-            m_ui->tabMain->setCurrentIndex((m_ui->tabMain->currentIndex() + step + count) % count);
-        });
+    auto *const shortcut = new QShortcut(key, this);
+    shortcut->setAutoRepeat(false);
+    connect(shortcut, &QShortcut::activated, this, action);
+}
+
+void frmMain::addShortcuts()
+{
+    const auto turnPages = [this](int step) {
+        const int count = m_ui->tabMain->count();
+        m_ui->tabMain->setCurrentIndex((m_ui->tabMain->currentIndex() + step + count) % count);
     };
-    turnPages(Qt::Key_PageDown, 1);
-    turnPages(Qt::Key_PageUp, -1);
+    // Those of a browser; the tab control itself has Ctrl+Tab only.
+    onKey(Qt::CTRL | Qt::Key_PageDown, [=] { turnPages(1); });
+    onKey(Qt::CTRL | Qt::Key_PageUp, [=] { turnPages(-1); });
+    onKey(QKeySequence::HelpContents, openManual);
 }
 
 void frmMain::hostPanel(Tab tab, std::unique_ptr<ctlPanel> panel)
@@ -189,6 +194,7 @@ void frmMain::showState()
     // The panel of that tab tells the problem itself.
     m_status->showProblem(m_ui->tabMain->currentIndex() != ServerControl ? state.problem
                                                                          : QString());
+    m_tray.lookForTray();
     if (m_shown == state) {
         return;
     }

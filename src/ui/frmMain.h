@@ -10,6 +10,7 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -61,7 +62,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void addTabShortcuts();
+    void onKey(const QKeySequence &key, const std::function<void()> &action);
+    void addShortcuts();
     void takePlace();
     void keepFooterLastInTabOrder();
     /// The selected tab's panel; null where the tab has none.

@@ -74,8 +74,13 @@ TEST_F(clsErrorsTest, TheHookIsToldOfARoutinesFailuresOnceAMinute)
     const QStringList told{event.arg(u"a"_s, u"one   two"_s), event.arg(u"b"_s, QString(500, u'x')),
                            event.arg(u"a"_s, u"told"_s)};
     EXPECT_EQ(fake.hooks.events, told);
-    fake.hooks.lastFailed({5, u"the hook cannot be run"_s});
+    const platform::Failure failure(5, u"the hook cannot be run"_s);
+    for (const auto &outcome : {std::optional(failure), std::optional(failure),
+                                std::optional<platform::Failure>(), std::optional(failure)}) {
+        fake.hooks.lastDone(outcome);
+    }
     EXPECT_EQ(lastRecord(), u"Hook|tellHook|None|5"_s);
+    EXPECT_EQ(recordCount(), 5 + 2) << "again once one has succeeded";
     EXPECT_EQ(fake.hooks.events, told) << "a hook that fails is not told of it";
 }
 

@@ -253,7 +253,11 @@ TEST_F(recordsTest, WhatIsOwedIsTriedAtEachLookAndEachReasonIsRecordedOnceAMatch
     write(u"Replays/1.rpf"_s, {});
     write(u"Replays/2.rpf"_s, {});
     fake.files.full = std::numeric_limits<int>::max();
+    fake.files.space = 5; // for six bytes
     EXPECT_EQ(lookThrice(), 6) << "the replay, and the settings that were changed";
+    EXPECT_EQ(archive(), (QStringList{u"1.rpf"_s, u"2.rpf"_s})) << "no room would be made";
+    fake.files.space = 6;
+    EXPECT_EQ(lookThrice(), 6);
     EXPECT_EQ(archive(), QStringList{u"2.rpf"_s});
     fake.files.full = 0;
     QDir(directory.path()).mkdir(u"ZEBEKSCache.dat"_s); // so that it cannot be written

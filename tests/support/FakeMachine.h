@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <deque>
+#include <limits>
 #include <map>
 #include <set>
 #include <stdexcept>
@@ -56,8 +57,11 @@ public:
         run([&] { m_files.flushFolder(path); });
     }
 
+    qint64 freeSpace(const QString & /*folder*/) override { return space; }
+
     /// Number of the operation that fails, from 1; 0 is none. All from the n-th on fail at -n.
     int failAt = 0;
+    qint64 space = std::numeric_limits<qint32>::max();
     int full = 0;       ///< so many more files find the disk full when they are created
     bool kills = false; ///< it ends the process instead
     int operations = 0;
@@ -118,14 +122,14 @@ struct FakeProcessEnd final : platform::ProcessEnd
 /// Notes every call as "event|key=value|..." without the time.
 struct FakeHooks final : platform::Hooks
 {
-    void run(const QString & /*directory*/, const QStringList &arguments, Failed failed) override
+    void run(const QString & /*directory*/, const QStringList &arguments, Done done) override
     {
         events.append((QStringList(arguments.first()) + arguments.mid(2)).join(u'|'));
-        lastFailed = std::move(failed);
+        lastDone = std::move(done);
     }
 
     QStringList events;
-    Failed lastFailed;
+    Done lastDone;
 };
 
 struct FakeAutostart final : platform::Autostart

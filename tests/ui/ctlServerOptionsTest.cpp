@@ -206,7 +206,7 @@ TEST_F(ctlServerOptionsTest, AnOddSettingShowsAsNothingIsToldOnceAndStaysUntilIt
     EXPECT_TRUE(fake.boxes.boxes.last().endsWith(child<QLabel>("lblProblem")->text()));
 }
 
-TEST_F(ctlServerOptionsTest, WithoutTheGamesFileTheFieldsAreOffUntilItIsThere)
+TEST_F(ctlServerOptionsTest, WithoutTheGamesFileTheFieldsAreOffUntilItIsThereAndWhole)
 {
     const auto *const problem = child<QLabel>("lblProblem");
     QFile::remove(path(u"options.xml"_s));
@@ -215,11 +215,25 @@ TEST_F(ctlServerOptionsTest, WithoutTheGamesFileTheFieldsAreOffUntilItIsThere)
     EXPECT_EQ(problem->text(), u"options.xml not found: start the game once"_s);
     QTest::keyClick(&box("txtName"), 'x');
     EXPECT_EQ(box("txtName").text(), u"Camp"_s);
+    write(u"options.xml"_s, options("Made", 2346).first(100));
+    fake.clock.advance(500);
+    EXPECT_TRUE(problem->text().endsWith(u"Not well-formed XML"_s));
     write(u"options.xml"_s, options("Made", 2346));
     fake.clock.advance(500);
     QTest::keyClick(&box("txtName"), 'x');
     EXPECT_EQ(box("txtName").text(), u"xMade"_s);
     EXPECT_FALSE(problem->isVisible());
+
+    // An edit stays, also while the file is away.
+    QFile::remove(path(u"options.xml"_s));
+    click("cmdSave");
+    child<QPushButton>("cmdCancel")->click();
+    EXPECT_FALSE(box("txtName").isEnabled());
+    write(u"options.xml"_s, options("Other", 1));
+    fake.clock.advance(500);
+    click("cmdSave");
+    EXPECT_TRUE(read(u"options.xml"_s).contains(">xMade<"));
+    EXPECT_EQ(saved("JoinPort"), u"1"_s);
 }
 
 TEST_F(ctlServerOptionsTest, TheWebAndThePanelWorkOnOneListOfMods)

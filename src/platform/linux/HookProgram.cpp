@@ -1,9 +1,11 @@
 #include "platform/HookProgram.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 
 #include <csignal>
+#include <linux/close_range.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -12,18 +14,21 @@ namespace platform {
 
 std::optional<QString> hookProgram(const QString &directory)
 {
-    const QFileInfo hook(directory + u"/ZebekHook"_s);
+    const QFileInfo hook(QDir(directory), u"ZebekHook"_s);
     return hook.isFile() ? std::optional(hook.filePath()) : std::nullopt;
 }
 
 void prepareHook(QProcess &process, const QString &program, const QStringList &arguments)
 {
-    // By way of the shell, which can always be run: each program that QProcess fails to run costs a
-    // descriptor for good, and without any left no hook runs and no page is served.
-    process.setProgram(u"/bin/sh"_s);
-    process.setArguments(QStringList{u"-c"_s, uR"(exec "$0" "$@")"_s, program} + arguments);
-    // A group of its own, which can be ended as a whole.
-    process.setChildProcessModifier([] { ::setsid(); });
+    // By way of another, which can always be run: each program that QProcess fails to run costs a
+    // descriptor for good, and without any left no hook runs and no page is served. This one also
+    // makes a group, which can be ended as a whole.
+    process.setProgram(u"setsid"_s);
+    process.setArguments(QStringList{program} + arguments);
+    process.setChildProcessModifier([] {
+        ::signal(SIGXFSZ, SIG_DFL);
+        ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC); // whatever others left open
+    });
 }
 
 QString whyNotRun(int exitCode)
