@@ -11,6 +11,7 @@ build_program() {
     (cd "$source" && cmake --preset windows --log-level=WARNING &&
         cmake --build --preset windows --target ZebekSuite)
     require_no_path "$source/build/windows/bin/ZebekSuite.exe"
+    "$source/scripts/check-hardening" "$source/build/windows/bin/ZebekSuite.exe"
 }
 
 # The program, and all else in one folder beside it, so that nothing lands between the game's files.
