@@ -9,7 +9,8 @@ set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 # Without this the compiler assumes which registers an inline function leaves alone, though the linker
 # may take another file's copy of it, which was compiled with other options and uses more.
 set(CMAKE_CXX_FLAGS_INIT "-fno-ipa-ra")
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s")
+# The time of the build is not in the program, so that the same sources give the same bytes.
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s -Wl,--no-insert-timestamp")
 
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES ZEBEK_WINDOWS_LIBRARIES)
 set(CMAKE_FIND_ROOT_PATH ${ZEBEK_WINDOWS_LIBRARIES} /usr/x86_64-w64-mingw32)

@@ -8,6 +8,9 @@
 #include <windows.h>
 
 #include <array>
+#include <cstdlib>
+#include <tlhelp32.h>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -16,11 +19,11 @@ namespace platform {
 namespace {
 
 /// By its full path, since a name alone would be looked for beside this program first.
-QString systemProgram(const QString &name)
+QString commandInterpreter()
 {
     std::array<wchar_t, MAX_PATH> folder{};
     const UINT length = GetSystemDirectoryW(folder.data(), MAX_PATH);
-    return QString::fromWCharArray(folder.data(), static_cast<qsizetype>(length)) + u'\\' + name;
+    return QString::fromWCharArray(folder.data(), static_cast<qsizetype>(length)) + u"\\cmd.exe"_s;
 }
 
 /// cmd puts the text of an argument into the lines of the script and only then looks for quotes and
@@ -30,6 +33,44 @@ QString harmlessToCmd(QString argument)
 {
     static const QRegularExpression special(uR"(["%&|<>^!])"_s);
     return u'"' + argument.replace(special, u"_"_s) + u'"';
+}
+
+ULONGLONG startOf(HANDLE process)
+{
+    FILETIME start{};
+    FILETIME unused{};
+    GetProcessTimes(process, &start, &unused, &unused, &unused);
+    return ULARGE_INTEGER{{start.dwLowDateTime, start.dwHighDateTime}}.QuadPart;
+}
+
+std::vector<DWORD> childrenOf(DWORD parent)
+{
+    std::vector<DWORD> result;
+    const HANDLE all = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(all, &entry); more != 0; more = Process32NextW(all, &entry)) {
+        if (entry.th32ParentProcessID == parent) {
+            result.push_back(entry.th32ProcessID);
+        }
+    }
+    CloseHandle(all);
+    return result;
+}
+
+/// The parent first, which then starts no more. What is older is no child of it, but of another one
+/// that had its number before.
+void endTree(DWORD id, ULONGLONG notBefore = 0)
+{
+    const HANDLE process =
+        OpenProcess(PROCESS_TERMINATE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
+    const ULONGLONG start = startOf(process);
+    if (start >= notBefore && TerminateProcess(process, EXIT_FAILURE) != 0) {
+        for (const DWORD child : childrenOf(id)) {
+            endTree(child, start);
+        }
+    }
+    CloseHandle(process);
 }
 
 } // namespace
@@ -56,7 +97,7 @@ void prepareHook(QProcess &process, const QString &program, const QStringList &a
     for (const QString &argument : arguments) {
         call += u' ' + harmlessToCmd(argument);
     }
-    process.setProgram(systemProgram(u"cmd.exe"_s));
+    process.setProgram(commandInterpreter());
     process.setNativeArguments(u"/d /v:off /c \"%1\""_s.arg(call));
 }
 
@@ -67,10 +108,7 @@ QString whyNotRun(int /*exitCode*/)
 
 void endHook(QProcess &process)
 {
-    const QStringList wholeTree{u"/f"_s, u"/t"_s, u"/pid"_s, QString::number(process.processId())};
-    if (!QProcess::startDetached(systemProgram(u"taskkill.exe"_s), wholeTree)) {
-        process.kill();
-    }
+    endTree(static_cast<DWORD>(process.processId()));
 }
 
 } // namespace platform
