@@ -19,7 +19,8 @@ needed_packages() {
 pack_folder() {
     local folder=$work/$name
     cmake --install "$source/build" --prefix "$folder" >/dev/null
-    cp --recursive "$work/ZebekSuite.spdx" "$work/manual" "$folder"
+    cp "$work/ZebekSuite.spdx" "$folder"
+    cp --recursive "$work/manual" "$folder/ZebekManual"
     tar --create --directory="$work" --sort=name --owner=0 --group=0 --numeric-owner \
         --mtime="@$SOURCE_DATE_EPOCH" "$name" | gzip -n9 >"$dist/$name.tar.gz"
 }

@@ -4,6 +4,7 @@
 
 #include <QProcess>
 #include <QTimer>
+#include <QVariant>
 
 #include <optional>
 #include <utility>

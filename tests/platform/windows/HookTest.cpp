@@ -17,8 +17,9 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("@echo off\r\n" + QByteArray(script).replace('\n', "\r\n"));
         file.close();
-        runner.run(directory.path(), arguments,
-                   [this](const platform::Failure &failure) { failures << failure.description(); });
+        runner.run(directory.path(), arguments, [this](const auto &failure) {
+            failures += failure ? QStringList(failure->description()) : QStringList();
+        });
     }
     QString read(const QString &name) const
     {
@@ -78,5 +79,6 @@ TEST_F(WindowsHook, OneThatHangsIsEndedWithWhatItStarted)
     run(runner, "cmd /c \"for /l %%x in (1,0,2) do @rem\"\n", {u"ended"_s});
     EXPECT_TRUE(QTest::qWaitFor([&] { return interpreters() == before + 2; }, 10000));
     EXPECT_TRUE(QTest::qWaitFor([&] { return interpreters() == before; }, 30000));
-    EXPECT_TRUE(failures.value(0).endsWith(u"/ZebekHook.cmd did not end in time and was ended"_s));
+    EXPECT_TRUE(
+        failures.value(0).endsWith(u"/ZebekHook.cmd: It did not end in time and was ended"_s));
 }
