@@ -104,9 +104,12 @@ void clsTrackStats::setTimerControl(platform::Timer *timer)
     }
 }
 
+/// Where the machine was suspended in the midst of a match's end, the game has not gone on writing
+/// for as long as its files seem to be at rest: a look that comes late is left to the next one.
 void clsTrackStats::mobjTimer_Timer()
 {
-    if (gRoot->Options()->RecordReplays()) {
+    constexpr qint64 Late = 1000;
+    if (gRoot->Options()->RecordReplays() && mobjTimer->lateness() < Late) {
         RecordStatsFile();
     }
 }
