@@ -14,6 +14,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -69,6 +71,16 @@ bool isWanted(const clsGame &game)
 {
     const clsOptions &options = *gRoot->Options();
     return options.RecordReplays() && (!options.SkipBlankReplays() || game.PlayerCount() > 1);
+}
+
+/// A replay that comes some seconds behind its page is still that match's. One that is not wanted
+/// would otherwise be taken for the next match's, whose own one would then be lost.
+QDateTime settledAt(const QDateTime &pageChanged, bool replayIsThere)
+{
+    constexpr qint64 LateSeconds = 15;
+    const QDateTime now = gRoot->Machine().clock.now();
+    return !replayIsThere && pageChanged <= now ? std::max(now, pageChanged.addSecs(LateSeconds))
+                                                : now;
 }
 
 bool archiveReplayOf(const clsGame &game)
@@ -140,11 +152,11 @@ void clsTrackStats::RecordStatsFile()
     if (!owes(page)) {
         m_owed.emplace(path, page);
     }
-    const bool settled =
-        m_owed->settled.isValid() || !isWanted(m_owed->game) || archiveReplayOf(m_owed->game);
+    const bool wanted = isWanted(m_owed->game);
+    const bool settled = m_owed->settled.isValid() || !wanted || archiveReplayOf(m_owed->game);
     if (settled && owes(page)) {
         if (!m_owed->settled.isValid()) {
-            m_owed->settled = gRoot->Machine().clock.now();
+            m_owed->settled = settledAt(entry.lastModified(), wanted);
         }
         skipFailure([&] {
             writeCache(page, m_owed->settled);
