@@ -172,7 +172,16 @@ void clsReplays::write(const QByteArray &content, const QString &target, const F
     if (isFull(folder)) {
         makeRoom(); // of the same one, where it is gone already
     }
-    copy->commit();
+    try {
+        copy->commit();
+    } catch (const platform::Failure &failure) {
+        if (!QFileInfo::exists(target)) {
+            throw;
+        }
+        // It is kept, though not yet for certain on the disk. Another try would take it for the
+        // next match's, where that is of the same map.
+        recordFailure(Archiving, failure);
+    }
 }
 
 bool clsReplays::isFull(const Folder &folder)

@@ -275,6 +275,42 @@ TEST_F(recordsTest, WhatIsOwedIsTriedAtEachLookAndEachReasonIsRecordedOnceAMatch
     EXPECT_EQ(archive(), QStringList{kept.first()});
 }
 
+TEST_F(recordsTest, ALookAfterASuspensionLeavesTheGameTimeToFinish)
+{
+    writePage(page(Rows));
+    fake.clock.advance(44000);
+    writeReplay(fake.clock.now().toString(Qt::ISODate), "half");
+    fake.clock.sleep(3600000);
+    fake.clock.advance(1);
+    EXPECT_EQ(archive(), QStringList());
+    tick();
+    EXPECT_EQ(archive().size(), 1);
+}
+
+TEST_F(recordsTest, NoReplayIsTakenForTheNextMatch)
+{
+    const auto now = [this] { return fake.clock.now().toString(Qt::ISODate); };
+    fake.clock.advance(40000);
+    writeAt(u"MissionStats.htm"_s, page({}), now()); // one that is not wanted
+    fake.clock.advance(5000);
+    writeReplay(now());
+    fake.clock.advance(20000);
+    writePage(page(Rows));
+    fake.clock.advance(40000);
+    EXPECT_EQ(archive(), QStringList());
+
+    fake.files.failAt = fake.files.operations + 6; // the replay's last one, which only flushes
+    writeReplay(now());
+    tick();
+    EXPECT_EQ(archive().size(), 1);
+    EXPECT_EQ(recordCount(), 1);
+    writePage(page(Rows + "<TR>\r\n" + Rows)); // of the same map
+    tick();
+    writeReplay(now());
+    tick();
+    EXPECT_EQ(archive().size(), 2);
+}
+
 /// Matches whose replays come before their page, after it, at once, in two pieces or never, while
 /// the folder is away, the disk is full, or the tool is killed at some operation or started anew.
 TEST_F(recordsTest, EveryReplayIsKeptWholeAndOnceWhateverHappensMeanwhile)
