@@ -117,11 +117,13 @@ void clsTrackStats::setTimerControl(platform::Timer *timer)
 }
 
 /// Where the machine was suspended in the midst of a match's end, the game has not gone on writing
-/// for as long as its files seem to be at rest: a look that comes late is left to the next one.
+/// for as long as its files seem to be at rest: a look that comes late is left to the next one, but
+/// not two in a row, as they are on a machine that is always late.
 void clsTrackStats::mobjTimer_Timer()
 {
     constexpr qint64 Late = 1000;
-    if (gRoot->Options()->RecordReplays() && mobjTimer->lateness() < Late) {
+    m_leftOut = !m_leftOut && mobjTimer->lateness() >= Late;
+    if (gRoot->Options()->RecordReplays() && !m_leftOut) {
         RecordStatsFile();
     }
 }

@@ -51,6 +51,7 @@ private:
     bool owes(const QByteArray &page) const;
 
     platform::Timer *mobjTimer = nullptr;
+    bool m_leftOut = false; ///< the last look
     QString m_lastRecordKey;
     /// The match that is not recorded yet; its page is converted once only.
     std::optional<Match> m_owed;

@@ -317,8 +317,8 @@ void ctlServerOptions::readOptions()
 }
 
 /// The control has a frame meanwhile.
-template <typename Row>
-void ctlServerOptions::setFault(Row &row, const QString &reason)
+template <typename AnyRow>
+void ctlServerOptions::setFault(AnyRow &row, const QString &reason)
 {
     row.fault = reason;
     widgetOf(row.control)
@@ -391,8 +391,8 @@ void ctlServerOptions::FillListView()
     });
 }
 
-template <typename Row>
-void ctlServerOptions::setEdited(Row &row)
+template <typename AnyRow>
+void ctlServerOptions::setEdited(AnyRow &row)
 {
     row.edited = true;
     setFault(row, {});

@@ -75,8 +75,8 @@ private:
 
     template <typename Action>
     void forEachRow(Action action);
-    template <typename Row>
-    void setEdited(Row &row);
+    template <typename AnyRow>
+    void setEdited(AnyRow &row);
     void UpdateControls();
     void updateMoveButtons();
     void setChecked(const QListWidgetItem &row);
@@ -90,8 +90,8 @@ private:
 
     void showOptions();
     void readOptions();
-    template <typename Row>
-    void setFault(Row &row, const QString &reason);
+    template <typename AnyRow>
+    void setFault(AnyRow &row, const QString &reason);
     void tellProblems();
     void focusFault();
     bool optionsEdited() const;
