@@ -25,6 +25,7 @@ public:
     std::unique_ptr<QTcpSocket> next();
     /// Whether `waiting` is called.
     void setAccepting(bool accepting);
+    bool isAccepting() const { return m_notifier && m_notifier->isEnabled(); }
 
 private:
     std::function<void()> m_waiting;

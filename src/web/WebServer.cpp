@@ -18,6 +18,7 @@ namespace {
 
 constexpr Module Here{"Global Controls", "None"};
 constexpr Routine Start = Here("StartWebServer");
+constexpr Routine LookAfter = Here("LookAfterWebServer");
 
 WebServerProblem::Kind kindOf(const platform::Failure &failureToListen)
 {
@@ -33,7 +34,11 @@ WebServerProblem::Kind kindOf(const platform::Failure &failureToListen)
 
 } // namespace
 
-WebServer::WebServer() : wsckNewConnections([this] { wsckNewConnections_ConnectionRequest(); })
+WebServer::WebServer()
+    : wsckNewConnections([this] {
+          m_told = true;
+          wsckNewConnections_ConnectionRequest();
+      })
 {
     loadConnection(0);
 }
@@ -109,18 +114,21 @@ void WebServer::listen(std::int32_t port)
     });
 }
 
-void WebServer::wsckNewConnections_ConnectionRequest()
+bool WebServer::wsckNewConnections_ConnectionRequest()
 {
-    trapRepeated(Here("ConnectionRequest"), [this] {
+    return trapRepeated(Here("ConnectionRequest"), [this] {
+        bool taken = false;
         while (ConnectionSocket *const element = elementForAnother()) {
             std::unique_ptr<QTcpSocket> connection = wsckNewConnections.next();
             if (!connection) {
                 wsckNewConnections.setAccepting(true);
-                return;
+                return taken;
             }
             element->accept(std::move(connection));
+            taken = true;
         }
         wsckNewConnections.setAccepting(false); // until an element is free, or silent for long
+        return taken;
     });
 }
 
@@ -158,7 +166,23 @@ void WebServer::lookAfter()
     if (m_wantedPort && gRoot->Options()->hasLogIn() && !wsckNewConnections.isListening()) {
         listen(*m_wantedPort);
     }
-    wsckNewConnections_ConnectionRequest();
+    lookAfterListener();
+}
+
+/// A connection that comes just before a look is found by it before it is told of: once is chance.
+void WebServer::lookAfterListener()
+{
+    const bool isToTell = wsckNewConnections.isAccepting();
+    const bool taken = wsckNewConnections_ConnectionRequest();
+    if (std::exchange(m_told, false)) {
+        noteSuccess(LookAfter);
+        m_untoldLooks = 0;
+    } else if (isToTell && taken && ++m_untoldLooks == 2) {
+        m_untoldLooks = 0;
+        recordNewFailure(LookAfter, {platform::Failure::Unexpected,
+                                     u"The system does not tell of connections that wait"_s});
+        listen(*m_wantedPort);
+    }
 }
 
 void WebServer::wsckConnections_DataArrival(std::size_t index)

@@ -29,14 +29,16 @@ public:
     /// without a user name, a password or a port. One that fails, now or later, is tried again at
     /// every lookAfter() until it is stopped; each reason is recorded once.
     void start();
-    /// Listens again where that has failed, and ends connections whose peer takes nothing of its
-    /// answer for 60 s.
+    /// Listens again where that has failed, or where connections wait of which the system does not
+    /// tell, and ends connections whose peer takes nothing of its answer for 60 s. To be called
+    /// every few seconds.
     void lookAfter();
 
     /// Gives waiting connections to free elements, the lowest first. Where none is free, of those
     /// unanswered for 30 s the longest silent makes place; a byte now and then saves none.
-    /// Connections that find no element wait on, neither accepted nor refused.
-    void wsckNewConnections_ConnectionRequest();
+    /// Connections that find no element wait on, neither accepted nor refused. True when one has
+    /// been taken.
+    bool wsckNewConnections_ConnectionRequest();
     void wsckConnections_DataArrival(std::size_t index);
 
     Listener wsckNewConnections;
@@ -48,9 +50,12 @@ private:
     void loadConnection(std::size_t index);
     void listen(std::int32_t port);
     ConnectionSocket *elementForAnother() const;
+    void lookAfterListener();
 
     bool m_running = false;
     WebServerProblem m_problem;
     /// The port that is, or is to be, listened on; nothing while the web server is stopped.
     std::optional<std::int32_t> m_wantedPort;
+    bool m_told = false;   ///< of a connection, since the last look
+    int m_untoldLooks = 0; ///< at which connections were found, since one was told of
 };

@@ -188,6 +188,27 @@ TEST_F(ConnectionsTest, AListenerThatFailsIsMadeAnew)
     EXPECT_TRUE(lastRecord().startsWith(u"Global Controls|ConnectionRequest|None|"_s));
 }
 
+TEST_F(ConnectionsTest, AListenerThatTellsOfNothingIsMadeAnewOnceForARecord)
+{
+    startSite();
+    WebServer &server = root->GlobalForm()->webServer;
+    const auto recordsAfterUntold = [&] {
+        QTcpSocket client;
+        connectTo(client); // without the loop, so nobody is told
+        server.lookAfter();
+        return recordCount();
+    };
+    for (const int records : {0, 1}) {
+        EXPECT_EQ(recordsAfterUntold(), records);
+        EXPECT_TRUE(get("/Login").contains("logon"));
+        server.lookAfter();
+        EXPECT_EQ(recordsAfterUntold(), records) << "it may be chance";
+        EXPECT_EQ(recordsAfterUntold(), records + 1);
+        EXPECT_EQ(recordsAfterUntold(), records + 1);
+        EXPECT_EQ(recordsAfterUntold(), records + 1) << "told once as long as it lasts";
+    }
+}
+
 TEST_F(ConnectionsTest, AnUnansweredRequestLeavesItsConnectionOpenForTheNext)
 {
     startSite();
