@@ -17,7 +17,6 @@ void TrayIcon::showState(const QIcon &icon, const QString &toolTip)
 {
     m_icon.setIcon(icon);
     m_icon.setToolTip(toolTip);
-    lookForTray();
 }
 
 void TrayIcon::lookForTray()

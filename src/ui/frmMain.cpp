@@ -194,10 +194,14 @@ void frmMain::showState()
     // The panel of that tab tells the problem itself.
     m_status->showProblem(m_ui->tabMain->currentIndex() != ServerControl ? state.problem
                                                                          : QString());
-    m_tray.lookForTray();
-    if (m_shown == state) {
-        return;
+    if (m_shown != state) {
+        showNewState(state);
     }
+    m_tray.lookForTray();
+}
+
+void frmMain::showNewState(const ServerState &state)
+{
     if (!m_shown || m_shown->health != state.health) {
         m_stateIcon = stateIcon::onApplication(state.health);
         setWindowIcon(m_stateIcon);

@@ -69,6 +69,7 @@ private:
     /// The selected tab's panel; null where the tab has none.
     ctlPanel *selectedPanel() const;
     void showState();
+    void showNewState(const ServerState &state);
 
     std::unique_ptr<Ui::frmMain> m_ui;
     std::array<ctlPanel *, TabCount> m_panels{};
