@@ -58,7 +58,7 @@ QByteArray readFile(const QString &path, qint64 atMost)
 void requireFolder(const QString &path)
 {
     std::error_code failed;
-    std::filesystem::directory_iterator(QFileInfo(path).filesystemFilePath(), failed);
+    const std::filesystem::directory_iterator opened(QFileInfo(path).filesystemFilePath(), failed);
     if (failed) {
         throw pathFailure(path, failed);
     }

@@ -86,7 +86,7 @@ QDateTime settledAt(const QDateTime &pageChanged, bool replayIsThere)
 bool archiveReplayOf(const clsGame &game)
 {
     // While the replay is archived, another look may go on to the next match.
-    const QString map = game.Map();
+    const QString map = game.Map(); // NOLINT(performance-unnecessary-copy-initialization)
     const QStringList players = game.PlayerNames();
     if (!gRoot->Replays()->ArchiveReplay(map)) {
         return false;

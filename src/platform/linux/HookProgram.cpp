@@ -26,7 +26,7 @@ void prepareHook(QProcess &process, const QString &program, const QStringList &a
     process.setProgram(u"setsid"_s);
     process.setArguments(QStringList{program} + arguments);
     process.setChildProcessModifier([] {
-        ::signal(SIGXFSZ, SIG_DFL);
+        static_cast<void>(::signal(SIGXFSZ, SIG_DFL));
         ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC); // whatever others left open
     });
 }

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <sys/stat.h>
 #include <system_error>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -68,8 +69,8 @@ bool isWritable(const QString &folder)
 
 } // namespace
 
-LinuxAutostart::LinuxAutostart(Files &files, const QString &systemFolder, const QString &userFolder)
-    : m_files(files), m_systemFolder(systemFolder), m_userFolder(userFolder)
+LinuxAutostart::LinuxAutostart(Files &files, QString systemFolder, QString userFolder)
+    : m_files(files), m_systemFolder(std::move(systemFolder)), m_userFolder(std::move(userFolder))
 {
 }
 

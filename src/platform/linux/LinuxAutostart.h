@@ -12,8 +12,8 @@ class LinuxAutostart final : public Autostart
 {
 public:
     explicit LinuxAutostart(Files &files,
-                            const QString &systemFolder = QStringLiteral("/etc/xdg/autostart"),
-                            const QString &userFolder = usersFolder());
+                            QString systemFolder = QStringLiteral("/etc/xdg/autostart"),
+                            QString userFolder = usersFolder());
 
     std::uint32_t query() override;
     std::uint32_t write(const QString &program) override;

@@ -1,0 +1,48 @@
+#include "core/basNumbers.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+/// The number as the C++ library reads it, which takes no sign "+", no blanks, and words.
+static bool readByLibrary(std::string_view text, double &value)
+{
+    const auto strip = [&text](std::string_view characters) {
+        const std::size_t first = text.find_first_not_of(characters);
+        text.remove_prefix(first == std::string_view::npos ? text.size() : first);
+    };
+    strip(" \t");
+    text = text.substr(0, text.find_last_not_of(" \t") + 1);
+    if (text.starts_with("+")) {
+        text.remove_prefix(1);
+        if (text.starts_with("-")) {
+            return false;
+        }
+    }
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error != std::errc::invalid_argument && end == text.data() + text.size() &&
+           text.find_first_not_of("+-.0123456789eE") == std::string_view::npos;
+}
+
+/// Texts of any content: they are numbers where the library says so, and of the same value.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const std::string_view bytes(reinterpret_cast<const char *>(data), size);
+    const QString text = QString::fromLatin1(bytes.data(), static_cast<qsizetype>(size));
+    double value = 0; // one that is too large or small for it stays as it is
+    const bool isNumber = readByLibrary(bytes, value);
+    if (fnIsNumeric(text) != isNumber) {
+        std::abort();
+    }
+    const std::optional<std::int32_t> integer = fnIfInteger(text);
+    if (integer && (!isNumber || *integer != std::nearbyint(value))) {
+        std::abort();
+    }
+    if (integer && fnToInteger(fnToText(*integer)) != *integer) {
+        std::abort();
+    }
+    return 0;
+}
