@@ -89,7 +89,9 @@ class Restarts:
             self._look(now)
 
     def _look(self, now):
-        servers = self.game.servers()
+        servers, life, wanted = self.game.servers(), self.game.life, self.wanted
+        if wanted and life and life.ready:
+            wanted.since = max(wanted.since, life.ready)  # not before the tool was up itself
         if len(servers) > 1 and servers != self.servers:
             self.pairs += 1
             self.game.find(f"two game servers at once: {servers}")
@@ -97,8 +99,7 @@ class Restarts:
             if process not in self.servers and process != self.process:
                 self._came(process, now)
         self.servers = servers
-        wanted = self.wanted
-        if wanted and self.game.life and not wanted.late:
+        if self.wanted and life and not wanted.late:
             wanted.late = now > wanted.since + wanted.bound + BUSY_SECONDS
             if wanted.late:
                 self.game.find(f"the server ({wanted.why}) is not back after {wanted.bound:.1f} s"
@@ -254,7 +255,7 @@ class Requests:
             return answer
         if life and life.ready and life.end is None and life.ready <= asked:
             self.failed += 1
-            self.game.find(f"a request failed after {time.time() - asked:.1f} s: {reason}")
+            self.game.find(f"a request failed: {reason}")
         else:
             self.cut_off += 1
         return None
@@ -263,8 +264,8 @@ class Requests:
 class Usage:
     """The tool's own, in each of its lives by itself."""
 
-    WARM_SECONDS = 30
-    LONG_SECONDS = 150  # too little can be said of a shorter life
+    WARM_SECONDS = 180  # until each state of the server was shown once
+    LONG_SECONDS = 300  # too little can be said of a shorter life
     # A straight line's growth over a long life that is none yet: buffers for the busiest moment.
     MOST_GROWTH = {"memory": 1024, "descriptors": 8, "threads": 3}
     UNITS = {"memory": " KiB", "descriptors": "", "threads": ""}

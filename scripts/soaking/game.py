@@ -1,6 +1,7 @@
 """The tool in a game directory of its own, on a small disk, with the simulated game server."""
 
 import asyncio
+import collections
 import contextlib
 import os
 import pathlib
@@ -69,7 +70,7 @@ class Game:
         self.program = self.directory / server.name
         self.lives = []
         self.obstacles = []  # (what, since, until): what keeps the tool from its work
-        self.findings = []
+        self.findings = collections.Counter()
         self.manager = None
         shutil.rmtree(folder, ignore_errors=True)
         self.directory.mkdir(parents=True)
@@ -106,8 +107,9 @@ class Game:
                 f"-player-name P{draw.getrandbits(32):x}")
 
     def find(self, text):
-        tell(f"FAULT: {text}")
-        self.findings.append(text)
+        self.findings[text] += 1
+        if self.findings[text] == 1:
+            tell(f"FAULT: {text}")
 
     # The tool and its window manager
 

@@ -84,12 +84,12 @@ class Strain:
             if not (self.game.life and self.game.life.ready):
                 continue
             since = time.time()
-            failures = len(self.game.findings)
+            failures = self.game.findings.total()
             done = (await self.answer(self.game.post("/logon"), "MAIN")
                     and await draw.choice(trips)(draw))
             if done:
                 self.requests.trips += 1
-            elif self.game.worked_since(since) and len(self.game.findings) == failures:
+            elif self.game.worked_since(since) and self.game.findings.total() == failures:
                 self.game.find("a round trip of the administrator failed")
 
     async def answer(self, exchange, text):
