@@ -195,7 +195,8 @@ class Game:
     def clean_up(self):
         for name in ("ZEBEK_Error.xml", "ZebekSuiteOptions.xml"):
             (self.folder / name).write_bytes(self.read(name))
+        for process in (*(life.process for life in self.lives[-1:]), self.manager):
+            if process:
+                process.kill()
         for process in self.servers():
             os.kill(process, signal.SIGKILL)
-        if self.manager:
-            self.manager.kill()

@@ -1,4 +1,4 @@
-"""What the tool has to stand: visitors, an administrator, strangers, and faults of all kinds."""
+"""What the tool has to stand: visitors, strangers, and faults of all kinds."""
 
 import asyncio
 import contextlib
@@ -9,12 +9,11 @@ import socket
 import time
 
 from .accounts import BUSY_SECONDS
-from .game import ARCHIVE, MOST_REPLAYS, tell
+from .game import ARCHIVE, tell
 
 REQUESTS_A_SECOND = 50
 MOST_REQUESTS_AT_ONCE = 64
 SILENT_CONNECTIONS = 20
-SAVED_SECONDS = 2  # from a change of a setting to its file
 
 
 class Strain:
@@ -22,11 +21,11 @@ class Strain:
         self.game, self.restarts, self.requests = game, restarts, requests
 
     def parts(self):
-        return (self.visitors(), self.administrator(), self.strangers(), self.lives(),
-                self.server_faults(), self.other_faults(),
+        return (self.visitors(), self.strangers(), self.lives(), self.server_faults(),
+                self.other_faults(),
                 *(self.silent_connection(number) for number in range(SILENT_CONNECTIONS)))
 
-    # Visitors
+    # Load
 
     async def visitors(self):
         under_way = set()
@@ -57,8 +56,8 @@ class Strain:
             while True:
                 await asyncio.sleep(draw.uniform(0.1, 0.9))
                 junk = draw.randbytes(draw.randint(0, 1400))
-                silence = self.restarts.wanted  # any datagram is a sign of life
-                for port in [2348] if silence else [2348, *tool_ports()]:
+                # Any datagram is a sign of life, also one that is junk.
+                for port in [2348] if self.restarts.wanted else [2348, *tool_ports()]:
                     with contextlib.suppress(OSError):
                         udp.sendto(junk, ("127.0.0.1", port))
                 await self.send_junk(draw, junk)
@@ -73,94 +72,6 @@ class Strain:
             writer.write(start + junk)
             await asyncio.sleep(draw.uniform(0, 0.4))
             writer.close()
-
-    # The administrator
-
-    async def administrator(self):
-        draw = self.game.draws("administrator")
-        trips = (self.change_control, self.change_replays, self.change_status, self.change_game)
-        while True:
-            await asyncio.sleep(draw.uniform(2, 5))
-            if not (self.game.life and self.game.life.ready):
-                continue
-            since = time.time()
-            failures = self.game.findings.total()
-            done = (await self.answer(self.game.post("/logon"), "MAIN")
-                    and await draw.choice(trips)(draw))
-            if done:
-                self.requests.trips += 1
-            elif self.game.worked_since(since) and self.game.findings.total() == failures:
-                self.game.find("a round trip of the administrator failed")
-
-    async def answer(self, exchange, text):
-        return await self.requests.count(exchange, lambda answer: text in answer)
-
-    async def change(self, form, menu, text, file="ZebekSuiteOptions.xml", **fields):
-        """Posts a form and reads back what has changed, from its page and from the file."""
-        game = self.game
-        since = time.time()
-        if not (await self.answer(game.post(f"/UpdateAdmin{form}Config", **fields),
-                                  "Configuration Updated")
-                and await self.answer(game.post("/AdminMenu", AdminMenu=menu), text)):
-            return False
-        while text.encode() not in game.read(file):
-            if time.time() > since + SAVED_SECONDS + BUSY_SECONDS or not game.life:
-                return False
-            await asyncio.sleep(0.1)
-        return True
-
-    async def change_control(self, draw):
-        game, arguments = self.game, self.game.arguments(draw)
-        return await self.change(
-            "ServerControl", "Server Control", arguments, SubmitType="Update", CMDLine=arguments,
-            AutoStartGRServer="on", AutoRestartGRServer="on", AutoRestartOnProcessStop="on",
-            Pollingfreq=round(game.polling * 1000), Timeout=game.timeout,
-            StartupTimeout=game.startup)
-
-    async def change_replays(self, draw):
-        count = draw.randint(MOST_REPLAYS - 5, MOST_REPLAYS)
-        return await self.change("Replays", "Replays", str(count), archiveReplays="on",
-                                 SkipBlankReplays="on", ReplayCount=count)
-
-    async def change_status(self, draw):
-        image = f"http://images.example/{draw.getrandbits(32):x}.gif"
-        return await self.change("StatusOptions", "Status Options", image, ServerGo=image,
-                                 ServerCrash=image)
-
-    async def change_game(self, draw):
-        """Refused while the server runs; else the server is stopped for it, and started again."""
-        motd = f"Day {draw.getrandbits(32):x}"
-        fields = {"ServerName": "Soak", "MOTD": motd, "Synch": 60, "JoinPort": 2346,
-                  "AnnouncePort": 2347}
-        if draw.random() < 0.95 or self.restarts.handling.locked():
-            before = self.game.read("options.xml")
-            answer = await self.game_form(fields)
-            return (not answer or "while the server is running" not in answer
-                    or self.game.read("options.xml") == before)
-        async with self.restarts.handling:
-            await self.restarts.until_done()
-            return await self.change_stopped_game(motd, fields)
-
-    async def game_form(self, fields):
-        answer = self.game.post("/UpdateAdminServerOptionsConfig", **fields)
-        return await self.requests.count(answer, lambda answer: "SERVER OPTIONS" in answer)
-
-    async def change_stopped_game(self, motd, fields):
-        self.restarts.stopped = True
-        if not await self.press("Stop Server", "Process stop successful"):
-            return False
-        changed = await self.change("ServerOptions", "Server Options", motd, "options.xml",
-                                    **fields)
-        if self.restarts.stopped:  # the tool was not started anew meanwhile
-            self.restarts.want("asked")
-            await self.press("Start Server", "Process start/find successful")
-        await self.restarts.until_done()
-        return changed
-
-    async def press(self, button, text):
-        tell(f"the administrator presses {button}")
-        return await self.answer(
-            self.game.post("/UpdateAdminServerControlConfig", SubmitType=button), text)
 
     # Faults
 
@@ -229,7 +140,8 @@ class Strain:
         tell(f"server {process} hangs for {seconds:.1f} s")
         os.kill(process, signal.SIGSTOP)
         await asyncio.sleep(seconds)
-        os.kill(process, signal.SIGCONT)
+        with contextlib.suppress(ProcessLookupError):  # it was ended, which is a fault
+            os.kill(process, signal.SIGCONT)
 
     async def other_faults(self):
         draw = self.game.draws("other faults")
@@ -242,7 +154,7 @@ class Strain:
         with self.game.obstacle("full disk"):
             tell("the disk is full")
             try:
-                with contextlib.suppress(OSError), open(ballast, "wb", buffering=0) as file:
+                with open(ballast, "wb", buffering=0) as file:
                     for size in (1 << 20, 1 << 12):
                         with contextlib.suppress(OSError):
                             while file.write(bytes(size)) == size:
@@ -274,7 +186,7 @@ def is_status(page):
 
 
 def tool_ports():
-    """From which the game server is asked for its status: all of this machine but the server's."""
+    """Those from which the tool asks the server: all UDP ports in use here but the server's."""
     with open("/proc/net/udp", encoding="ascii") as table:
         ports = {int(port, 16) for port in re.findall(r"^ *\d+: \w+:(\w+)", table.read(), re.M)}
     return ports - {2348}
