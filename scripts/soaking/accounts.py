@@ -175,9 +175,12 @@ class Replays:
         page = self.last[self.PAGE]
         for match in self.matches[-1:]:
             match.followed = page
-        if abs(page - self.last.get(self.REPLAY, 0)) < 1:  # on a full disk it may come alone
-            recorded, new = (re.sub(rb"Mission Stats \([^)]*\)", b"", self.game.read(name))
-                             for name in ("ZEBEKSCache.dat", self.PAGE))
+        text = self.game.read(self.PAGE)
+        # On a full disk it may come alone or cut off, or the replay be empty.
+        if (abs(page - self.last.get(self.REPLAY, 0)) < 1 and b"</TABLE>" in text
+                and self.game.read(self.REPLAY)):
+            recorded, new = (re.sub(rb"Mission Stats \([^)]*\)", b"", page_text)
+                             for page_text in (self.game.read("ZEBEKSCache.dat"), text))
             self.matches.append(Match(page, self._digest(self.REPLAY), new != recorded))
 
     def _look_at_archive(self, folder):
