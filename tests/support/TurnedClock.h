@@ -36,6 +36,8 @@ public:
 
     /// The program is stopped for a while; what falls due meanwhile rings at the next turn.
     void sleep(qint64 milliseconds) { m_elapsed += milliseconds; }
+    /// How many alarms there are, armed or not.
+    std::size_t alarms() const { return m_alarms.size(); }
     /// From now on every other alarm rings up to 10 s late, and those due together in any order.
     void disorder(unsigned seed) { m_disorder.emplace(seed); }
 
