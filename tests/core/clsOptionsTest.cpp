@@ -1,7 +1,4 @@
-#include "core/basTraps.h"
 #include "support/RootTest.h"
-
-#include <random>
 
 using clsOptionsTest = ServicesTest;
 
@@ -39,34 +36,6 @@ TEST_F(clsOptionsTest, WithoutAFileTheDefaultsHoldAndAreWrittenInOrder)
               QFile::ReadUser | QFile::WriteUser)
         << "it holds a password";
 #endif
-}
-
-TEST_F(clsOptionsTest, AChangeIsOnDiskTwoSecondsLater)
-{
-    startWith("<AutoRunOnStartup>whatever</AutoRunOnStartup><AutoStartGRServer>0"
-              "</AutoStartGRServer>");
-    EXPECT_TRUE(fake.boxes.boxes.empty()) << "a value that is only carried over";
-    fake.clock.advance(2000);
-    write(OptionsFile, "of before");
-    root->Options()->ReplayCount.Let(50); // as it was
-    fake.clock.advance(60000);
-    EXPECT_EQ(read(OptionsFile), "of before");
-    for (const int count : {6, 8, 7}) {
-        root->Options()->ReplayCount.Ex(count);
-        EXPECT_EQ(read(OptionsFile), "of before");
-        fake.clock.advance(999);
-    }
-    EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>7<")) << "also amid other changes";
-    root->Options()->ReplayCount.Ex(9);
-    fake.files.failAt = FailingFiles::Always;
-    fake.clock.advance(60000);
-    fake.files.failAt = 0;
-    root->Options()->RemoteAccessIP.Ex({});
-    fake.clock.advance(2000);
-    EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>9<"));
-    EXPECT_TRUE(read(OptionsFile).contains("<AutoRunOnStartup>whatever<"));
-    recordFailure({"M", "R", "ID"}, {1, {}});
-    EXPECT_EQ(recordCount(), 2) << "one for thirty attempts";
 }
 
 TEST_F(clsOptionsTest, ValuesAreFoundAnywhereByNameAndConverted)
@@ -113,34 +82,6 @@ TEST_F(clsOptionsTest, AValueThatCannotBeConvertedIsAskedAboutAndCancelEndsTheRe
 
     root->Quit();
     EXPECT_TRUE(read(UnreadableFile).contains("<ReplayCount>7<")) << "what was not read is kept";
-}
-
-TEST_F(clsOptionsTest, NoFileThatSomebodyEditedStopsTheStartOrIsLost)
-{
-    std::mt19937 random(1);
-    startIdle();
-    root->Quit();
-    const QByteArray whole = read(OptionsFile);
-    fake.boxes.whileOpen = [this] { EXPECT_EQ(fake.boxes.alone, platform::CancelsAlone); };
-    for (int file = 0; file < 100; ++file) {
-        QByteArray edited = whole;
-        for (unsigned edits = 0; edits <= random() % 3; ++edits) {
-            const auto at = static_cast<qsizetype>(random() % static_cast<unsigned>(whole.size()));
-            const char byte = "<>/&;-\xff\0 0x"[random() % 12];
-            const QByteArray written = random() % 2 == 0 ? QByteArray() : QByteArray(1, byte);
-            edited.replace(at, random() % 8, written);
-        }
-        write(OptionsFile, edited);
-        newTool();
-        root->Start();
-        const bool asked = !std::exchange(fake.boxes.boxes, {}).isEmpty();
-        root->Quit();
-        EXPECT_TRUE(!asked || read(UnreadableFile) == edited) << edited.constData();
-        newTool();
-        root->Start();
-        EXPECT_TRUE(fake.boxes.boxes.isEmpty()) << read(OptionsFile).constData();
-        QFile::remove(path(UnreadableFile));
-    }
 }
 
 TEST_F(clsOptionsTest, AMalformedFileIsReplacedAtTheNextSaveOnlyAndKeptBeside)

@@ -21,7 +21,6 @@ class FailingFiles final : public platform::Files
 {
 public:
     static constexpr int Always = -1;
-    static constexpr int Killed = 99; ///< the exit code of a process that an operation ended
 
     void remove(const QString &path) override
     {
@@ -62,8 +61,7 @@ public:
     /// Number of the operation that fails, from 1; 0 is none. All from the n-th on fail at -n.
     int failAt = 0;
     qint64 space = std::numeric_limits<qint32>::max();
-    int full = 0;       ///< so many more files find the disk full when they are created
-    bool kills = false; ///< it ends the process instead
+    int full = 0; ///< so many more files find the disk full when they are created
     int operations = 0;
 
     static platform::Failure diskFull()
@@ -80,9 +78,6 @@ private:
         ++operations;
         if (failAt == operations || (failAt < 0 && operations >= -failAt)) {
             half();
-            if (kills) {
-                std::_Exit(Killed);
-            }
             throw diskFull();
         }
         operation();

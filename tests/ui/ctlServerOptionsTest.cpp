@@ -313,30 +313,6 @@ TEST_F(ctlServerOptionsTest, AModIsActivatedAtTheEndStaysSelectedAndIsMovedByThe
     EXPECT_EQ(enabled(), u"..SC"_s);
 }
 
-TEST_F(ctlServerOptionsTest, OnADarkPaletteBoxesAndTheSelectedRowAreSeenToo)
-{
-    constexpr int Base = 41;
-    QPalette dark(QColor(49, 54, 59), QColor(35, 38, 41));
-    dark.setColor(QPalette::Text, Qt::white);
-    dark.setColor(QPalette::Base, QColor(Base, Base, Base));
-    mods().setPalette(dark);
-    child<QLineEdit>("txtName")->setFocus();
-    clickRow(0, Text);
-    const QImage list = mods().viewport()->grab().toImage();
-    const auto brightest = [&](int row) { // of its left edge, with the box
-        const QRect place = mods().visualItemRect(mods().item(row));
-        int value = 0;
-        for (int x = place.left() + 2; x < place.left() + 12; ++x) {
-            value = qMax(value, list.pixelColor(x, place.center().y()).value());
-        }
-        return value;
-    };
-    EXPECT_GT(brightest(3), Base + 60);
-    EXPECT_GT(list.pixelColor(list.width() - 8, mods().visualItemRect(mods().item(0)).center().y())
-                  .value(),
-              Base + 40);
-}
-
 TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
 {
     QTest::keyClick(&box("txtName"), 'x');

@@ -102,19 +102,6 @@ TEST_F(frmMainTest, ALinkIsOneStopOfTheTabKeyShowsItAndIsFollowedByTheKeyboard)
     }
 }
 
-TEST_F(frmMainTest, AFolderOfAnyLengthIsShownWholeAndNeverWidensTheWindow)
-{
-    const QString folder = u'/' + QString(400, u'x') + u"&y"_s;
-    root->Options()->ReplayFolder.Let(folder);
-    tabs().setCurrentIndex(ReplayOptions);
-    QCoreApplication::processEvents();
-    const auto *const link = child<QWidget>("lblReplayDirectory");
-    EXPECT_EQ(link->accessibleName(), folder);
-    EXPECT_GE(link->width() * (link->height() / link->fontMetrics().height()),
-              link->fontMetrics().horizontalAdvance(link->accessibleName()));
-    EXPECT_LT(root->MainWindow()->minimumSizeHint().width(), 500);
-}
-
 TEST_F(frmMainTest, APasswordIsToBeSeenWhileItsEyeIsPressedUntilTheTabIsLeft)
 {
     for (const frmMain::Tab tab : {System, ServerOptions}) {

@@ -1,5 +1,4 @@
 #include "support/ToolTest.h"
-#include "ui/StateIcon.h"
 
 class stateTest : public ToolTest
 {
@@ -88,21 +87,6 @@ TEST_F(stateTest, TheFooterAndTheIconTellTheServersStateOnEveryTab)
         root->MainWindow()->PushUpdate();
         EXPECT_EQ(icon().cacheKey(), made->second) << "made once: Qt keeps copies of each";
         last = expected;
-    }
-}
-
-TEST_F(stateTest, TheSignsDifferWithoutTheirColoursToo)
-{
-    QList<QImage> signs;
-    for (const auto health :
-         {ServerHealth::Unknown, ServerHealth::Well, ServerHealth::Ailing, ServerHealth::Down}) {
-        QImage picture(64, 64, QImage::Format_RGB32);
-        picture.fill(Qt::black);
-        QPainter painter(&picture);
-        stateIcon::paint(painter, picture.rect(), health);
-        const QImage white = picture.createMaskFromColor(qRgb(255, 255, 255));
-        EXPECT_FALSE(signs.contains(white));
-        signs.append(white);
     }
 }
 

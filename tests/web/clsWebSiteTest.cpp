@@ -333,28 +333,3 @@ TEST_F(clsWebSiteTest, ThePublicPageIsBuiltOncePerPeriodAndShowsWhatTheServerTol
     root->WebSite()->Page(PageKey::PublicStatus).setStale(true);
     EXPECT_TRUE(get("/").contains(notRunning));
 }
-
-TEST_F(clsWebSiteTest, TheDesktopAndTheWebShowTheSameState)
-{
-    startSite();
-    child<QTabWidget>("tabMain")->setCurrentIndex(frmMain::ServerControl);
-    post("/UpdateAdminServerControlConfig",
-         "SubmitType=Update&Pollingfreq=65535&Timeout=9&StartupTimeout=1");
-    EXPECT_EQ(child<QLineEdit>("txtServerTimeout")->text(), u"9"_s);
-    // The panel takes less than the web does: it complains, and the answer did not wait for that.
-    EXPECT_EQ(fake.boxes.boxes.size(), 1);
-    QTest::mouseClick(child<QPushButton>("cmdStartGRServer"), Qt::LeftButton);
-    const QByteArray running = server().ProcessStatusText().toLatin1();
-    EXPECT_TRUE(post("/AdminMenu", "AdminMenu=Server+Control").contains(running));
-    fake.clock.advance(500);
-    EXPECT_EQ(child<QLabel>("lblServerProcessStatus")->text().toLatin1(), running);
-    post("/UpdateAdminServerControlConfig", "SubmitType=Stop+Server");
-    fake.clock.advance(500);
-    EXPECT_EQ(child<QLabel>("lblServerProcessStatus")->text(), u"No Process information"_s);
-    child<QTabWidget>("tabMain")->setCurrentIndex(frmMain::StatusReporting);
-    post("/UpdateAdminStatusOptionsConfig", "ServerGo=a&ServerCrash=b");
-    EXPECT_EQ(child<QLineEdit>("txtServerCrashGif")->text(), u"b"_s);
-    child<QTabWidget>("tabMain")->setCurrentIndex(frmMain::System);
-    post("/UpdateAdminSystemOptionsConfig", "AdminUN=you&AdminPW=secret");
-    EXPECT_EQ(child<QLineEdit>("txtUserName")->text(), u"you"_s);
-}
