@@ -94,7 +94,12 @@ private:
     }
     void noteSilence(const Sight &sight)
     {
-        if (sight.answers || sight.running != m_before.running) {
+        if (!sight.answers || m_disturbed) {
+            m_answersSince = sight.now;
+        }
+        // One that answers for a moment may not have been asked.
+        if (sight.now - m_answersSince > m_slowest[Polling] + Answer ||
+            sight.running != m_before.running) {
             m_silentSince = sight.now;
         }
         if (!sight.answers) {
@@ -145,6 +150,7 @@ private:
     Settings m_slowest = {}; ///< of those in force for a while: timers run on
     int m_shortestTimeout = 0;
     qint64 m_changed = 0;
+    qint64 m_answersSince = 0;
     qint64 m_silentSince = 0;
     qint64 m_silentUntil = 0;
     qint64 m_silentFor = 0; ///< the last time
