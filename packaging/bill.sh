@@ -3,7 +3,8 @@
 # shellcheck shell=bash
 : "${version:?}" "${commit:?}" "${SOURCE_DATE_EPOCH:?}"
 
-# A library without an entry ends the build, so that none is forgotten.
+# A library without an entry ends the build, so that none is forgotten. SPDX wants several licences in
+# parentheses.
 declare -A licences=(
     [gcc-12]="GPL-3.0-or-later WITH GCC-exception-3.1"
     [gcc-14]="GPL-3.0-or-later WITH GCC-exception-3.1"
@@ -12,7 +13,7 @@ declare -A licences=(
     [libxcb]="X11"
     [libxml2]="MIT"
     [mingw-w64]="ZPL-2.1"
-    [qt6-base]="LGPL-3.0-only OR GPL-2.0-only OR GPL-3.0-only"
+    [qt6-base]="(LGPL-3.0-only OR GPL-2.0-only OR GPL-3.0-only)"
     [xcb-util-wm]="X11"
 )
 

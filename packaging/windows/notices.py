@@ -23,12 +23,11 @@ LEFT_OUT = {
 }
 
 # Qt's names that SPDX does not know.
-LICENCES = {None: "NOASSERTION", "ICC License": "NOASSERTION", "FTL or GPL-2.0": "FTL OR GPL-2.0"}
+LICENCES = {None: "NOASSERTION", "ICC License": "NOASSERTION", "FTL or GPL-2.0": "FTL OR GPL-2.0-only"}
 
 PACKAGE = """
 PackageName: {name}
-SPDXID: SPDXRef-qt-{id}
-PackageVersion: {version}
+SPDXID: SPDXRef-qt-{id}{version}
 PackageSupplier: NOASSERTION
 PackageDownloadLocation: NOASSERTION
 FilesAnalyzed: false
@@ -53,9 +52,11 @@ def held_by_qt(notices):
 def bill(notices):
     for _, part in held_by_qt(notices):
         licence = part.get("LicenseId")
+        licence = LICENCES.get(licence, licence)
+        version = part.get("Version")
         print(PACKAGE.format(name=part["Name"], id=re.sub("[^A-Za-z0-9.-]", "-", part["Id"]),
-                             version=part.get("Version") or "NOASSERTION",
-                             licence=LICENCES.get(licence, licence)))
+                             version=f"\nPackageVersion: {version}" if version else "",
+                             licence=f"({licence})" if re.search(" (AND|OR) ", licence) else licence))
 
 
 def text(title, *paths, opening=""):

@@ -149,7 +149,7 @@ TEST_F(recordsTest, EachNewMatchIsArchivedOnce)
     EXPECT_EQ(read(u"Replays/"_s + castle), "replay");
     EXPECT_EQ(fake.hooks.events,
               QStringList{u"match-archived|map=Castle|players=2|names=Jäger, B &amp; C|file="_s +
-                          path(u"Replays/"_s + castle)});
+                          rootDirectory() + u"Replays"_s + QDir::separator() + castle});
 
     // The same match: the heading up to the first bracket does not count.
     writePage(page(Rows, "Wed Jun 18 20:55:00 2004", "Cellar"));

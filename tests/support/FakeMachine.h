@@ -66,13 +66,14 @@ public:
     bool kills = false; ///< it ends the process instead
     int operations = 0;
 
-private:
     static platform::Failure diskFull()
     {
         // The number is the system's own.
         return {platform::isDiskFull({112, {}}) ? 112 : 28,
                 QStringLiteral("No space left on device")};
     }
+
+private:
     void run(
         const std::function<void()> &operation, const std::function<void()> &half = [] {})
     {

@@ -342,14 +342,15 @@ TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
     QTest::keyClick(&box("txtName"), 'x');
     clickRow(3, CheckMark);
     const QByteArray list = read(u"modsset.txt"_s);
+    const QString full = QString::number(fake.files.diskFull().number());
     fake.files.failAt = fake.files.operations + 2;
     click("cmdSave");
-    EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|28"_s);
+    EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|"_s + full);
     EXPECT_EQ(saved("MPGameName"), u"Camp"_s);
     EXPECT_TRUE(fake.boxes.boxes.join(u'\n').startsWith(u"Server Options Not Saved|16|Your"_s));
     fake.files.failAt = fake.files.operations + 8;
     click("cmdSave");
-    EXPECT_EQ(lastRecord(), u"Options XML Class|Save|Unknown|28"_s);
+    EXPECT_EQ(lastRecord(), u"Options XML Class|Save|Unknown|"_s + full);
     EXPECT_EQ(saved("MPGameName"), u"xCamp"_s);
     EXPECT_EQ(read(u"modsset.txt"_s), list);
     EXPECT_EQ(rows(), u"baC-"_s);

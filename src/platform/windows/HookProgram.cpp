@@ -1,5 +1,7 @@
 #include "platform/HookProgram.h"
 
+#include "platform/windows/ProcessList.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
@@ -9,8 +11,6 @@
 
 #include <array>
 #include <cstdlib>
-#include <tlhelp32.h>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -43,21 +43,6 @@ ULONGLONG startOf(HANDLE process)
     return ULARGE_INTEGER{{start.dwLowDateTime, start.dwHighDateTime}}.QuadPart;
 }
 
-std::vector<DWORD> childrenOf(DWORD parent)
-{
-    std::vector<DWORD> result;
-    const HANDLE all = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    PROCESSENTRY32W entry{};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = Process32FirstW(all, &entry); more != 0; more = Process32NextW(all, &entry)) {
-        if (entry.th32ParentProcessID == parent) {
-            result.push_back(entry.th32ProcessID);
-        }
-    }
-    CloseHandle(all);
-    return result;
-}
-
 /// The parent first, which then starts no more. What is older is no child of it, but of another one
 /// that had its number before.
 void endTree(DWORD id, ULONGLONG notBefore = 0)
@@ -66,8 +51,11 @@ void endTree(DWORD id, ULONGLONG notBefore = 0)
         OpenProcess(PROCESS_TERMINATE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
     const ULONGLONG start = startOf(process);
     if (start >= notBefore && TerminateProcess(process, EXIT_FAILURE) != 0) {
-        for (const DWORD child : childrenOf(id)) {
-            endTree(child, start);
+        for (const PROCESSENTRY32W &entry :
+             processList().value_or(std::vector<PROCESSENTRY32W>())) {
+            if (entry.th32ParentProcessID == id) {
+                endTree(entry.th32ProcessID, start);
+            }
         }
     }
     CloseHandle(process);

@@ -2,6 +2,7 @@
 
 #include "platform/CommandLine.h"
 #include "platform/windows/Ansi.h"
+#include "platform/windows/ProcessList.h"
 #include "platform/windows/SystemFailure.h"
 
 #include <QDir>
@@ -11,7 +12,6 @@
 
 #include <array>
 #include <psapi.h>
-#include <tlhelp32.h>
 
 namespace platform {
 
@@ -129,20 +129,15 @@ std::optional<QString> WindowsProcesses::program(ProcessId id)
 
 std::optional<std::vector<ProcessEntry>> WindowsProcesses::snapshot()
 {
-    const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    if (processes == INVALID_HANDLE_VALUE) {
+    const auto list = processList();
+    if (!list) {
         return std::nullopt;
     }
     std::vector<ProcessEntry> result;
-    PROCESSENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = Process32First(processes, &entry); more != 0;
-         more = Process32Next(processes, &entry)) {
+    for (const PROCESSENTRY32W &entry : *list) {
         result.push_back({static_cast<ProcessId>(entry.th32ProcessID),
-                          fromAnsi(entry.szExeFile,
-                                   static_cast<qsizetype>(qstrnlen(entry.szExeFile, MAX_PATH)))});
+                          QString::fromWCharArray(entry.szExeFile)});
     }
-    CloseHandle(processes);
     return result;
 }
 
