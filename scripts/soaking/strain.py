@@ -110,7 +110,7 @@ class Strain:
         faults = (self.kill_server, self.kill_server, self.kill_server_again, self.hang_server,
                   self.hang_server, self.pause_server)
         while True:
-            await asyncio.sleep(draw.uniform(20, 120))
+            await asyncio.sleep(draw.uniform(40, 200))  # some matches come to their end
             async with self.restarts.handling:
                 await self.restarts.until_done()
                 await asyncio.sleep(3)  # until it has its window, or it would be no one's
