@@ -121,8 +121,9 @@ void readOptions(const QByteArray &content, GameSettings &settings)
 void replaceFile(EventLog &log, const QString &fileName, const QByteArray &content)
 {
     QSaveFile file(fileName);
+    // A commit does not tell that what was written to a buffer found no room on the disk.
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() ||
-        !file.commit()) {
+        !file.flush() || !file.commit()) {
         log.complain(u"cannot-write %1: %2"_s.arg(fileName, file.errorString()));
     }
 }

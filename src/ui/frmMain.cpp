@@ -202,13 +202,16 @@ void frmMain::showState()
 
 void frmMain::showNewState(const ServerState &state)
 {
+    QIcon &icon = m_stateIcons[state.health];
+    if (icon.isNull()) {
+        icon = stateIcon::onApplication(state.health);
+    }
     if (!m_shown || m_shown->health != state.health) {
-        m_stateIcon = stateIcon::onApplication(state.health);
-        setWindowIcon(m_stateIcon);
+        setWindowIcon(icon);
     }
     m_shown = state;
     m_status->showState(state, toolTipFor(state));
-    m_tray.showState(m_stateIcon, toolTipFor(state));
+    m_tray.showState(icon, toolTipFor(state));
 }
 
 void frmMain::setBusy(bool busy)

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -77,6 +78,7 @@ private:
     StatusFooter *m_status;
     TrayIcon m_tray;
     std::optional<ServerState> m_shown;
-    QIcon m_stateIcon;
+    /// Each made once: Qt keeps copies, some MiB in all, of whatever icons there were before.
+    std::map<ServerHealth, QIcon> m_stateIcons;
     QString m_lastRestart;
 };
