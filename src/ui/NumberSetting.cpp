@@ -5,7 +5,6 @@
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QTimer>
 
 #include <utility>
 
@@ -63,7 +62,8 @@ void NumberSetting::refuse(const QString &message)
         return;
     }
     if (m_filling) { // nobody has typed it; whoever fills the panel, as the start does, goes on
-        QTimer::singleShot(0, this, [message] { showMessage(message); });
+        QMetaObject::invokeMethod(
+            this, [message] { showMessage(message); }, Qt::QueuedConnection);
     } else {
         showMessage(message);
     }
