@@ -54,11 +54,13 @@ protected:
 
     QString path(const QString &name) const { return directory.filePath(name); }
     QString rootDirectory() const { return directory.path() + QDir::separator(); }
-    void write(const QString &name, const QByteArray &content) const
+    void write(const QString &name, const QByteArray &content, const QDateTime &time = {}) const
     {
         QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);
+        file.flush();
+        ASSERT_TRUE(!time.isValid() || file.setFileTime(time, QFileDevice::FileModificationTime));
     }
     QByteArray read(const QString &name) const
     {
