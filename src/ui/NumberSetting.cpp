@@ -5,6 +5,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QTimer>
 
 #include <utility>
 
@@ -62,8 +63,7 @@ void NumberSetting::refuse(const QString &message)
         return;
     }
     if (m_filling) { // nobody has typed it; whoever fills the panel, as the start does, goes on
-        QMetaObject::invokeMethod(
-            this, [message] { showMessage(message); }, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, [message] { showMessage(message); });
     } else {
         showMessage(message);
     }

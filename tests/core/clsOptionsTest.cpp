@@ -117,18 +117,18 @@ TEST_F(clsOptionsTest, AValueThatCannotBeConvertedIsAskedAboutAndCancelEndsTheRe
 
 TEST_F(clsOptionsTest, NoFileThatSomebodyEditedStopsTheStartOrIsLost)
 {
-    std::mt19937 random(1);
+    std::mt19937 random(1); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same edits each time
+    const auto below = [&random](qsizetype end) { return static_cast<qsizetype>(random()) % end; };
     startIdle();
     root->Quit();
     const QByteArray whole = read(OptionsFile);
     fake.boxes.whileOpen = [this] { EXPECT_EQ(fake.boxes.alone, platform::CancelsAlone); };
     for (int file = 0; file < 100; ++file) {
         QByteArray edited = whole;
-        for (unsigned edits = 0; edits <= random() % 3; ++edits) {
-            const auto at = static_cast<qsizetype>(random() % static_cast<unsigned>(whole.size()));
-            const char byte = "<>/&;-\xff\0 0x"[random() % 12];
-            const QByteArray written = random() % 2 == 0 ? QByteArray() : QByteArray(1, byte);
-            edited.replace(at, random() % 8, written);
+        for (qsizetype edits = below(3); edits >= 0; --edits) {
+            const char byte = "<>/&;-\xff\0 0x"[below(12)];
+            const QByteArray written = below(2) == 0 ? QByteArray() : QByteArray(1, byte);
+            edited.replace(below(whole.size()), below(8), written);
         }
         write(OptionsFile, edited);
         newTool();

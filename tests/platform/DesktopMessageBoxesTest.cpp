@@ -109,7 +109,7 @@ TEST_F(DesktopMessageBoxesTest, ShowPlainTextWithIconAndButtonsAndClosingIsOkOrC
         {platform::RetryCancel + platform::StopIcon, Shown::Critical, Shown::Retry | Shown::Cancel,
          platform::CancelButton}};
     for (const auto &row : rows) {
-        const auto lookAndClose = [&] {
+        QTimer::singleShot(0, [&] {
             auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
             ASSERT_NE(box, nullptr);
             EXPECT_EQ(box->windowTitle(), u"Title"_s);
@@ -119,8 +119,7 @@ TEST_F(DesktopMessageBoxesTest, ShowPlainTextWithIconAndButtonsAndClosingIsOkOrC
             EXPECT_EQ(box->icon(), std::get<1>(row));
             EXPECT_EQ(box->standardButtons(), std::get<2>(row));
             box->close();
-        };
-        QMetaObject::invokeMethod(qApp, lookAndClose, Qt::QueuedConnection);
+        });
         testing::internal::CaptureStderr();
         EXPECT_EQ(boxes.show(u"<b>\r\n&"_s, u"Title"_s, std::get<0>(row)), std::get<3>(row));
         EXPECT_NE(testing::internal::GetCapturedStderr().find("Title: <b>\n&\n"),
