@@ -337,12 +337,12 @@ TEST_F(recordsTest, EveryReplayIsKeptWholeAndOnceWhateverHappensMeanwhile)
             }
             if (look == whole) {
                 const QDateTime changed = atTheTick.addSecs(look == comes ? -1 : -10);
-                writeReplay(changed.toString(Qt::ISODate), replay);
+                writeReplay(changed, replay);
                 wanted[changed.toString(u"yyyy_MM_dd_HH_mm_ss_"_s) + QString::fromLatin1(map) +
                        u"_replay.rpf"_s] = replay;
                 wanted.erase(wanted.begin());
             } else if (look == comes && comes < whole) {
-                writeReplay(atTheTick.addSecs(-1).toString(Qt::ISODate), replay.first(10));
+                writeReplay(atTheTick.addSecs(-1), replay.first(10));
             }
             const int fault = look < 5 ? oneOf(6) : 0;
             QDir game(directory.path());
