@@ -151,7 +151,7 @@ class Strain:
 
     async def fill_disk(self, draw):
         ballast = self.game.directory / "ballast"
-        with self.game.obstacle("full disk"):
+        with self.game.obstacle():
             tell("the disk is full")
             try:
                 with open(ballast, "wb", buffering=0) as file:
@@ -167,7 +167,7 @@ class Strain:
     async def take_folder(self, draw):
         archive = self.game.directory / ARCHIVE
         away = archive.with_suffix(".away")
-        with self.game.obstacle("folder away"):
+        with self.game.obstacle():
             tell("the folder of the replays is away")
             archive.rename(away)
             try:
