@@ -214,7 +214,7 @@ class Replays:
         """The times within a life of the tool in which it had its disk and its folder."""
         for life in self.game.lives:
             start, end = max(life.start, since), min(life.end or until, until)
-            for _, begins, ends in sorted(self.game.obstacles, key=lambda row: row[1]):
+            for begins, ends in sorted(self.game.obstacles):
                 if begins < end and ends > start:
                     yield start, begins
                     start = max(start, ends)

@@ -69,7 +69,7 @@ class Game:
         self.folder, self.directory = folder, folder / "game"
         self.program = self.directory / server.name
         self.lives = []
-        self.obstacles = []  # (what, since, until): what keeps the tool from its work
+        self.obstacles = []  # (since, until) of what keeps the tool from its work
         self.findings = collections.Counter()
         self.manager = None
         shutil.rmtree(folder, ignore_errors=True)
@@ -140,17 +140,17 @@ class Game:
         """Whether nothing has kept the tool from its work since then."""
         life = self.life
         return (life is not None and life.ready is not None and life.ready <= moment
-                and not any(until > moment for _, _, until in self.obstacles))
+                and not any(until > moment for _, until in self.obstacles))
 
     @contextlib.contextmanager
-    def obstacle(self, what):
+    def obstacle(self):
         since = time.time()
-        self.obstacles.append((what, since, float("inf")))
+        self.obstacles.append((since, float("inf")))
         try:
             yield
         finally:
-            self.obstacles.remove((what, since, float("inf")))
-            self.obstacles.append((what, since, time.time()))
+            self.obstacles.remove((since, float("inf")))
+            self.obstacles.append((since, time.time()))
 
     # The game server
 

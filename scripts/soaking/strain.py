@@ -110,7 +110,7 @@ class Strain:
         faults = (self.kill_server, self.kill_server, self.kill_server_again, self.hang_server,
                   self.hang_server, self.pause_server)
         while True:
-            await asyncio.sleep(draw.uniform(20, 120))
+            await asyncio.sleep(draw.uniform(40, 200))  # some matches come to their end
             async with self.restarts.handling:
                 await self.restarts.until_done()
                 await asyncio.sleep(3)  # until it has its window, or it would be no one's
@@ -151,7 +151,7 @@ class Strain:
 
     async def fill_disk(self, draw):
         ballast = self.game.directory / "ballast"
-        with self.game.obstacle("full disk"):
+        with self.game.obstacle():
             tell("the disk is full")
             try:
                 with open(ballast, "wb", buffering=0) as file:
@@ -167,7 +167,7 @@ class Strain:
     async def take_folder(self, draw):
         archive = self.game.directory / ARCHIVE
         away = archive.with_suffix(".away")
-        with self.game.obstacle("folder away"):
+        with self.game.obstacle():
             tell("the folder of the replays is away")
             archive.rename(away)
             try:

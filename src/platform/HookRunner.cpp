@@ -84,15 +84,12 @@ void HookRunner::start(const Call &call)
                          }
                          forget(process);
                      });
-    auto *const limit = new QTimer(process);
-    limit->setSingleShot(true);
-    QObject::connect(limit, &QTimer::timeout, [process] {
+    QTimer::singleShot(m_limit, process, [process] {
         if (process->state() != QProcess::NotRunning) {
             process->setProperty(TookTooLong, true);
             endHook(*process);
         }
     });
-    limit->start(m_limit);
     ++m_running;
     process->start();
 }

@@ -85,9 +85,11 @@ QDateTime settledAt(const QDateTime &pageChanged, bool replayIsThere)
 
 bool archiveReplayOf(const clsGame &game)
 {
-    // While the replay is archived, another look may go on to the next match.
-    const QString map = game.Map(); // NOLINT(performance-unnecessary-copy-initialization)
+    // While the replay is archived, another look may go on to the next match: these are copies.
+    // NOLINTBEGIN(performance-unnecessary-copy-initialization)
+    const QString map = game.Map();
     const QStringList players = game.PlayerNames();
+    // NOLINTEND(performance-unnecessary-copy-initialization)
     if (!gRoot->Replays()->ArchiveReplay(map)) {
         return false;
     }

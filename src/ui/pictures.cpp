@@ -15,12 +15,12 @@ QIcon applicationIcon()
 
 QPixmap header()
 {
-    return QPixmap(u":/pictures/header.png"_s);
+    return {u":/pictures/header.png"_s};
 }
 
 QPixmap team()
 {
-    return QPixmap(u":/pictures/team.png"_s);
+    return {u":/pictures/team.png"_s};
 }
 
 QPixmap scaled(const QPixmap &picture, QSize size, qreal pixelRatio)

@@ -84,6 +84,34 @@ TEST_F(clsOptionsTest, AValueThatCannotBeConvertedIsAskedAboutAndCancelEndsTheRe
     EXPECT_TRUE(read(UnreadableFile).contains("<ReplayCount>7<")) << "what was not read is kept";
 }
 
+TEST_F(clsOptionsTest, NoFileThatSomebodyEditedStopsTheStartOrIsLost)
+{
+    std::mt19937 random(1); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same edits each time
+    const auto below = [&random](qsizetype end) { return static_cast<qsizetype>(random()) % end; };
+    startIdle();
+    root->Quit();
+    const QByteArray whole = read(OptionsFile);
+    fake.boxes.whileOpen = [this] { EXPECT_EQ(fake.boxes.alone, platform::CancelsAlone); };
+    for (int file = 0; file < 100; ++file) {
+        QByteArray edited = whole;
+        for (qsizetype edits = below(3); edits >= 0; --edits) {
+            const char byte = "<>/&;-\xff\0 0x"[below(12)];
+            const QByteArray written = below(2) == 0 ? QByteArray() : QByteArray(1, byte);
+            edited.replace(below(whole.size()), below(8), written);
+        }
+        write(OptionsFile, edited);
+        newTool();
+        root->Start();
+        const bool asked = !std::exchange(fake.boxes.boxes, {}).isEmpty();
+        root->Quit();
+        EXPECT_TRUE(!asked || read(UnreadableFile) == edited) << edited.constData();
+        newTool();
+        root->Start();
+        EXPECT_TRUE(fake.boxes.boxes.isEmpty()) << read(OptionsFile).constData();
+        QFile::remove(path(UnreadableFile));
+    }
+}
+
 TEST_F(clsOptionsTest, AMalformedFileIsReplacedAtTheNextSaveOnlyAndKeptBeside)
 {
     const QByteArray broken = "<options><ReplayCount>9</ReplayCount>";

@@ -1,10 +1,10 @@
 #include "core/basMain.h"
+#include "platform/Files.h"
 #include "platform/Machine.h"
 #include "server/clsMods.h"
 #include "support/FakeRoot.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <cstddef>
@@ -20,13 +20,6 @@ static QStringList activeMods(const clsMods &mods)
     return keys;
 }
 
-static void write(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write(content);
-}
-
 /// Lists of active mods, and descriptions of a mod, of any content: what is active once it has been
 /// changed is so when the list is read again.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -39,8 +32,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         game.mkpath(QString::fromLatin1(folder));
     }
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
-    write(game.filePath(QStringLiteral("modsset.txt")), bytes);
-    write(game.filePath(QStringLiteral("Mods/Coast/ModsCont.txt")), bytes);
+    for (const char *const file : {"modsset.txt", "Mods/Coast/ModsCont.txt"}) {
+        platform::replaceFile(root.Machine().files, game.filePath(QString::fromLatin1(file)), bytes,
+                              platform::Durability::SurvivesCrash);
+    }
     clsMods mods;
     mods.Load();
     const QString toggled = QStringLiteral("\\mods\\night");

@@ -1,5 +1,6 @@
 #include "core/basNumbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -10,11 +11,7 @@
 /// The number as the C++ library reads it, which takes no sign "+", no blanks, and words.
 static bool readByLibrary(std::string_view text, double &value)
 {
-    const auto strip = [&text](std::string_view characters) {
-        const std::size_t first = text.find_first_not_of(characters);
-        text.remove_prefix(first == std::string_view::npos ? text.size() : first);
-    };
-    strip(" \t");
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
     text = text.substr(0, text.find_last_not_of(" \t") + 1);
     if (text.starts_with("+")) {
         text.remove_prefix(1);

@@ -64,8 +64,14 @@ TEST(LinuxWindows, AreListedTopmostFirstAndCloseOnRequestWithAndWithoutAWindowMa
     QProcess manager;
     for (const bool managed : {false, true}) {
         if (managed) {
-            manager.start(u"openbox"_s, {u"--startup"_s, u"echo started"_s});
-            ASSERT_TRUE(waitUntil([&] { return manager.canReadLine(); }, StartMilliseconds));
+            // A window that comes before it handles events may never be shown. When it does, it
+            // does as it is told.
+            manager.start(u"openbox"_s, QStringList());
+            const auto handlesEvents = [] {
+                told(u"xdotool set_num_desktops 2"_s);
+                return told(u"xdotool get_num_desktops"_s) == u'2';
+            };
+            ASSERT_TRUE(waitUntil(handlesEvents, StartMilliseconds));
         }
         QWidget first;
         first.setWindowTitle(u"First – Zürich"_s);

@@ -165,7 +165,7 @@ TEST_F(ctlGRServerTest, AToolThatWasStoppedAsksOnceMoreBeforeItRestarts)
         root->Options()->ServerTimeout.Ex(second < 24 ? 30 : 26);
         startPolling();
         const FakeSystem::Id held = heldId();
-        fake.clock.advance(second * 1000); // dead at 8 s, seen at 9 s
+        fake.clock.advance(qint64{second} * 1000); // dead at 8 s, seen at 9 s
         fake.clock.sleep(60000);
         fake.clock.advance(1);
         ASSERT_EQ(heldId(), held) << second;

@@ -318,7 +318,7 @@ TEST_F(ctlServerOptionsTest, AFailureIsRecordedAndKeepsTheEdits)
     QTest::keyClick(&box("txtName"), 'x');
     clickRow(3, CheckMark);
     const QByteArray list = read(u"modsset.txt"_s);
-    const QString full = QString::number(fake.files.diskFull().number());
+    const QString full = QString::number(FailingFiles::diskFull().number());
     fake.files.failAt = fake.files.operations + 2;
     click("cmdSave");
     EXPECT_EQ(lastRecord(), u"Server Options Panel|cmdSave_Click|Unknown|"_s + full);

@@ -36,7 +36,7 @@ TEST_F(clsWebSiteTest, AnswersEveryGetByteForByte)
         writeReplay(name, "content");
         root->RefreshPages(PageKey::AdminReplays);
         const QByteArray shown = page(PageKey::AdminReplays);
-        const qsizetype end = shown.indexOf("\" target=\"_blank\">" + platform::toCodePage(name));
+        const qsizetype end = shown.indexOf(R"(" target="_blank">)" + platform::toCodePage(name));
         const qsizetype start = shown.lastIndexOf('"', end - 1) + 1;
         EXPECT_TRUE(get('/' + shown.mid(start, end - start)).contains("content"))
             << name.toStdString();

@@ -27,7 +27,7 @@ bool withholdDescriptors(bool withhold)
 qsizetype heapInUse()
 {
     const struct mallinfo2 heap = mallinfo2();
-    return static_cast<qsizetype>(heap.uordblks + heap.hblkhd);
+    return static_cast<qsizetype>(heap.uordblks) + static_cast<qsizetype>(heap.hblkhd);
 }
 
 bool limitFileSize(qint64 bytes)
