@@ -1,5 +1,7 @@
 #include "support/RootTest.h"
 
+#include <random>
+
 using clsOptionsTest = ServicesTest;
 
 const QString UnreadableFile = u"ZebekSuiteOptions.unreadable.xml"_s;

@@ -58,26 +58,6 @@ TEST_F(clsProcessTest, AProcessThatCannotBeHeldIsNone)
     EXPECT_EQ(process.PID(), 0);
 }
 
-TEST_F(clsProcessTest, OnAnOldSystemTheSnapshotTellsThePath)
-{
-    system.version = -1;
-    const FakeSystem::Id id = system.addServer(Game);
-    clsProcess process;
-    EXPECT_FALSE(process.GetFromHwnd(topmost()));
-    for (const platform::ProcessEntry &useless : {platform::ProcessEntry{id + 1, Game}, {id, {}}}) {
-        system.entries.emplace(1, useless);
-        EXPECT_FALSE(process.GetFromHwnd(topmost()));
-    }
-    system.entries = {{id - 1, u"other"_s}, {id, Game}};
-    EXPECT_TRUE(process.GetFromHwnd(topmost()));
-    EXPECT_EQ(process.Path(), Game);
-    EXPECT_EQ(process.PID(), id);
-    EXPECT_TRUE(process.StillActive());
-    system.processes.at(id).opens = false;
-    EXPECT_TRUE(process.GetFromHwnd(topmost()));
-    EXPECT_FALSE(process.StillActive());
-}
-
 TEST_F(clsProcessTest, StoppingAsksTheTopmostWindowAndThenTerminates)
 {
     clsProcess process;

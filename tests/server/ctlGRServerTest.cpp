@@ -147,41 +147,6 @@ TEST_F(ctlGRServerTest, AHungServerIsRestartedInTimeWithAllSettings)
     }
 }
 
-TEST_F(ctlGRServerTest, APollThatFallsDueTogetherWithAnotherTimerComesAfterIt)
-{
-    for (const int seconds : {5, 10}) { // the request's time-out; the dead timer
-        root->Options()->ServerPollingFrequency.Ex(seconds * 1000);
-        root->Options()->ServerTimeout.Ex(seconds);
-        EXPECT_EQ(millisecondsOfHang(), 2 * seconds * 1000);
-        server().StopGRServer();
-    }
-}
-
-TEST_F(ctlGRServerTest, AToolThatWasStoppedAsksOnceMoreBeforeItRestarts)
-{
-    for (int second = 9; second < 38; ++second) {
-        // In the second half the dead timer falls due before the outstanding request does, and then
-        // comes in time, so that the request's own time-out alone is late.
-        root->Options()->ServerTimeout.Ex(second < 24 ? 30 : 26);
-        startPolling();
-        const FakeSystem::Id held = heldId();
-        fake.clock.advance(qint64{second} * 1000); // dead at 8 s, seen at 9 s
-        fake.clock.sleep(60000);
-        fake.clock.advance(1);
-        ASSERT_EQ(heldId(), held) << second;
-        ASSERT_EQ(server().Status(), Probing) << second;
-        if (second % 2 == 0) {
-            server().uctlServerStatus.setStatus(Responding);
-            fake.clock.advance(3000);
-            EXPECT_EQ(timers(), u"0 3000 0"_s) << second;
-        } else {
-            fake.clock.advance(10000);
-            EXPECT_NE(heldId(), held) << second;
-        }
-        server().StopGRServer();
-    }
-}
-
 TEST_F(ctlGRServerTest, AZeroThatWasTypedOnTheWayStopsNoTimerForGood)
 {
     startPolling();
@@ -202,64 +167,15 @@ TEST_F(ctlGRServerTest, AZeroThatWasTypedOnTheWayStopsNoTimerForGood)
     EXPECT_EQ(timers(), u"7000 0 0"_s);
 }
 
-TEST_F(ctlGRServerTest, ARestartIsOwedAsLongAsItsOwnOptionIsOn)
+TEST_F(ctlGRServerTest, NoServerIsStartedBesideAnotherUsers)
 {
-    clsOptions &options = *root->Options();
-    options.FindGRServer.Let(false);
-    startPolling();
-    // A hung server that cannot be stopped is held again, to be tried again.
-    FakeSystem::Process &stubborn = fake.system.processes.at(First);
-    stubborn.closesOnRequest = stubborn.terminates = false;
-    options.AutoRestartOnProcessStop.Let(false);
-    pollAs(Dead);
-    deadTimerAs(Dead);
-    look(2);
-    EXPECT_EQ(state(), u"GR Process found (ID=1001) :Running|Unknown|30000 0 0"_s);
-
-    stubborn.terminates = fake.system.startFails = true;
-    server().tmrStartupTimeout_Timer();
-    pollAs(Dead);
-    deadTimerAs(Dead);
-    look(3);
-    EXPECT_EQ(recordCount(), 1) << "one for a series";
-    options.AutoRestartGRServer.Let(false);
-    look();
-    fake.system.startFails = false;
-    options.AutoRestartGRServer.Let(true);
-    look();
-    EXPECT_EQ(state(), Idle) << "nobody wanted one meanwhile";
-}
-
-TEST_F(ctlGRServerTest, NoServerIsStartedBesideOneThatIsStillLoadingOrAnotherUsers)
-{
-    // As after a restart of the tool: the process ends, or the window never comes.
-    const std::function<void(FakeSystem::Id)> cases[] = {[this](auto id) { fake.system.end(id); },
-                                                         [this](auto /*id*/) { look(10); }};
-    for (const auto &event : cases) {
-        const FakeSystem::Id loading = fake.system.addServer(server().EXEPath());
-        fake.system.windows.clear();
-        for (const bool search : {true, false}) {
-            EXPECT_TRUE(server().StartGRServer(search));
-            look(4);
-            EXPECT_EQ(state(), Idle);
-        }
-        event(loading);
-        look();
-        EXPECT_TRUE(state().startsWith(u"GR Process created"_s));
-        for (const FakeSystem::Id id : fake.system.running()) {
-            fake.system.end(id);
-        }
-        server().StopGRServer();
-    }
-    EXPECT_EQ(fake.system.commandLines.size(), 2);
-
     fake.system.processes.at(fake.system.addServer(server().EXEPath())).opens = false;
     EXPECT_FALSE(server().StartGRServer(true));
     EXPECT_FALSE(server().StartGRServer(false));
     look(20);
     EXPECT_EQ(recordCount(), 1) << "told once";
     EXPECT_EQ(lastRecord(), u"GR Server Class|FindGRServer|Unknown|75"_s);
-    EXPECT_EQ(fake.system.commandLines.size(), 2);
+    EXPECT_EQ(fake.system.commandLines.size(), 0);
 }
 
 TEST_F(ctlGRServerTest, AServerThatEndsAgainAndAgainIsToldOnceAnHour)

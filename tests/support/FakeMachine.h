@@ -244,8 +244,8 @@ public:
         const bool runs = found != processes.end() && !found->second.ended;
         return runs ? std::optional(found->second.path) : std::nullopt;
     }
-    std::optional<std::vector<platform::ProcessEntry>> snapshot() override { return entries; }
-    std::int32_t systemVersion() override { return version; }
+    std::optional<std::vector<platform::ProcessEntry>> snapshot() override { return std::nullopt; }
+    std::int32_t systemVersion() override { return 0; }
 
     std::vector<Window> topLevel() override
     {
@@ -269,8 +269,6 @@ public:
     std::map<Id, Process> processes;
     std::deque<OpenWindow> windows; ///< in stacking order, the topmost first
     std::multiset<Handle> handles;  ///< the open ones, each the negative of its process's id
-    std::optional<std::vector<platform::ProcessEntry>> entries; ///< of the old systems' snapshot
-    std::int32_t version = 0;                                   ///< theirs is negative
     QStringList commandLines;
     std::vector<int> waits;
     std::function<void()> whileWaiting = [] {};
