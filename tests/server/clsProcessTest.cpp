@@ -78,19 +78,6 @@ TEST_F(clsProcessTest, StoppingAsksTheTopmostWindowAndThenTerminates)
     EXPECT_EQ(system.closeRequests.size(), 3U) << "only the message is asked again";
 }
 
-TEST_F(clsProcessTest, AWillingProcessIsNotTerminatedAndAnEndedOneNotAsked)
-{
-    clsProcess process;
-    ASSERT_TRUE(process.Create(CommandLine));
-    EXPECT_TRUE(process.StopProcess());
-    ASSERT_TRUE(process.Create(CommandLine));
-    system.end(process.PID());
-    system.addWindow(u"Of another that has its id by now"_s, process.PID());
-    EXPECT_TRUE(process.StopProcess());
-    EXPECT_EQ(system.closeRequests.size(), 1U);
-    EXPECT_EQ(system.terminations, 0);
-}
-
 TEST_F(clsProcessTest, WindowsAreFoundByPartOfTheirCaptionInStackingOrder)
 {
     const auto exact = system.addWindow(u"Ghost Recon"_s, 1);
