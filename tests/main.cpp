@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QNetworkProxyFactory>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -12,6 +13,7 @@ int main(int argc, char *argv[])
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(desktop.path()));
     testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
+    QNetworkProxyFactory::setUseSystemConfiguration(false); // the tests' own sockets stay here
     QApplication::setQuitOnLastWindowClosed(false);
     return RUN_ALL_TESTS();
 }

@@ -9,6 +9,7 @@
 
 #include <QHostInfo>
 #include <QNetworkInterface>
+#include <QNetworkProxy>
 
 #include <cstdlib>
 #include <string_view>
@@ -53,6 +54,8 @@ ctlServerStatus::~ctlServerStatus()
 void ctlServerStatus::setWinsock(std::unique_ptr<QUdpSocket> socket)
 {
     socket->close();
+    // Not asked for at all: the system may look for one in the network, and a server is near.
+    socket->setProxy(QNetworkProxy::NoProxy);
     QObject::connect(socket.get(), &QUdpSocket::readyRead, [this] { wsck_DataArrival(); });
     wsck = std::move(socket);
 }

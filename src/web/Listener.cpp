@@ -3,6 +3,8 @@
 #include "platform/Failure.h"
 #include "platform/Sockets.h"
 
+#include <QNetworkProxy>
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -11,6 +13,7 @@ Listener::Listener(std::function<void()> waiting) : m_waiting(std::move(waiting)
 {
     constexpr int Backlog = 1024;
     m_server.setListenBacklogSize(Backlog);
+    m_server.setProxy(QNetworkProxy::NoProxy); // the visitors come here
 }
 
 void Listener::listen(quint16 port)

@@ -80,6 +80,7 @@ TEST_F(DesktopMessageBoxesTest, ABoxThatMayAnswersItselfOnceItsTimeIsUp)
     using namespace platform;
     EXPECT_EQ(impatient.show(u"A"_s, u"Title"_s, RetryCancel | RetriesAlone), RetryButton);
     EXPECT_EQ(impatient.show(u"A"_s, u"Title"_s, RetryCancel | CancelsAlone), CancelButton);
+    EXPECT_EQ(impatient.show(u"A"_s, u"Title"_s, AcceptsAlone), OkButton);
 }
 
 TEST_F(DesktopMessageBoxesTest, ALongPathIsWrappedAndCopiedAsItIs)

@@ -4,6 +4,7 @@
 #include "support/RootTest.h"
 
 #include <QNetworkDatagram>
+#include <QNetworkProxy>
 
 #include <limits>
 
@@ -145,6 +146,14 @@ TEST_F(ctlServerStatusTest, SilenceIsDeathAndALateAnswerIsNotRead)
     EXPECT_EQ(query->SecondsRemaining(), 475);
     query->StopMonitoring();
     EXPECT_EQ(query->Status(), ServerQueryStatus::Unknown);
+}
+
+TEST_F(ctlServerStatusTest, AsksPastTheProxyOfTheSystem)
+{
+    QNetworkProxy::setApplicationProxy({QNetworkProxy::Socks5Proxy, u"127.0.0.1"_s, 1});
+    query = std::make_unique<ctlServerStatus>();
+    ask();
+    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
 }
 
 TEST_F(ctlServerStatusTest, WhatCameUnaskedNeitherBlocksNorCounts)

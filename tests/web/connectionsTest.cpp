@@ -2,6 +2,7 @@
 #include "web/ConnectionSocket.h"
 #include "web/WebTest.h"
 
+#include <QNetworkProxy>
 #include <QTcpServer>
 
 using ConnectionsTest = WebTest;
@@ -186,6 +187,14 @@ TEST_F(ConnectionsTest, AListenerThatFailsIsMadeAnew)
         EXPECT_EQ(recordCount(), failure);
     }
     EXPECT_TRUE(lastRecord().startsWith(u"Global Controls|ConnectionRequest|None|"_s));
+}
+
+TEST_F(ConnectionsTest, TheSiteIsHereAndNotAtTheProxyOfTheSystem)
+{
+    QNetworkProxy::setApplicationProxy({QNetworkProxy::Socks5Proxy, u"127.0.0.1"_s, 1});
+    startSite();
+    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+    EXPECT_TRUE(get("/Login").contains("logon"));
 }
 
 TEST_F(ConnectionsTest, AListenerThatTellsOfNothingIsMadeAnewOnceForARecord)
