@@ -19,25 +19,6 @@ TEST(XmlDocument, WritesAFileInTheFormInWhichItWasRead)
     EXPECT_EQ(XmlDocument::parse(bytes)->toBytes(), bytes);
 }
 
-TEST(XmlDocument, KeepsEveryByteOfTheCodePage)
-{
-    QByteArray text;
-    for (int byte = 0x7F; byte <= 0xFF; ++byte) {
-        text.append(static_cast<char>(byte));
-    }
-    const auto document = [](const QByteArray &content) -> QByteArray {
-        return "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<a>" + content + "</a>\n";
-    };
-    for (const QByteArray &content :
-         {text, text.repeated(500)}) { // more than the library's buffers
-        auto read = XmlDocument::parse(document(content));
-        ASSERT_TRUE(read);
-        EXPECT_EQ(read->toBytes(), document(content));
-        read->root().setText(u"\u20AC?\U0001F3AE\uFEFF\u0153"_s);
-        EXPECT_EQ(read->toBytes(), document("\x80?&#127918;&#65279;\x9C"));
-    }
-}
-
 TEST(XmlDocument, RefusesWhatIsNotWellFormedAndEntitiesOfItsOwn)
 {
     QByteArray bomb = "<!DOCTYPE a [<!ENTITY e0 \"ha\">";
