@@ -64,19 +64,6 @@ TEST_F(SupervisionTest, AKilledServerIsReplacedAndAKilledToolFindsItAgain)
     EXPECT_EQ(game.errorLog(), QByteArray());
 }
 
-TEST_F(SupervisionTest, ARestartWaitsForAProgramThatIsAway)
-{
-    start(QuickPolling);
-    const Pid first = waitForSupervisedServer();
-    const QString program = game.path(u"GhostRecon.exe"_s);
-    ASSERT_TRUE(QFile::rename(program, program + u".new"_s));
-    signalProcess(first, SIGKILL);
-    EXPECT_TRUE(waitUntil([&] { return !game.errorLog().isEmpty(); }, StartMilliseconds));
-    ASSERT_TRUE(QFile::rename(program + u".new"_s, program));
-    EXPECT_TRUE(isReplaced(first));
-    EXPECT_EQ(game.errorLog().count("<Error "), 1);
-}
-
 TEST_F(SupervisionTest, AStubbornServerIsAskedAndThenTerminated)
 {
     // Wine may need more than a second from the start of one to its first answer.
