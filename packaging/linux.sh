@@ -38,7 +38,8 @@ pack_debian() { # NEEDED_PACKAGES
     mkdir --parents "$root/usr/sbin" "$root/DEBIAN"
     ln --symbolic ../lib/zebek-suite/zebek-suite-install "$root/usr/sbin/zebek-suite-install"
     cp --recursive "$work/ZebekSuite.spdx" "$work/manual" "$documents"
-    mv "$documents/LICENSE" "$documents/copyright"
+    mv "$documents/LICENSE" "$documents/copyright" # as Debian names it
+    ln --symbolic copyright "$documents/LICENSE"
     debian_changelog | gzip -n9 >"$documents/changelog.gz"
     cp "$source"/packaging/debian/{postinst,prerm} "$root/DEBIAN"
     (cd "$root" && find usr -type f -print0 | sort --zero-terminated | xargs --null md5sum >DEBIAN/md5sums)

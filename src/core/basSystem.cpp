@@ -23,10 +23,12 @@ constexpr int MaximumLength = 4095;
 
 constexpr Module Here{"System Module", "None"};
 
+/// The box goes by itself, since the state is asked for at the start, too, where nobody may be
+/// there.
 void report(const char *routine, const platform::Failure &failure)
 {
     recordFailure(Here(routine), failure);
-    showFailure({Here.name, routine, "-"}, failure, platform::OkOnly);
+    showFailure({Here.name, routine, "-"}, failure, platform::AcceptsAlone);
 }
 
 /// Runs the body and reports its failure, or the Windows error code where it is not expected.

@@ -149,7 +149,7 @@ clsOptions::clsOptions()
     showFailure(Initialize,
                 {0, u"Unable to initialize MSXML. The options file cannot be loaded, "
                     "defaults will be used, no preferences will be saved"_s},
-                platform::OkOnly);
+                platform::AcceptsAlone);
 }
 
 void clsOptions::Load()

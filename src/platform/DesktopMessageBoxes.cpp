@@ -40,9 +40,12 @@ int DesktopMessageBoxes::show(const QString &text, const QString &title, int sty
     QObject::connect(&box, &QDialog::finished, [&] { m_texts.removeOne(text); });
     waitForTurn();
     m_open = &box;
-    if ((style & (RetriesAlone | CancelsAlone)) != 0) {
-        const auto answer = (style & RetriesAlone) != 0 ? QMessageBox::Retry : QMessageBox::Cancel;
-        QTimer::singleShot(m_patience, box.button(answer), &QAbstractButton::click);
+    for (const auto &[alone, answer] :
+         {std::pair(RetriesAlone, QMessageBox::Retry), std::pair(CancelsAlone, QMessageBox::Cancel),
+          std::pair(AcceptsAlone, QMessageBox::Ok)}) {
+        if ((style & alone) != 0) {
+            QTimer::singleShot(m_patience, box.button(answer), &QAbstractButton::click);
+        }
     }
     switch (box.exec()) {
     case QMessageBox::Retry:

@@ -54,8 +54,9 @@ void HookRunner::startWaiting()
 void HookRunner::start(const Call &call)
 {
     const std::optional<QString> program = hookProgram(call.directory);
-    if (!program) {
-        return; // removed meanwhile
+    if (!program) { // removed meanwhile
+        call.done({});
+        return;
     }
     // Has no owner, so that the end of this program is not that of the hook.
     auto *const process = new QProcess;

@@ -12,7 +12,8 @@ enum MessageBoxStyle {
     StopIcon = 16,
     InformationIcon = 64,
     RetriesAlone = 0x10000,
-    CancelsAlone = 0x20000
+    CancelsAlone = 0x20000,
+    AcceptsAlone = 0x40000
 };
 
 /// Codes of the buttons.

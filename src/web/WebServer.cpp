@@ -99,6 +99,7 @@ void WebServer::start()
 void WebServer::listen(std::int32_t port)
 {
     m_problem = {};
+    m_untoldLooks = 0;
     m_running = trapRepeated(Start, [&] {
         if (port < 0 || port > std::numeric_limits<quint16>::max()) {
             m_problem = {WebServerProblem::Kind::NoPort, port};
@@ -178,7 +179,6 @@ void WebServer::lookAfterListener()
         noteSuccess(LookAfter);
         m_untoldLooks = 0;
     } else if (isToTell && taken && ++m_untoldLooks == 2) {
-        m_untoldLooks = 0;
         recordNewFailure(LookAfter, {platform::Failure::Unexpected,
                                      u"The system does not tell of connections that wait"_s});
         listen(*m_wantedPort);

@@ -50,6 +50,7 @@ TEST(DesktopMessageBoxes, ABoxThatMayAnswersItselfOnceItsTimeIsUp)
     DesktopMessageBoxes impatient(std::chrono::milliseconds(1));
     EXPECT_EQ(impatient.show(u"A"_s, u"Title"_s, RetryCancel | RetriesAlone), RetryButton);
     EXPECT_EQ(impatient.show(u"A"_s, u"Title"_s, RetryCancel | CancelsAlone), CancelButton);
+    EXPECT_EQ(impatient.show(u"A"_s, u"Title"_s, AcceptsAlone), OkButton);
 }
 
 TEST(DesktopMessageBoxes, ShowPlainTextAndClosingIsCancel)

@@ -26,12 +26,12 @@ QString commandInterpreter()
     return QString::fromWCharArray(folder.data(), static_cast<qsizetype>(length)) + u"\\cmd.exe"_s;
 }
 
-/// cmd puts the text of an argument into the lines of the script and only then looks for quotes and
-/// operators. So what it would take for one becomes an underscore: no text can become a command,
-/// not even where the script forgets the quotes.
+/// cmd puts the text of an argument into the lines of the script and only then looks for quotes,
+/// operators and blocks. So what it would take for one becomes an underscore: no text can become a
+/// command, not even where the script forgets the quotes, as ") else ..." would in a block.
 QString harmlessToCmd(QString argument)
 {
-    static const QRegularExpression special(uR"(["%&|<>^!])"_s);
+    static const QRegularExpression special(uR"(["%&|<>^!()])"_s);
     return u'"' + argument.replace(special, u"_"_s) + u'"';
 }
 

@@ -40,18 +40,20 @@ TEST_F(WindowsHook, EachHostileArgumentIsOneAndNothingOfItRunsWithOrWithoutQuote
                               u"d > x 2> x < x"_s,
                               u"%COMSPEC% %~f0 %%x"_s,
                               u"f ^ ^^ !COMSPEC!"_s,
+                              u"g) else (mkdir x"_s,
                               u"Jäger 日本  "_s,
                               u""_s,
                               u"last"_s};
     QStringList plain = hostile;
-    plain.replaceInStrings(QRegularExpression(uR"(["%&|<>^!])"_s), u"_"_s);
+    plain.replaceInStrings(QRegularExpression(uR"(["%&|<>^!()])"_s), u"_"_s);
     const QString quoted = u'"' + plain.join(u"\"\r\n\""_s) + u"\"\r\n"_s;
     platform::HookRunner runner;
     run(runner, R"(chcp 65001 >nul
-set left=10
+set left=11
 :next
 >>plain echo.%~1
 >>quoted echo."%~1"
+if 1==0 (echo %~1)
 shift
 set /a left=left-1
 if %left% gtr 0 goto next
