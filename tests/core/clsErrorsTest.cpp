@@ -84,7 +84,7 @@ TEST_F(clsErrorsTest, TheHookIsToldOfARoutinesFailuresOnceAMinute)
     EXPECT_EQ(fake.hooks.events, told) << "a hook that fails is not told of it";
 }
 
-TEST_F(clsErrorsTest, ContinuesWhateverIsWholeAndLeavesWhatIsBroken)
+TEST_F(clsErrorsTest, ContinuesWhateverIsWhole)
 {
     root->Start();
     const struct

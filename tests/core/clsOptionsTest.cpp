@@ -1,3 +1,4 @@
+#include "core/basTraps.h"
 #include "support/RootTest.h"
 
 #include <random>
@@ -38,6 +39,19 @@ TEST_F(clsOptionsTest, WithoutAFileTheDefaultsHoldAndAreWrittenInOrder)
               QFile::ReadUser | QFile::WriteUser)
         << "it holds a password";
 #endif
+}
+
+TEST_F(clsOptionsTest, AChangeThatCannotBeSavedIsTriedAgainAndToldOnce)
+{
+    startIdle();
+    root->Options()->ReplayCount.Ex(9);
+    fake.files.failAt = FailingFiles::Always;
+    fake.clock.advance(60000);
+    fake.files.failAt = 0;
+    fake.clock.advance(2000);
+    EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>9<"));
+    recordFailure({"M", "R", "ID"}, {1, {}});
+    EXPECT_EQ(recordCount(), 2) << "one for thirty attempts";
 }
 
 TEST_F(clsOptionsTest, ValuesAreFoundAnywhereByNameAndConverted)
@@ -132,6 +146,7 @@ TEST_F(clsOptionsTest, AMalformedFileIsReplacedAtTheNextSaveOnlyAndKeptBeside)
 
     root->Quit();
     EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>50</ReplayCount>"));
+    EXPECT_EQ(recordCount(), 1);
     EXPECT_EQ(read(UnreadableFile), "an older one");
     EXPECT_EQ(read(SecondUnreadableFile), broken);
 #ifndef Q_OS_WIN // where permissions are something else

@@ -138,6 +138,16 @@ TEST_F(ctlGRServerTest, AHungServerIsRestartedInTimeWithAllSettings)
     }
 }
 
+TEST_F(ctlGRServerTest, APollThatFallsDueTogetherWithAnotherTimerComesAfterIt)
+{
+    for (const int seconds : {5, 10}) { // the request's time-out; the dead timer
+        root->Options()->ServerPollingFrequency.Ex(seconds * 1000);
+        root->Options()->ServerTimeout.Ex(seconds);
+        EXPECT_EQ(millisecondsOfHang(), 2 * seconds * 1000);
+        server().StopGRServer();
+    }
+}
+
 TEST_F(ctlGRServerTest, AZeroThatWasTypedOnTheWayStopsNoTimerForGood)
 {
     startPolling();

@@ -7,7 +7,6 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <cstdlib>
 #include <deque>
 #include <limits>
 #include <map>
@@ -214,13 +213,11 @@ public:
     bool wait(Handle handle, int milliseconds) override
     {
         waits.push_back(milliseconds);
-        whileWaiting();
         const Process process = behind(handle);
         return process.ended || endIf(process.askedToClose && process.closesOnRequest, handle);
     }
     bool terminate(Handle handle) override
     {
-        ++terminations;
         return endIf(behind(handle).terminates, handle);
     }
     std::optional<QString> executablePath(Handle handle) override
@@ -271,9 +268,7 @@ public:
     std::multiset<Handle> handles;  ///< the open ones, each the negative of its process's id
     QStringList commandLines;
     std::vector<int> waits;
-    std::function<void()> whileWaiting = [] {};
     std::vector<Window> closeRequests;
-    int terminations = 0;
     int wrongCloses = 0;
     bool startFails = false;
     bool listingFails = false;

@@ -6,7 +6,7 @@
 
 using clsWebSiteTest = WebTest;
 
-TEST_F(clsWebSiteTest, AnswersEveryGetByteForByte)
+TEST_F(clsWebSiteTest, AnswersByteForByte)
 {
     startSite("<ServerRunningGif>http://i/&#13;&#10;go.gif</ServerRunningGif>"
               "<ServerCrashGif>http://i/crash.gif</ServerCrashGif>");

@@ -56,7 +56,7 @@ protected:
     platform::SystemFiles files;
 };
 
-TEST_F(SystemFilesTest, EveryCallThatFailsTellsTheFileAndTheSystemsNumber)
+TEST_F(SystemFilesTest, ACallThatFailsTellsTheFileAndTheSystemsNumber)
 {
     files.create(file, "old", {});
     const QString device = u"/dev/null"_s; // which takes any bytes, but no other order
