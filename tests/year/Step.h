@@ -20,24 +20,18 @@ inline const struct Kind
     {"suspend", 10, 30'000, true, &World::suspend},
     {"match", 190, 1 << 20, false, &World::match},
     {"hang", 40, 1'000, false, &World::hang},
-    {"recover", 15, 0, false, [](World &world, int) { world.game.recover(); }},
-    {"end", 30, 3, false, [](World &world, int) { world.game.end(); }},
+    {"recover", 15, 0, false, [](World &world, int) { world.game.mood.hangs = false; }},
+    {"end", 30, 0, false, [](World &world, int) { world.game.end(); }},
     {"start by hand", 10, 0, false, [](World &world, int) { world.game.startByHand(); }},
-    {"slow", 10, 4, false, [](World &world, int amount) { world.game.slow(amount); }},
-    {"refuse starts", 8, 600, true, &World::refuseStarts},
-    {"unstoppable", 8, 600, true, [](World &world, int amount) { world.game.letNotStop(amount); }},
+    {"slow", 10, 4, false, [](World &world, int seconds) { world.game.mood.slowness = seconds; }},
+    {"refuse starts", 14, 600, true, &World::refuseStarts},
     {"lose display", 5, 600, true,
-     [](World &world, int amount) { world.game.loseDisplay(amount); }},
-    {"set", 60, 1'000, false, &World::set},
-    {"post", 30, 1'000, false, &World::setBySite},
+     [](World &world, int seconds) { world.game.mood.hasNoDisplay = world.in(seconds); }},
+    {"set", 80, 1'000, false, [](World &world, int amount) { world.set(amount); }},
     {"command", 12, 1, false, &World::command},
     {"fill disk", 20, 6, false, &World::fillDisk},
     {"lock", 20, 12, false, &World::lock},
-    {"move folder", 8, 600, true, &World::moveFolder},
-    {"kill", 25, 1'000, false, &World::kill},
-    {"restart", 8, 1'000, false, &World::restart},
-    {"junk data", 15, 300, true, &World::sendJunk},
-    {"junk visits", 8, 150, true, &World::visit},
+    {"end tool", 35, 1'000, false, &World::endTool},
 };
 
 struct Step
@@ -49,7 +43,7 @@ struct Step
 /// What happens in the week of a seed.
 inline std::vector<Step> weekOf(unsigned seed)
 {
-    constexpr int Count = 900; // of which some 192 are matches: 10,000 in 52 weeks
+    constexpr int Count = 875; // of which some 192 are matches: 10,000 in 52 weeks
     std::mt19937 random(seed);
     // No distribution of the library's, for each library has its own.
     const auto below = [&random](unsigned end) { return static_cast<int>(random() % end); };

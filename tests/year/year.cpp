@@ -8,7 +8,7 @@
 
 // The tool through weeks of matches and mishaps, one for each seed: 52 have 10,000 matches. What
 // must never be is shown with its seed, its step and a short history that leads to it, too.
-// Usage: zebek_year SEED... | zebek_year --seconds N SEED, from that one on
+// Usage: zebek_year SECONDS SEED..., which goes on from the last one while there is time
 
 namespace {
 
@@ -86,17 +86,16 @@ int main(int argc, char *argv[])
     testing::InitGoogleTest(&argc, argv);
     GTEST_FLAG_SET(throw_on_failure, true);
     const QApplication application(argc, argv);
-    const QStringList arguments = QApplication::arguments().mid(1);
+    const QStringList arguments = QApplication::arguments();
+    const QDeadlineTimer end(1000 * arguments.value(1).toLongLong());
     bool passed = true;
-    if (arguments.value(0) == QLatin1String("--seconds")) {
-        const QDeadlineTimer end(1000 * arguments.value(1).toLongLong());
-        for (unsigned seed = arguments.value(2).toUInt(); !end.hasExpired(); ++seed) {
-            passed = playWeek(seed) && passed;
-        }
-    } else {
-        for (const QString &seed : arguments) {
-            passed = playWeek(seed.toUInt()) && passed;
-        }
+    unsigned seed = 0;
+    for (const QString &argument : arguments.mid(2)) {
+        seed = argument.toUInt();
+        passed = playWeek(seed) && passed;
+    }
+    while (!end.hasExpired()) {
+        passed = playWeek(++seed) && passed;
     }
     return passed ? EXIT_SUCCESS : EXIT_FAILURE;
 }
