@@ -59,7 +59,8 @@ public:
             m_calmSince = now;
         }
         Replay &replay = m_replays[m_stamp];
-        replay.wanted = replay.wanted || wanted;
+        replay.wanted = replay.wanted || (wanted && !replay.isPast);
+        replay.isPast = replay.isPast || (isCalm(now) && m_missing == 0);
         require(!isCalm(now) || !m_isClear || m_missing > 0 || !wanted || replay.kept,
                 "a replay is not kept: ", m_stamp);
     }
@@ -101,6 +102,7 @@ private:
     {
         QByteArray content;
         bool wanted = false; ///< at some moment
+        bool isPast = false; ///< the tool has kept it or not
         bool kept = false;
     };
 

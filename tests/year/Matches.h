@@ -24,7 +24,7 @@ public:
     void end(int amount)
     {
         constexpr int Never = -1;
-        constexpr std::pair<int, int> Moments[] = {{20, 0}, {2, 0}, {0, 0}, {0, 10}, {0, Never}};
+        constexpr std::pair<int, int> Moments[] = {{20, 0}, {2, 0}, {0, 0}, {0, 12}, {0, Never}};
         ++m_count;
         m_archive.matchEnds(m_clock.milliseconds());
         const int players = 1 + amount % 5;

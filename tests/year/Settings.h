@@ -48,7 +48,7 @@ inline const struct SettingRow
     {&clsOptions::AutoStartGRServer, {1, 1, 0}},
     {&clsOptions::FindGRServer, {1, 1, 0}},
     {&clsOptions::RecordReplays, {1, 1, 1, 0}},
-    {&clsOptions::SkipBlankReplays, {1, 0}},
+    {&clsOptions::SkipBlankReplays, {1, 1, 0}},
 };
 
 inline Settings settingsOf(const clsOptions &options)

@@ -39,7 +39,8 @@ public:
         if (m_before.running != 0 && m_before.running != sight.running) {
             lookAtEnd(sight);
         }
-        m_unwanted = m_unwanted && sight.running == 0;
+        m_unwanted = m_unwanted && sight.running == 0 &&
+                     sight.settings[RestartEnded] <= m_before.settings[RestartEnded];
         m_owed = m_owed && sight.running == 0 && sight.settings[m_owedBy] != 0;
         noteSilence(sight);
         const qint64 begin = 1000LL * sight.settings[Startup] + 2LL * sight.settings[Polling];
@@ -92,11 +93,11 @@ private:
     void lookAtEnd(const Sight &sight)
     {
         const bool byTool = !sight.endedByOthers;
+        // A request of a silence may have been under way, and one more after it.
+        const bool answered = sight.now - m_silentUntil > 2 * Answer + Slack;
         if (byTool) {
             const qint64 timeout = Answer + 1000LL * sight.settings[Timeout] - Slack;
-            // A request of the silence may have been under way, and one more after it.
-            require(sight.now - m_silentUntil <= 2 * Answer + Slack || m_disturbed,
-                    "a server is stopped that answers");
+            require(!answered || m_disturbed, "a server is stopped that answers");
             require(m_silentUntil - m_silentSince >= timeout || sight.now < m_runOn,
                     "a server is stopped after a short silence");
             require(m_before.settings[RestartHung] + sight.settings[RestartHung] > 0,
@@ -104,6 +105,8 @@ private:
         }
         m_owed = m_before.held == m_before.running;
         m_owedBy = byTool ? RestartHung : RestartEnded;
+        m_unwanted =
+            m_owed && answered && sight.settings[m_owedBy] + m_before.settings[m_owedBy] == 0;
         m_ended = sight.now;
     }
     void noteSilence(const Sight &sight)

@@ -19,12 +19,12 @@ public:
         m_settings = {settingsOf(*root->Options())};
         lookAtNewTool();
     }
-    void wait(int milliseconds)
+    void wait(qint64 milliseconds)
     {
-        constexpr int Long = 900 * Second; // longer than any trouble
+        constexpr qint64 Long = 900 * Second; // longer than any trouble
         const qint64 end = now() + milliseconds;
         while (now() < end) {
-            fake.clock.advance(std::min<qint64>(Heartbeat, end - now()));
+            fake.clock.advance(std::min(Heartbeat, end - now()));
             look();
         }
         if (milliseconds > Long && !hasTrouble() && !recordsWait()) {
@@ -32,7 +32,7 @@ public:
         }
     }
     /// The program alone is not scheduled.
-    void late(int milliseconds)
+    void late(qint64 milliseconds)
     {
         if (game.answers()) {
             game.take(true);
@@ -55,7 +55,7 @@ public:
     }
     /// Some servers close on request, others have to be forced. At times the program is late when
     /// one is about to be restarted.
-    void hang(int amount)
+    void hang(qint64 amount)
     {
         game.hang(amount % 2 == 0);
         if (amount % 5 == 0) {
@@ -162,8 +162,8 @@ public:
     qint64 in(int seconds) const { return now() + Second * seconds; }
 
 private:
-    static constexpr int Heartbeat = 500;
-    static constexpr int Second = 1000;
+    static constexpr qint64 Heartbeat = 500;
+    static constexpr qint64 Second = 1000;
     const QString CannotStart = u"Process Class|Create"_s;
 
     void TestBody() override {}

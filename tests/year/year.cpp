@@ -2,9 +2,9 @@
 
 #include <QDeadlineTimer>
 
+#include <exception>
 #include <iostream>
 #include <optional>
-#include <stdexcept>
 
 // The tool through weeks of matches and mishaps, one for each seed: 52 have 10,000 matches. What
 // must never be is shown with its seed, its step and a short history that leads to it, too.
@@ -36,7 +36,7 @@ std::optional<Violation> play(const History &history)
         }
         world.endWell();
         return std::nullopt;
-    } catch (const std::runtime_error &error) {
+    } catch (const std::exception &error) {
         return Violation{error.what(), steps};
     }
 }
@@ -49,7 +49,8 @@ History shrink(History history, const Violation &violation)
         for (std::size_t at = 0; at < history.size();) {
             History shorter = history;
             const auto begin = shorter.begin() + static_cast<std::ptrdiff_t>(at);
-            shorter.erase(begin, begin + std::min<std::ptrdiff_t>(size, shorter.end() - begin));
+            const std::size_t length = std::min(size, shorter.size() - at);
+            shorter.erase(begin, begin + static_cast<std::ptrdiff_t>(length));
             const std::optional<Violation> left = play(shorter);
             if (left && left->isLike(violation)) {
                 history = shorter;
