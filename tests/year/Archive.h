@@ -18,10 +18,11 @@ public:
     using Folder = QMap<QString, QByteArray>; ///< the replays by name
 
     /// A match ends; its page and its replay come when they come. Where the tool may still be busy
-    /// with the one before, the replays may be taken for one another's, or be lost.
+    /// with the one before, or has not kept it, the replays may be taken for one another's.
     void matchEnds(qint64 now)
     {
-        m_isClear = isCalm(now);
+        const Replay &before = m_replays[m_stamp];
+        m_isClear = isCalm(now) && (before.kept || !before.wanted);
         m_missing = 2;
     }
     /// The game has written the match's whole page.

@@ -17,7 +17,7 @@ inline const struct Kind
 } Kinds[] = {
     {"wait", 330, 1'800'000, true, &World::wait},
     {"late", 40, 20'000, false, &World::late},
-    {"suspend", 10, 30'000, true, &World::suspend},
+    {"suspend", 20, 30'000, true, &World::suspend},
     {"match", 190, 1 << 20, false, &World::match},
     {"hang", 40, 1'000, false, &World::hang},
     {"recover", 15, 0, false, [](World &world, int) { world.game.mood.hangs = false; }},

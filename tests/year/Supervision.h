@@ -98,7 +98,8 @@ private:
         if (byTool) {
             const qint64 timeout = Answer + 1000LL * sight.settings[Timeout] - Slack;
             require(!answered || m_disturbed, "a server is stopped that answers");
-            require(m_silentUntil - m_silentSince >= timeout || sight.now < m_runOn,
+            const qint64 seen = m_disturbed ? m_silentUntil : sight.now;
+            require(seen - m_silentSince >= timeout || sight.now < m_runOn,
                     "a server is stopped after a short silence");
             require(m_before.settings[RestartHung] + sight.settings[RestartHung] > 0,
                     "a server is stopped that nobody wants to be restarted");

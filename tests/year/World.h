@@ -47,11 +47,14 @@ public:
             deliver(); // sockets before timers
         }
     }
-    /// The whole machine stands still.
+    /// The whole machine stands still, but not twice in a short time: of two late looks in a row at
+    /// a match's page the tool leaves out the first only.
     void suspend(int seconds)
     {
-        fake.clock.sleep(Second * seconds);
-        disturb();
+        if (now() - m_settled > 90 * Second) {
+            fake.clock.sleep(Second * seconds);
+            disturb();
+        }
     }
     /// Some servers close on request, others have to be forced. At times the program is late when
     /// one is about to be restarted.
@@ -251,6 +254,7 @@ private:
     }
     void lookAtFiles(bool trouble)
     {
+        m_archive.look(now(), m_settings.back(), trouble);
         if (std::exchange(m_operations, fake.files.operations) != fake.files.operations) {
             m_log.look(read(ErrorLog), now());
             Archive::Folder folder;
@@ -260,7 +264,6 @@ private:
             }
             m_archive.lookAt(folder, m_settings.back(), trouble, freeSpace());
         }
-        m_archive.look(now(), m_settings.back(), trouble);
     }
 
     Supervision m_supervision;
