@@ -96,8 +96,7 @@ public:
     }
 
 private:
-    static constexpr qint64 Look =
-        50'000; ///< from one at the page to the next, and a replay's rest
+    static constexpr qint64 Look = 50'000; ///< from one at the page to the next, and a rest
 
     struct Replay
     {

@@ -1,10 +1,13 @@
-#include "Step.h"
+#include "World.h"
 
 #include <QDeadlineTimer>
 
+#include <cmath>
 #include <exception>
+#include <functional>
 #include <iostream>
 #include <optional>
+#include <random>
 
 // The tool through weeks of matches and mishaps, one for each seed: 52 have 10,000 matches. What
 // must never be is shown with its seed, its step and a short history that leads to it, too.
@@ -12,7 +15,67 @@
 
 namespace {
 
+/// What may happen. `longTailed`: most amounts are small, whatever the largest.
+const struct Kind
+{
+    const char *name;
+    int weight;
+    int largest;
+    bool longTailed;
+    std::function<void(World &, int)> happens; ///< with the amount
+} Kinds[] = {
+    {"wait", 330, 1'800'000, true, &World::wait},
+    {"late", 40, 20'000, false, &World::late},
+    {"suspend", 20, 30'000, true, &World::suspend},
+    {"match", 190, 1 << 20, false, &World::match},
+    {"hang", 40, 1'000, false, &World::hang},
+    {"recover", 15, 0, false, [](World &world, int) { world.game.mood.hangs = false; }},
+    {"end", 30, 0, false, [](World &world, int) { world.game.end(); }},
+    {"start by hand", 10, 0, false, [](World &world, int) { world.game.startByHand(); }},
+    {"slow", 10, 4, false, [](World &world, int seconds) { world.game.mood.slowness = seconds; }},
+    {"refuse starts", 14, 600, true, &World::refuseStarts},
+    {"lose display", 5, 600, true,
+     [](World &world, int seconds) { world.game.mood.hasNoDisplay = world.in(seconds); }},
+    {"set", 80, 1'000, false, [](World &world, int amount) { world.set(amount); }},
+    {"command", 12, 1, false, &World::command},
+    {"fill disk", 20, 6, false, &World::fillDisk},
+    {"lock", 20, 12, false, &World::lock},
+    {"end tool", 35, 1'000, false, &World::endTool},
+};
+
+struct Step
+{
+    std::size_t kind;
+    int amount;
+};
+
 using History = std::vector<Step>;
+
+/// What happens in the week of a seed.
+History weekOf(unsigned seed)
+{
+    constexpr int Count = 880; // of which some 192 are matches: 10,000 in 52 weeks
+    std::mt19937 random(seed);
+    // No distribution of the library's, for each library has its own.
+    const auto below = [&random](unsigned end) { return static_cast<int>(random() % end); };
+    int weights = 0;
+    for (const Kind &kind : Kinds) {
+        weights += kind.weight;
+    }
+    History steps;
+    while (steps.size() < Count) {
+        int left = below(weights);
+        std::size_t at = 0;
+        for (; left >= Kinds[at].weight; ++at) {
+            left -= Kinds[at].weight;
+        }
+        const int linear = below(Kinds[at].largest + 1);
+        const double share = below(10'001) / 10'000.0;
+        const double tailed = std::pow(Kinds[at].largest, share);
+        steps.push_back({at, Kinds[at].longTailed ? static_cast<int>(tailed) : linear});
+    }
+    return steps;
+}
 
 struct Violation
 {
@@ -32,7 +95,8 @@ std::optional<Violation> play(const History &history)
         World world;
         for (const Step &step : history) {
             ++steps;
-            play(world, step);
+            Kinds[step.kind].happens(world, step.amount);
+            world.wait(1);
         }
         world.endWell();
         return std::nullopt;
@@ -73,7 +137,7 @@ bool playWeek(unsigned seed)
     }
     std::cout << ", step " << violation->steps << ": " << violation->what << std::endl;
     for (const Step &step : shrink(weekOf(seed), *violation)) {
-        std::cout << "    " << textOf(step).toStdString() << std::endl;
+        std::cout << "    " << Kinds[step.kind].name << ' ' << step.amount << std::endl;
     }
     return false;
 }
