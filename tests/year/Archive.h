@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 /// What must be true of the archive: the replay of every match that is wanted is kept, once and
 /// whole, and the folder keeps within its size and gives up its oldest alone.
@@ -16,111 +17,111 @@ class Archive
 public:
     using Folder = QMap<QString, QByteArray>; ///< the replays by name
 
-    /// A match ends; its page and its replay come when they come.
-    void matchEnds() { m_pageIsNew = m_replayIsNew = false; }
-    /// The game has written the match's whole page.
-    void pageWritten(int players, qint64 now)
+    /// A match ends; its page and its replay come when they come. Where the tool may still be busy
+    /// with the one before, or has not kept it, the replays may be taken for one another's.
+    void matchEnds(qint64 now)
     {
-        const bool isDone = m_stamp.isEmpty() || m_kept.contains(m_stamp) ||
-                            (m_pageIsSettled && m_written - m_pageWritten < LateReplay);
-        m_isUnclear = m_isUnclear || (!m_replayIsNew && !isDone);
+        const Replay &before = m_replays[m_stamp];
+        m_isClear = isCalm(now) && (before.kept || !before.wanted);
+        m_missing = 2;
+    }
+    /// The game has written the match's whole page.
+    void pageWritten(int players)
+    {
         m_players = players;
-        m_pageWritten = now;
-        m_pageIsNew = true;
-        m_pageIsSettled = m_pageMayBeSettled = false;
+        --m_missing;
         disturb();
     }
     /// The game has written its replay, or a part of it.
-    void replayWritten(const QString &stamp, const QByteArray &content, bool whole, qint64 now)
+    void replayWritten(const QString &stamp, const QByteArray &content, bool whole)
     {
-        const bool early = !m_pageIsNew && !m_pageIsSettled;
         m_stamp = stamp;
-        m_replayIsNew = whole;
-        m_written = now;
-        m_replays[stamp] = {.content = content, .unclear = early || m_isUnclear};
-        m_isUnclear = m_isUnclear && !whole;
+        m_replays[stamp].content = content;
+        m_missing -= whole ? 1 : 0;
         disturb();
     }
-    /// Bounds begin anew.
-    void disturb() { m_calmSince.reset(); }
+    /// Bounds begin anew, and where the disk is full, room may be made once more.
+    void disturb()
+    {
+        m_calmSince.reset();
+        m_mayMakeRoom = true;
+    }
+    /// For a moment the match may not have been wanted.
+    void settingChanges() { m_isClear = false; }
 
     /// `trouble`: nothing can be archived, or perhaps not.
     void look(qint64 now, const Settings &settings, bool trouble)
     {
-        const bool wanted =
-            m_players >= 0 && settings[Record] != 0 && (m_players > 1 || settings[SkipBlank] == 0);
-        if (trouble || settings[Record] == 0 || now - m_written < Rest) {
+        const bool records = settings[Record] != 0;
+        const bool wanted = records && m_players > (settings[SkipBlank] != 0 ? 1 : 0);
+        if (trouble || !records) {
             m_calmSince.reset();
         } else if (!m_calmSince) {
             m_calmSince = now;
         }
-        if (wanted && !m_stamp.isEmpty()) {
-            m_replays[m_stamp].wanted = true;
-        }
-        m_pageMayBeSettled = m_pageMayBeSettled || (settings[Record] != 0 && !wanted);
-        const bool calm = m_calmSince && now - *m_calmSince > Look;
-        const bool kept = m_kept.contains(m_stamp);
-        require(!calm || !wanted || kept || !m_pageIsNew || !m_replayIsNew || m_pageMayBeSettled ||
-                    m_replays[m_stamp].unclear,
+        Replay &replay = m_replays[m_stamp];
+        replay.wanted = replay.wanted || (wanted && !replay.isPast);
+        replay.isPast = replay.isPast || (isCalm(now) && m_missing == 0);
+        require(!isCalm(now) || !m_isClear || m_missing > 0 || !wanted || replay.kept,
                 "a replay is not kept: ", m_stamp);
-        m_pageIsSettled = m_pageIsSettled || (calm && (kept || !wanted));
     }
-    /// The folder as it is now.
-    void lookAt(const Folder &folder, const Settings &settings, bool trouble)
+    /// The folder as it is now. A disk without room for a new replay may have cost the oldest, if
+    /// its room, and that which is free, is enough.
+    void lookAt(const Folder &folder, const Settings &settings, bool trouble, qint64 freeSpace)
     {
+        const Folder before = std::exchange(m_folder, folder);
         qsizetype added = 0;
         for (const auto &[name, content] : folder.asKeyValueRange()) {
-            if (!m_folder.contains(name)) {
+            require(content == before.value(name, content), "a kept replay has changed: ", name);
+            if (!before.contains(name)) {
                 ++added;
                 lookAtNew(name, content);
             }
-            require(content == m_folder.value(name, content), "a kept replay has changed: ", name);
         }
-        const qsizetype removed = m_folder.size() + added - folder.size();
+        const qsizetype removed = before.size() + added - folder.size();
+        for (const QString &name : before.keys().first(removed)) {
+            require(!folder.contains(name), "the oldest replay is not gone");
+        }
         const qsizetype limit = std::max(settings[ReplayCount], 1);
-        for (qsizetype index = 0; index < removed; ++index) {
-            require(!folder.contains(m_folder.keys()[index]), "the oldest replay is not gone");
+        const bool isFull = before.size() >= limit;
+        require(removed == 0 || isFull || trouble, "the folder was not full");
+        if (removed > added) {
+            const qint64 room = freeSpace + before.first().size();
+            require(trouble && removed == added + 1, "too many replays are gone");
+            require(room >= m_replays[m_stamp].content.size(), "room is made in vain");
+            require(isFull || std::exchange(m_mayMakeRoom, false), "room is made more than once");
         }
-        require(removed <= added + (trouble ? 1 : 0), "too many replays are gone");
-        require(removed == 0 || trouble || m_folder.size() >= limit, "the folder was not full");
-        require(added == 0 || folder.size() <= std::max(limit, m_folder.size()),
+        require(added == 0 || folder.size() <= std::max(limit, before.size()),
                 "the folder has become too large");
-        m_folder = folder;
     }
 
 private:
-    static constexpr qint64 Look = 46'000;       ///< from one look at the page to the next
-    static constexpr qint64 Rest = 3'000;        ///< for which a replay is left alone
-    static constexpr qint64 LateReplay = 14'000; ///< behind its page
+    static constexpr qint64 Look = 50'000; ///< from one at the page to the next, and a rest
 
     struct Replay
     {
         QByteArray content;
-        bool wanted = false;  ///< at some moment
-        bool unclear = false; ///< it may be taken for another match's, or another for its match's
+        bool wanted = false; ///< at some moment
+        bool isPast = false; ///< the tool has kept it or not
+        bool kept = false;
     };
 
+    /// The tool has done all that there was to do.
+    bool isCalm(qint64 now) const { return m_calmSince && now - *m_calmSince > Look; }
     void lookAtNew(const QString &name, const QByteArray &content)
     {
-        const QString stamp = name.left(QStringLiteral("yyyy_MM_dd_HH_mm_ss_").size());
-        require(m_replays.contains(stamp), "a replay of no match is kept: ", name);
-        require(content == m_replays[stamp].content, "a replay is kept cut off: ", name);
-        require(m_replays[stamp].wanted, "a replay that is not wanted is kept: ", name);
-        require(!m_kept.contains(stamp), "a replay is kept twice: ", name);
-        m_kept[stamp] = name;
+        Replay &replay = m_replays[name.left(QStringLiteral("yyyy_MM_dd_HH_mm_ss_").size())];
+        require(replay.wanted, "a replay of no match that is wanted is kept: ", name);
+        require(content == replay.content, "a replay is kept cut off: ", name);
+        require(!std::exchange(replay.kept, true), "a replay is kept twice: ", name);
     }
 
     int m_players = -1; ///< on the page
-    qint64 m_pageWritten = 0;
-    bool m_pageIsNew = false;
-    bool m_pageIsSettled = true;     ///< it is certain that the tool is done with it
-    bool m_pageMayBeSettled = false; ///< or possible
-    QString m_stamp;                 ///< of the replay
-    bool m_replayIsNew = false;
-    qint64 m_written = 0;
-    bool m_isUnclear = false;        ///< an earlier match's may be taken for this one's
+    QString m_stamp;    ///< of the game's replay
+    int m_missing = 0;  ///< of the last match's page and replay
+    bool m_isClear = false;
+    bool m_mayMakeRoom = true;
     QMap<QString, Replay> m_replays; ///< by stamp
-    QMap<QString, QString> m_kept;   ///< names by stamp
     std::optional<qint64> m_calmSince;
     Folder m_folder;
 };

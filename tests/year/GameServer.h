@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Later.h"
 #include "Supervision.h"
 #include "support/FakeMachine.h"
 
@@ -11,8 +10,18 @@
 class GameServer
 {
 public:
-    GameServer(QString program, FakeSystem &system, const TurnedClock &clock, Later &later)
-        : m_program(std::move(program)), m_system(system), m_clock(clock), m_later(later)
+    struct Mood
+    {
+        bool hangs = false;
+        int slowness = 0; ///< seconds until a new one has a window, and as many until it answers
+        // Each until a moment:
+        qint64 refusesStarts = 0;
+        qint64 hasNoDisplay = 0; ///< what runs on it ends
+    };
+    Mood mood;
+
+    GameServer(QString program, FakeSystem &system, const TurnedClock &clock)
+        : m_program(std::move(program)), m_system(system), m_clock(clock)
     {
         require(m_socket.bind(QHostAddress(QHostAddress::LocalHost), 2348), "no free port");
     }
@@ -20,12 +29,11 @@ public:
     /// Some close on request, some have to be forced.
     void hang(bool closesOnRequest)
     {
-        m_hangs = true;
+        mood.hangs = true;
         if (m_server != 0) {
             m_system.processes.at(m_server).closesOnRequest = closesOnRequest;
         }
     }
-    void recover() { m_hangs = false; }
     void end()
     {
         for (const FakeSystem::Id id : m_system.running()) {
@@ -35,110 +43,69 @@ public:
     }
     void startByHand()
     {
-        if (m_server == 0 && now() >= m_displayBack) {
+        if (m_server == 0 && isOver(mood.hasNoDisplay)) {
             m_system.addServer(m_program);
         }
     }
-    /// From now on one takes so many seconds until it has a window, and as many until it answers.
-    void slow(int seconds) { m_slowness = seconds; }
-    void refuseStarts(int seconds) { m_refusesUntil = in(seconds); }
-    void letNotStop(int seconds) { m_unstoppableUntil = in(seconds); }
-    /// What runs on the display ends.
-    void loseDisplay(int seconds) { m_displayBack = in(seconds); }
-    void beWell()
-    {
-        m_slowness = 0;
-        m_hangs = false;
-        m_refusesUntil = m_unstoppableUntil = m_displayBack = 0;
-    }
 
     /// Lets a new server be as the steps have said, and sees how it is.
-    void look(Sight &sight)
+    Sight look()
     {
-        if (now() < m_displayBack) {
+        if (!isOver(mood.hasNoDisplay)) {
             end();
         }
-        std::erase_if(m_system.processes, [this](const auto &process) {
-            return process.second.ended && !m_system.handles.contains(-process.first);
-        });
         const std::vector<FakeSystem::Id> running = m_system.running();
-        const int server = running.empty() ? 0 : running.back();
-        if (std::exchange(m_server, server) != server && server != 0) {
+        require(running.size() <= 1, "two servers of one directory");
+        const int server = running.empty() ? 0 : running.front();
+        if (std::exchange(m_server, server) != server) {
             begin();
         }
-        sight.servers = static_cast<int>(running.size());
-        sight.running = server;
-        sight.started = static_cast<int>(std::exchange(m_system.commandLines, {}).size());
-        sight.endedByOthers = std::exchange(m_ended, false);
-        sight.answers = answers();
-        sight.window = !m_system.windows.empty();
-        sight.stoppable = now() >= m_unstoppableUntil;
-        sight.startable = now() >= std::max(m_refusesUntil, m_displayBack);
-        sight.refused = m_system.startFails = startsAreRefused();
-        if (server != 0) {
-            m_system.processes.at(server).terminates = sight.stoppable;
+        if (server != 0 && m_system.windows.empty() && isOver(m_hasWindow)) {
+            m_system.addWindow(QStringLiteral("Ghost Recon"), server);
         }
-        m_system.waits.clear();
-        m_system.closeRequests.clear();
+        m_system.startFails = !isOver(mood.refusesStarts);
+        return {.now = m_clock.milliseconds(),
+                .running = server,
+                .started = static_cast<int>(std::exchange(m_system.commandLines, {}).size()),
+                .endedByOthers = std::exchange(m_ended, false),
+                .answers = answers(),
+                .window = !m_system.windows.empty(),
+                .startable = !m_system.startFails && isOver(mood.hasNoDisplay),
+                .refused = m_system.startFails};
     }
-    bool answers() const { return m_server != 0 && m_server == m_loaded && !m_hangs; }
-    bool startsAreRefused() const { return now() < m_refusesUntil; }
-    /// Whether there was something to answer.
-    bool answerAll()
+    bool answers() const { return m_server != 0 && !mood.hangs && isOver(m_isLoaded); }
+    /// Takes what it has been asked, and answers, or not. False where that was nothing.
+    bool take(bool answer)
     {
-        bool answered = false;
-        for (; m_socket.hasPendingDatagrams(); answered = true) {
-            m_asked = m_socket.receiveDatagram();
-            m_socket.writeDatagram(m_asked.makeReply(QByteArray(200, '\1')));
+        bool asked = false;
+        for (; m_socket.hasPendingDatagrams(); asked = true) {
+            const QNetworkDatagram request = m_socket.receiveDatagram();
+            if (answer) {
+                m_socket.writeDatagram(request.makeReply(QByteArray(200, '\1')));
+            }
         }
-        return answered;
-    }
-    /// What it has been asked and not answered.
-    void forget()
-    {
-        while (m_socket.hasPendingDatagrams()) {
-            m_asked = m_socket.receiveDatagram();
-        }
-    }
-    /// To where the last request came from.
-    void sendJunk(const QByteArray &datagram)
-    {
-        if (m_asked.senderPort() > 0) {
-            m_socket.writeDatagram(m_asked.makeReply(datagram));
-        }
+        return asked;
     }
 
 private:
     void begin()
     {
-        forget();
-        m_hangs = false;
-        m_loaded = m_slowness == 0 ? m_server : 0;
-        if (m_slowness > 0) {
+        take(false);
+        mood.hangs = false;
+        m_hasWindow = m_clock.milliseconds() + 1000LL * mood.slowness;
+        m_isLoaded = m_hasWindow + 1000LL * mood.slowness;
+        if (mood.slowness > 0) {
             m_system.windows.clear();
-            m_later.in(1000LL * m_slowness, [this, server = m_server] {
-                if (m_server == server) {
-                    m_system.addWindow(QStringLiteral("Ghost Recon"), server);
-                }
-            });
-            m_later.in(2000LL * m_slowness, [this, server = m_server] { m_loaded = server; });
         }
     }
-    qint64 now() const { return m_clock.milliseconds(); }
-    qint64 in(int seconds) const { return now() + 1000LL * seconds; }
+    bool isOver(qint64 moment) const { return m_clock.milliseconds() >= moment; }
 
     QString m_program;
     FakeSystem &m_system;
     const TurnedClock &m_clock;
-    Later &m_later;
     QUdpSocket m_socket;
-    QNetworkDatagram m_asked;
     int m_server = 0; ///< its process, or 0
-    int m_loaded = 0; ///< the process that answers by now
-    bool m_hangs = false;
     bool m_ended = false;
-    int m_slowness = 0;
-    qint64 m_refusesUntil = 0;
-    qint64 m_unstoppableUntil = 0;
-    qint64 m_displayBack = 0;
+    qint64 m_hasWindow = 0;
+    qint64 m_isLoaded = 0;
 };

@@ -6,19 +6,13 @@
 
 #include <algorithm>
 #include <map>
-#include <utility>
 
 /// What must be true of the error log: it is whole, and each record has its cause.
 class Log
 {
 public:
-    /// The routine, "Module|Routine", may make so many more records, but not more than the most.
-    void allow(const QString &routine, int count, int most = 1000)
-    {
-        int &allowed = m_routines[routine].allowed;
-        allowed = std::min(allowed + count, most);
-        disturb();
-    }
+    /// The routine, "Module|Routine", may make so many more records.
+    void allow(const QString &routine, int count) { m_allowed[routine] += count; }
     /// Two for each thing that is written, and anew for each match: there may be two replays
     /// meanwhile.
     void allowFileFailures()
@@ -28,8 +22,7 @@ public:
             allow(QLatin1String(routine), 2);
         }
     }
-    /// What has failed may take longer to be told.
-    void disturb() { m_isDisturbed = true; }
+    void forgetCauses() { m_allowed.clear(); }
 
     void look(const QByteArray &log, qint64 now)
     {
@@ -42,39 +35,20 @@ public:
         auto records = record.globalMatch(QString::fromUtf8(log.mid(old)));
         for (; records.hasNext(); ++m_records) {
             const QRegularExpressionMatch match = records.next();
-            Routine &routine = m_routines[match.captured(1) + u'|' + match.captured(2)];
-            routine.told = now;
-            require(--routine.allowed >= 0, "a record too many: ", match.captured(0));
+            const QString routine = match.captured(1) + u'|' + match.captured(2);
+            m_told[routine] = now;
+            require(--m_allowed[routine] >= 0, "a record too many: ", match.captured(0));
         }
         m_log = log;
-    }
-    /// After a long calm nothing may be told any more.
-    void pass(qint64 now, bool isCalm)
-    {
-        constexpr qint64 Long = 600'000;
-        if (!isCalm || std::exchange(m_isDisturbed, false)) {
-            m_calmSince = now;
-        } else if (now - m_calmSince > Long) {
-            for (auto &[name, routine] : m_routines) {
-                routine.allowed = 0;
-            }
-        }
     }
 
     int records() const { return m_records; }
     /// When the routine has made one last, or 0.
-    qint64 told(const QString &routine) { return m_routines[routine].told; }
+    qint64 told(const QString &routine) { return m_told[routine]; }
 
 private:
-    struct Routine
-    {
-        int allowed = 0;
-        qint64 told = 0;
-    };
-
-    std::map<QString, Routine> m_routines;
+    std::map<QString, int> m_allowed; ///< records, by routine
+    std::map<QString, qint64> m_told; ///< when a routine has made its last
     QByteArray m_log;
     int m_records = 0;
-    qint64 m_calmSince = 0;
-    bool m_isDisturbed = false;
 };
