@@ -17,6 +17,7 @@ public:
         // Each until a moment:
         qint64 refusesStarts = 0;
         qint64 hasNoDisplay = 0; ///< what runs on it ends
+        qint64 cannotBeForced = 0;
     };
     Mood mood;
 
@@ -63,6 +64,9 @@ public:
         if (server != 0 && m_system.windows.empty() && isOver(m_hasWindow)) {
             m_system.addWindow(QStringLiteral("Ghost Recon"), server);
         }
+        if (server != 0) {
+            m_system.processes.at(server).terminates = isOver(mood.cannotBeForced);
+        }
         m_system.startFails = !isOver(mood.refusesStarts);
         return {.now = m_clock.milliseconds(),
                 .running = server,
@@ -71,7 +75,8 @@ public:
                 .answers = answers(),
                 .window = !m_system.windows.empty(),
                 .startable = !m_system.startFails && isOver(mood.hasNoDisplay),
-                .refused = m_system.startFails};
+                .refused = m_system.startFails,
+                .stoppable = isOver(mood.cannotBeForced)};
     }
     bool answers() const { return m_server != 0 && !mood.hangs && isOver(m_isLoaded); }
     /// Takes what it has been asked, and answers, or not. False where that was nothing.
@@ -79,12 +84,19 @@ public:
     {
         bool asked = false;
         for (; m_socket.hasPendingDatagrams(); asked = true) {
-            const QNetworkDatagram request = m_socket.receiveDatagram();
+            m_asked = m_socket.receiveDatagram();
             if (answer) {
-                m_socket.writeDatagram(request.makeReply(QByteArray(200, '\1')));
+                m_socket.writeDatagram(m_asked.makeReply(QByteArray(200, '\1')));
             }
         }
         return asked;
+    }
+    /// To where the last request came from.
+    void sendJunk(const QByteArray &datagram)
+    {
+        if (m_asked.senderPort() > 0) {
+            m_socket.writeDatagram(m_asked.makeReply(datagram));
+        }
     }
 
 private:
@@ -104,6 +116,7 @@ private:
     FakeSystem &m_system;
     const TurnedClock &m_clock;
     QUdpSocket m_socket;
+    QNetworkDatagram m_asked;
     int m_server = 0; ///< its process, or 0
     bool m_ended = false;
     qint64 m_hasWindow = 0;

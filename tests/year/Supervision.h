@@ -17,7 +17,8 @@ struct Sight
     bool window = false;
     bool startable = true;
     bool refused = false; ///< starting one fails, and can be told in the log
-    qint64 told = 0;      ///< when the log last told so
+    bool stoppable = true;
+    qint64 told = 0; ///< when the log last told so
     Settings settings = {};
     int held = 0;      ///< the process that the tool holds, or 0
     bool well = false; ///< so the tool says
@@ -137,7 +138,7 @@ private:
         if (sight.answers) {
             return sight.well ? Need::Nothing : Need::Notice;
         }
-        return sight.settings[RestartHung] != 0 ? Need::Replace : Need::Nothing;
+        return sight.settings[RestartHung] != 0 && sight.stoppable ? Need::Replace : Need::Nothing;
     }
 
     Sight m_before;

@@ -5,9 +5,9 @@
 #include "support/system.h"
 #include "web/WebTest.h"
 
-/// The tool, whole, on a machine of fakes, with a game server and an operator, to whom happens what
-/// the steps say. After each bit of time the models look whether all is as it must be; what is not
-/// is thrown.
+/// The tool, whole, on a machine of fakes, with a game server, an operator and strangers, to whom
+/// happens what the steps say. After each bit of time the models look whether all is as it must be;
+/// what is not is thrown.
 class World : public WebTest
 {
 public:
@@ -26,6 +26,9 @@ public:
         const qint64 end = now() + milliseconds;
         while (now() < end) {
             fake.clock.advance(std::min(Heartbeat, end - now()));
+            if (!m_visitors.empty()) {
+                settle();
+            }
             look();
         }
         if (milliseconds > Long && !hasTrouble() && !recordsWait()) {
@@ -89,18 +92,19 @@ public:
             lock(0);
         }
     }
-    /// The operator changes a setting.
+    /// The operator changes a setting, in the window or on the web site.
     void set(int amount)
     {
         const std::size_t index = amount % SettingCount;
         const std::vector<int> &values = SettingTable[index].values;
-        set(index, values[amount / SettingCount % values.size()]);
+        set(index, values[amount / SettingCount % values.size()], amount / SettingCount % 7 < 2);
     }
     /// The operator stops or starts the server.
     void command(int stop)
     {
         m_supervision.operatorCommands(stop == 0);
         m_log.allow(CannotStart, 1);
+        m_visitors.clear();
         post("/UpdateAdminServerControlConfig",
              stop == 0 ? "SubmitType=Start+Server" : "SubmitType=Stop+Server");
     }
@@ -116,6 +120,40 @@ public:
     {
         fake.files.failAt = fake.files.operations + 1 + operation;
         m_log.allowFileFailures();
+    }
+    /// The archive's folder is away.
+    void moveFolder(int seconds)
+    {
+        if (!m_folderIsAway) {
+            m_folderIsAway = QDir(directory.path()).rename(u"Replays"_s, u"Away"_s);
+            m_folderIsBack = in(seconds);
+            m_log.allowFileFailures();
+        }
+    }
+    /// Datagrams that nobody has asked for.
+    void sendJunk(int count)
+    {
+        for (int number = 0; number < count; ++number) {
+            game.sendJunk(QByteArray(number * 7 % 1400, static_cast<char>(number)));
+        }
+        m_supervision.disturb(); // any datagram is a sign of life
+        QCoreApplication::processEvents();
+    }
+    /// Connections that say something foolish, or nothing.
+    void visit(int count)
+    {
+        static const QByteArray Sayings[] = {"",
+                                             "\r\n\r\n",
+                                             "GET /GETFILE?../options.xml HTTP/1.1\r\n\r\n",
+                                             "POST /logon HTTP/1.1\r\n",
+                                             "\xff\xfe junk \x01",
+                                             "GET / HTTP/1.1\r\nContent-Length: 999999999\r\n\r\n"};
+        m_visitors.clear();
+        m_log.allow(u"clsWebServerRequest|ParseRequest"_s, std::min(count, 60));
+        m_log.allow(u"Error Log|tmrMinute_Timer"_s, 1);
+        for (int number = 0; number < count; ++number) {
+            m_visitors.push_back(send(Sayings[number % std::size(Sayings)]));
+        }
     }
     /// The tool is quit, or killed at one of the next file operations, and started again.
     void endTool(int amount)
@@ -135,11 +173,13 @@ public:
                 wait(Heartbeat);
             }
         }
+        m_visitors.clear();
         root.reset();
         require(fake.system.handles.empty(), "a handle is left open");
         fake.files.failAt = 0;
         fake.clock.sleep(Second * (amount % 20));
         m_log.allow(CannotStart, 1);
+        bringFolderBack(); // or the tool makes another one
         newTool();
         root->Start();
         lookAtNewTool();
@@ -148,6 +188,9 @@ public:
     void endWell()
     {
         fake.files.failAt = fake.files.full = 0;
+        fake.files.space = std::numeric_limits<qint32>::max();
+        bringFolderBack();
+        m_visitors.clear();
         game.mood = {};
         for (std::size_t index = 0; index < SettingCount; ++index) {
             set(index, SettingTable[index].values.front());
@@ -184,9 +227,20 @@ private:
         m_archive.disturb();
         m_settled = now();
     }
-    void set(std::size_t index, int value)
+    void set(std::size_t index, int value, bool onSite = false)
     {
-        SettingTable[index].let(*root->Options(), value);
+        const SettingRow &row = SettingTable[index];
+        if (onSite) {
+            Settings settings = m_settings.back();
+            settings[index] = value;
+            m_visitors.clear();
+            require(post("/UpdateAdmin"_ba + row.form + "Config", formOf(row, settings))
+                        .contains("uccess"),
+                    "the web site does not take a form");
+            require(settingsOf(*root->Options()) == settings, "a form is not stored");
+        } else {
+            row.let(*root->Options(), value);
+        }
         if (std::exchange(m_settings.emplace_back(m_settings.back())[index], value) != value) {
             m_settled = now();
             m_archive.settingChanges();
@@ -195,8 +249,14 @@ private:
     }
     /// One of the file operations since the last look or to come fails.
     bool isLocked() const { return fake.files.failAt < 0 || fake.files.failAt > m_operations; }
-    bool hasTrouble() const { return isLocked() || fake.files.full > 0; }
+    bool hasTrouble() const { return isLocked() || fake.files.full > 0 || m_folderIsAway; }
     bool recordsWait() const { return root->Errors()->count() > m_log.records(); }
+    void bringFolderBack()
+    {
+        if (std::exchange(m_folderIsAway, false)) {
+            QDir(directory.path()).rename(u"Away"_s, u"Replays"_s);
+        }
+    }
     void lookAtNewTool()
     {
         root->MainWindow()->hide();
@@ -221,6 +281,9 @@ private:
     void look()
     {
         m_matches.happen();
+        if (now() >= m_folderIsBack) {
+            bringFolderBack();
+        }
         const bool hadTrouble = std::exchange(m_hadTrouble, hasTrouble());
         const bool trouble = m_hadTrouble || hadTrouble;
         require(fake.boxes.boxes.isEmpty(), "a box: ", fake.boxes.boxes.value(0));
@@ -257,6 +320,9 @@ private:
             return;
         }
         m_log.look(read(ErrorLog), now());
+        if (m_folderIsAway) {
+            return;
+        }
         Archive::Folder folder;
         const QDir replays(path(u"Replays"_s));
         for (const QString &name : replays.entryList({u"*.rpf"_s}, QDir::Files)) {
@@ -276,6 +342,9 @@ private:
     std::vector<Settings> m_settings;
     qint64 m_settled = 0;   ///< since when it may hold that alone
     std::size_t m_open = 0; ///< timers and descriptors, after the first start
+    bool m_folderIsAway = false;
+    qint64 m_folderIsBack = 0;
     bool m_hadTrouble = false;
     int m_operations = 0; ///< of the files, at the last look
+    std::vector<std::unique_ptr<QTcpSocket>> m_visitors;
 };
