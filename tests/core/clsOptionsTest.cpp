@@ -90,6 +90,7 @@ TEST_F(clsOptionsTest, AValueThatCannotBeConvertedIsAskedAboutAndCancelEndsTheRe
                              "Object):\r\n\r\n    13 : RecordReplays: \"yes\" is neither True nor "
                              "False"_s));
     EXPECT_EQ(fake.boxes.alone, platform::CancelsAlone) << "nobody may be there";
+    EXPECT_EQ(recordCount(), 1);
     const clsOptions &options = *root->Options();
     EXPECT_EQ(options.ServerTimeout(), 12);
     EXPECT_EQ(options.ReplayCount(), 100);
