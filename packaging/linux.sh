@@ -7,6 +7,7 @@ build_program() {
     (cd "$source" && cmake --preset release --log-level=WARNING && cmake --build --preset release --target ZebekSuite)
     strip "$source/build/bin/ZebekSuite.exe"
     require_no_path "$source/build/bin/ZebekSuite.exe"
+    "$source/scripts/check-hardening" "$source/build/bin/ZebekSuite.exe"
 }
 
 # The packages that the program's libraries come from, with the versions that they must have.

@@ -174,6 +174,11 @@ void clsOptions::Load()
         if (!runWithRetry(
                 Initialize, [&] { loadSetting(*document, row); }, platform::CancelsAlone)) {
             m_fileUnread = true;
+            recordFailure(Initialize,
+                          {platform::Failure::TypeMismatch,
+                           u"The value of %1 cannot be read. It and the settings behind it are not "
+                           "those of the file, which is kept under another name when it is "
+                           "replaced"_s.arg(QLatin1String(row.element))});
             break;
         }
     }

@@ -7,6 +7,10 @@
 #include "ui/bound.h"
 #include "ui_ctlServerControl.h"
 
+#include <QTimer>
+
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -26,8 +30,9 @@ ctlServerControl::ctlServerControl() : m_ui(std::make_unique<Ui::ctlServerContro
     add(new TextSetting(m_ui->txtServerCommandLineArgs, m_ui->lblServerCommandLineArgs,
                         bound(&clsOptions::ServerCommandLineArgs)));
     connect(m_ui->cmdStartGRServer, &QPushButton::clicked, this,
-            [] { server().StartGRServer(true); });
-    connect(m_ui->cmdStopGRServer, &QPushButton::clicked, this, [] { server().StopGRServer(); });
+            [this] { obey([] { server().StartGRServer(true); }); });
+    connect(m_ui->cmdStopGRServer, &QPushButton::clicked, this,
+            [this] { obey([] { server().StopGRServer(); }); });
 }
 
 ctlServerControl::~ctlServerControl() = default;
@@ -55,6 +60,16 @@ void ctlServerControl::addNumbers()
     add(new ScrolledNumberSetting(m_ui->txtServerTimeout, m_ui->vscrServerTimeout,
                                   m_ui->lblServerTimeout, seconds,
                                   bound(&clsOptions::ServerTimeout)));
+}
+
+/// A stop may take seconds. What is clicked meanwhile is delivered after it, and nobody wants it
+/// any more: each would take as long again.
+void ctlServerControl::obey(const std::function<void()> &order)
+{
+    if (!std::exchange(m_isObeying, true)) {
+        order();
+        QTimer::singleShot(0, this, [this] { m_isObeying = false; });
+    }
 }
 
 void ctlServerControl::PushUpdate()

@@ -2,6 +2,7 @@
 
 #include "ui/SettingsPanel.h"
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -23,6 +24,8 @@ public:
 private:
     void addCheckBoxes();
     void addNumbers();
+    void obey(const std::function<void()> &order);
 
     std::unique_ptr<Ui::ctlServerControl> m_ui;
+    bool m_isObeying = false;
 };

@@ -93,37 +93,3 @@ TEST_F(ProgramTest, QuitSavesTheOptionsOnceAndLeavesTheServerAlone)
     EXPECT_FALSE(fake.system.processes.at(id).ended);
     EXPECT_TRUE(fake.system.closeRequests.empty());
 }
-
-TEST_F(ProgramTest, ASignalSavesTheOptionsAndEndsItWithoutAsking)
-{
-    startIdle();
-    root->Options()->ReplayCount.Let(7);
-    root->quitUnattended();
-    EXPECT_TRUE(read(OptionsFile).contains("<ReplayCount>7</ReplayCount>"));
-    fake.files.failAt = FailingFiles::Always;
-    // While the operator is asked about the full disk, too.
-    fake.boxes.whileOpen = [this] { root->quitUnattended(); };
-    root->Quit();
-    EXPECT_EQ(fake.boxes.boxes.size(), 1);
-    EXPECT_EQ(fake.processEnd.ends, 3);
-}
-
-TEST_F(ProgramTest, WhatIsMissingIsToldOnceAndAgainWhenItWasThereMeanwhile)
-{
-    for (const QString &name : {u"options.xml"_s, u"modsset.txt"_s}) {
-        QFile::remove(path(name));
-    }
-    QDir(directory.path()).rmdir(u"Mods"_s);
-    startIdle();
-    for (int length = 1; length <= 10; ++length) { // each key typed renders every page again
-        root->Options()->AdminPassword.Let(QString(length, u'x'));
-        root->MainWindow()->Form_Load();
-    }
-    EXPECT_EQ(recordCount(), 3) << "the folder, the list and the settings";
-    QDir(directory.path()).mkdir(u"Mods"_s);
-    root->RefreshPages({});
-    QDir(directory.path()).rmdir(u"Mods"_s);
-    root->RefreshPages({});
-    root->RefreshPages({});
-    EXPECT_EQ(recordCount(), 4);
-}

@@ -8,20 +8,6 @@ struct FailingPanel final : ctlPanel
     void PushUpdate() override { throw platform::Failure(9, u"a panel that fails"_s); }
 };
 
-TEST_F(frmGlobalTest, LooksAfterTheServerOnMultiplesOfSixOnly)
-{
-    startIdle();
-    fake.system.addServer(server().EXEPath());
-    // Each adopted server is let go at once, so that the next look adopts it again.
-    for (int tick = 0; tick < 1205; ++tick) {
-        fake.clock.advance(500);
-        const int count = root->GlobalForm()->HeartbeatCount();
-        ASSERT_EQ(count, (tick + 1) % 601 + 1);
-        ASSERT_EQ(server().Connected(), count % 6 == 0) << tick;
-        server().Disconnect();
-    }
-}
-
 TEST_F(frmGlobalTest, AFailureInATickIsRecordedAndHindersNeitherTheOtherDutyNorTheNextTick)
 {
     root->Start();

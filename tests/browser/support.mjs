@@ -10,7 +10,7 @@ import { fileURLToPath } from 'node:url';
 import { chromium } from 'playwright-core';
 
 const root = fileURLToPath(new URL('../..', import.meta.url));
-export const credentials = { UserName: 'Jörg', PW: 'gehe1m' };
+export const credentials = { UserName: 'Jörg', PW: 's#?+ 41' };
 
 /// Calls `look` until its result holds.
 export async function until(look, what, seconds = 60) {

@@ -7,24 +7,6 @@
 
 using basUtilitiesTest = ServicesTest;
 
-TEST_F(basUtilitiesTest, PercentEscapesAreDecodedAllAtOnceAndAgain)
-{
-    root->Start();
-    // Text and what it decodes to, by turns.
-    const QStringList cases =
-        u"a%20b%20c|a b c|%41%61|Aa|%2541|A|a+b|a+b|%fc%FC%80|üü€|%252525|%|x%0|x\0|"
-        "%3%341|%3%341|||50%|50%|50%z|50%z|%41%zz%41%42|A%zzA%42|%34%25%341|4A|%4 1%41|%4 1%41"_s
-            .split(u'|');
-    int failures = 0;
-    for (qsizetype index = 0; index < cases.size(); index += 2) {
-        const QString &decoded = cases.at(index + 1);
-        EXPECT_EQ(fnParseURLValue(cases.at(index)), decoded);
-        failures += decoded.contains(u'%') ? 1 : 0;
-        EXPECT_EQ(recordCount(), failures);
-    }
-    EXPECT_EQ(lastRecord().section(u'|', 0, 2), u"Utilities|fnParseURLValue|None"_s);
-}
-
 TEST_F(basUtilitiesTest, AddressesAndScrollBarsReadNumbersGenerously)
 {
     for (const auto address : {"192.168.0.1"_L1, "1.2.3.255.4"_L1, " 1.+2.3.4e0"_L1}) {

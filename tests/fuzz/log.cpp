@@ -35,7 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     const platform::XmlOutline outline = platform::outlineXml(path, "Errors");
     if (!outline.wellFormed || outline.children != before + 2 || log.recordCount() != before + 2 ||
-        !after.contains("<Error DateTime=\"1\">a</Error><Error DateTime=\"2\"/>")) {
+        !after.contains(R"(<Error DateTime="1">a</Error><Error DateTime="2"/>)")) {
         std::abort();
     }
     return 0;

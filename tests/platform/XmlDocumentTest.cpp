@@ -2,41 +2,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace Qt::Literals::StringLiterals;
 using platform::XmlDocument;
-
-TEST(XmlDocument, WritesAFileInTheFormInWhichItWasRead)
-{
-    for (const QByteArray form :
-         {"<a>\xC3\xBC</a>\n", "<?xml version=\"1.0\"?>\n<a>\xC3\xBC</a>\n",
-          "<?xml version=\"1.0\" standalone=\"yes\"?>\r\n<a>\r\n</a>\r\n", "\xEF\xBB\xBF<a/>\n",
-          "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<a/>\n"}) {
-        EXPECT_EQ(XmlDocument::parse(form)->toBytes(), form);
-    }
-    EXPECT_EQ(XmlDocument::parse("<a>\r\n\n</a>")->toBytes(), "<a>\n\n</a>\n");
-    const QString wide = u"\uFEFF<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n<a>\u0A0D\n</a>\n"_s;
-    const QByteArray bytes(reinterpret_cast<const char *>(wide.utf16()), wide.size() * 2);
-    EXPECT_EQ(XmlDocument::parse(bytes)->toBytes(), bytes);
-}
-
-TEST(XmlDocument, KeepsEveryByteOfTheCodePage)
-{
-    QByteArray text;
-    for (int byte = 0x7F; byte <= 0xFF; ++byte) {
-        text.append(static_cast<char>(byte));
-    }
-    const auto document = [](const QByteArray &content) -> QByteArray {
-        return "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<a>" + content + "</a>\n";
-    };
-    for (const QByteArray &content :
-         {text, text.repeated(500)}) { // more than the library's buffers
-        auto read = XmlDocument::parse(document(content));
-        ASSERT_TRUE(read);
-        EXPECT_EQ(read->toBytes(), document(content));
-        read->root().setText(u"\u20AC?\U0001F3AE\uFEFF\u0153"_s);
-        EXPECT_EQ(read->toBytes(), document("\x80?&#127918;&#65279;\x9C"));
-    }
-}
 
 TEST(XmlDocument, RefusesWhatIsNotWellFormedAndEntitiesOfItsOwn)
 {

@@ -21,12 +21,12 @@ bool isNative(Program program)
     return !platform::isWindowsProgram(programOf(program == Program::Tool ? Tool : Server));
 }
 
-/// The process's program with its arguments as they are to be started.
-static void setCommand(QProcess &process, const QString &program, const QStringList &arguments)
+/// The process's program as it is to be started.
+static void setProgram(QProcess &process, const QString &program)
 {
     const bool windows = platform::isWindowsProgram(program);
     process.setProgram(windows ? u"wine"_s : program);
-    process.setArguments(windows ? QStringList(program) + arguments : arguments);
+    process.setArguments(windows ? QStringList(program) : QStringList());
 }
 
 bool waitUntil(const std::function<bool()> &condition, int milliseconds)
@@ -81,12 +81,6 @@ GameDirectory::~GameDirectory()
     }
 }
 
-QString GameDirectory::pathOfTool(const QString &name) const
-{
-    // Wine shows the root folder as this drive.
-    return isNative(Program::Tool) ? path(name) : u"Z:"_s + path(name).replace(u'/', u'\\');
-}
-
 QByteArray GameDirectory::read(const QString &name) const
 {
     QFile file(path(name));
@@ -103,21 +97,20 @@ void GameDirectory::writeOptions(const QByteArray &elements, const QByteArray &s
 
 void GameDirectory::startTool()
 {
-    setCommand(m_tool, path(Tool), {});
+    setProgram(m_tool, path(Tool));
     m_tool.setWorkingDirectory(u"/"_s);
     m_tool.start();
     m_tool.waitForStarted();
 }
 
-GameDirectory::Ending GameDirectory::runToolAgain(const std::function<void()> &meanwhile,
-                                                  const QStringList &arguments) const
+GameDirectory::Ending GameDirectory::runToolAgain(const std::function<void()> &meanwhile) const
 {
     QProcess second;
-    setCommand(second, path(Tool), arguments);
+    setProgram(second, path(Tool));
     second.start();
     meanwhile();
     second.waitForFinished();
-    return {second.exitCode(), second.readAllStandardError(), second.readAllStandardOutput()};
+    return {second.exitCode(), second.readAllStandardError()};
 }
 
 void GameDirectory::killTool()

@@ -29,8 +29,6 @@ public:
     ~GameDirectory();
 
     QString path(const QString &name = {}) const { return m_directory.filePath(name); }
-    /// The same as the tool knows it.
-    QString pathOfTool(const QString &name) const;
     QByteArray read(const QString &name) const;
     QByteArray errorLog() const { return read(u"ZEBEK_Error.xml"_s); }
     /// Writes the tool's options; the server's switches make it log to "events.log".
@@ -41,12 +39,10 @@ public:
     struct Ending
     {
         int exitCode;
-        QByteArray told;          ///< on the standard error
-        QByteArray answered = {}; ///< on the standard output
+        QByteArray told; ///< on the standard error
     };
     /// Starts the tool once more, lets something be done to it, and waits for its end.
-    Ending runToolAgain(
-        const std::function<void()> &meanwhile = [] {}, const QStringList &arguments = {}) const;
+    Ending runToolAgain(const std::function<void()> &meanwhile = [] {}) const;
     void killTool();
     QProcess &tool() { return m_tool; }
 

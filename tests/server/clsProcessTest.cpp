@@ -58,26 +58,6 @@ TEST_F(clsProcessTest, AProcessThatCannotBeHeldIsNone)
     EXPECT_EQ(process.PID(), 0);
 }
 
-TEST_F(clsProcessTest, OnAnOldSystemTheSnapshotTellsThePath)
-{
-    system.version = -1;
-    const FakeSystem::Id id = system.addServer(Game);
-    clsProcess process;
-    EXPECT_FALSE(process.GetFromHwnd(topmost()));
-    for (const platform::ProcessEntry &useless : {platform::ProcessEntry{id + 1, Game}, {id, {}}}) {
-        system.entries.emplace(1, useless);
-        EXPECT_FALSE(process.GetFromHwnd(topmost()));
-    }
-    system.entries = {{id - 1, u"other"_s}, {id, Game}};
-    EXPECT_TRUE(process.GetFromHwnd(topmost()));
-    EXPECT_EQ(process.Path(), Game);
-    EXPECT_EQ(process.PID(), id);
-    EXPECT_TRUE(process.StillActive());
-    system.processes.at(id).opens = false;
-    EXPECT_TRUE(process.GetFromHwnd(topmost()));
-    EXPECT_FALSE(process.StillActive());
-}
-
 TEST_F(clsProcessTest, StoppingAsksTheTopmostWindowAndThenTerminates)
 {
     clsProcess process;
@@ -96,19 +76,6 @@ TEST_F(clsProcessTest, StoppingAsksTheTopmostWindowAndThenTerminates)
     system.addWindow(u"Of nobody"_s, 0);
     EXPECT_FALSE(process.StopProcess()) << "an empty object has nothing to stop";
     EXPECT_EQ(system.closeRequests.size(), 3U) << "only the message is asked again";
-}
-
-TEST_F(clsProcessTest, AWillingProcessIsNotTerminatedAndAnEndedOneNotAsked)
-{
-    clsProcess process;
-    ASSERT_TRUE(process.Create(CommandLine));
-    EXPECT_TRUE(process.StopProcess());
-    ASSERT_TRUE(process.Create(CommandLine));
-    system.end(process.PID());
-    system.addWindow(u"Of another that has its id by now"_s, process.PID());
-    EXPECT_TRUE(process.StopProcess());
-    EXPECT_EQ(system.closeRequests.size(), 1U);
-    EXPECT_EQ(system.terminations, 0);
 }
 
 TEST_F(clsProcessTest, WindowsAreFoundByPartOfTheirCaptionInStackingOrder)

@@ -7,7 +7,6 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <cstdlib>
 #include <deque>
 #include <limits>
 #include <map>
@@ -21,7 +20,6 @@ class FailingFiles final : public platform::Files
 {
 public:
     static constexpr int Always = -1;
-    static constexpr int Killed = 99; ///< the exit code of a process that an operation ended
 
     void remove(const QString &path) override
     {
@@ -62,8 +60,7 @@ public:
     /// Number of the operation that fails, from 1; 0 is none. All from the n-th on fail at -n.
     int failAt = 0;
     qint64 space = std::numeric_limits<qint32>::max();
-    int full = 0;       ///< so many more files find the disk full when they are created
-    bool kills = false; ///< it ends the process instead
+    int full = 0; ///< so many more files find the disk full when they are created
     int operations = 0;
 
     static platform::Failure diskFull()
@@ -80,9 +77,6 @@ private:
         ++operations;
         if (failAt == operations || (failAt < 0 && operations >= -failAt)) {
             half();
-            if (kills) {
-                std::_Exit(Killed);
-            }
             throw diskFull();
         }
         operation();
@@ -219,13 +213,11 @@ public:
     bool wait(Handle handle, int milliseconds) override
     {
         waits.push_back(milliseconds);
-        whileWaiting();
         const Process process = behind(handle);
         return process.ended || endIf(process.askedToClose && process.closesOnRequest, handle);
     }
     bool terminate(Handle handle) override
     {
-        ++terminations;
         return endIf(behind(handle).terminates, handle);
     }
     std::optional<QString> executablePath(Handle handle) override
@@ -249,8 +241,8 @@ public:
         const bool runs = found != processes.end() && !found->second.ended;
         return runs ? std::optional(found->second.path) : std::nullopt;
     }
-    std::optional<std::vector<platform::ProcessEntry>> snapshot() override { return entries; }
-    std::int32_t systemVersion() override { return version; }
+    std::optional<std::vector<platform::ProcessEntry>> snapshot() override { return std::nullopt; }
+    std::int32_t systemVersion() override { return 0; }
 
     std::vector<Window> topLevel() override
     {
@@ -274,13 +266,9 @@ public:
     std::map<Id, Process> processes;
     std::deque<OpenWindow> windows; ///< in stacking order, the topmost first
     std::multiset<Handle> handles;  ///< the open ones, each the negative of its process's id
-    std::optional<std::vector<platform::ProcessEntry>> entries; ///< of the old systems' snapshot
-    std::int32_t version = 0;                                   ///< theirs is negative
     QStringList commandLines;
     std::vector<int> waits;
-    std::function<void()> whileWaiting = [] {};
     std::vector<Window> closeRequests;
-    int terminations = 0;
     int wrongCloses = 0;
     bool startFails = false;
     bool listingFails = false;

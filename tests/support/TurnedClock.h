@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <optional>
-#include <random>
 #include <utility>
 #include <vector>
 
@@ -36,8 +34,8 @@ public:
 
     /// The program is stopped for a while; what falls due meanwhile rings at the next turn.
     void sleep(qint64 milliseconds) { m_elapsed += milliseconds; }
-    /// From now on every other alarm rings up to 10 s late, and those due together in any order.
-    void disorder(unsigned seed) { m_disorder.emplace(seed); }
+    /// How many alarms there are, armed or not.
+    std::size_t alarms() const { return m_alarms.size(); }
 
 private:
     static constexpr std::pair<qint64, qint64> Never{std::numeric_limits<qint64>::max(), 0};
@@ -55,7 +53,7 @@ private:
         void start(int milliseconds) override
         {
             period = milliseconds;
-            due = clock.after(period);
+            due = {clock.m_elapsed + period, ++clock.m_armed};
         }
         void stop() override { due = Never; }
 
@@ -64,16 +62,6 @@ private:
         int period = 0;
         std::pair<qint64, qint64> due = Never; ///< the instant and the order of arming
     };
-
-    std::pair<qint64, qint64> after(int milliseconds)
-    {
-        constexpr int Latest = 10001;
-        const auto random = [this] { return static_cast<int>((*m_disorder)() >> 1); };
-        if (!m_disorder) {
-            return {m_elapsed + milliseconds, ++m_armed};
-        }
-        return {m_elapsed + milliseconds + (random() % 2 == 0 ? 0 : random() % Latest), random()};
-    }
 
     /// The alarm that rings next, until `end`; null without one.
     TurnedAlarm *next(qint64 end) const
@@ -85,6 +73,5 @@ private:
     QDateTime m_start{QDate(2026, 3, 14), QTime(15, 9, 26)};
     qint64 m_elapsed = 0;
     qint64 m_armed = 0;
-    std::optional<std::mt19937> m_disorder;
     std::vector<TurnedAlarm *> m_alarms;
 };

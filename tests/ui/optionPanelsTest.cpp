@@ -44,10 +44,6 @@ protected:
         return texts[0] == texts[1];
     }
     QStringList takeBoxes() { return std::exchange(fake.boxes.boxes, {}); }
-    const QString NoNumber = u"Zebek Suite|0|Enter a number please"_s;
-    const QString NoPort = u"Zebek Suite|0|Please enter a value between 0 and 65535)"_s;
-    const QString Later =
-        u"Zebek Suite|0|Changes will not take effect until web server is restarted"_s;
 };
 
 TEST_F(optionPanelsTest, CheckBoxesAndTheirLabelsWriteOnAClickAndShowWhatIsStored)
@@ -64,9 +60,7 @@ TEST_F(optionPanelsTest, CheckBoxesAndTheirLabelsWriteOnAClickAndShowWhatIsStore
         SCOPED_TRACE(name.constData());
         show(tab);
         const bool before = (options().*setting)();
-        auto *const label = child<QLabel>(("lbl" + name).constData());
-        QTest::mouseRelease(label, Qt::LeftButton, {}, {9, 9}); // of what was pressed elsewhere
-        QTest::mouseClick(label, Qt::LeftButton, {}, {9, 9});
+        QTest::mouseClick(child<QLabel>(("lbl" + name).constData()), Qt::LeftButton, {}, {9, 9});
         EXPECT_EQ((options().*setting)(), !before);
         EXPECT_TRUE(pagesAreFresh());
         auto *const box = child<QCheckBox>(("chk" + name).constData());
@@ -76,19 +70,6 @@ TEST_F(optionPanelsTest, CheckBoxesAndTheirLabelsWriteOnAClickAndShowWhatIsStore
         root->MainWindow()->FillFields();
         EXPECT_EQ(box->isChecked(), !before);
     }
-}
-
-TEST_F(optionPanelsTest, TheAutostartEntryChangesOnAClickOnlyAndIsShownAsItIs)
-{
-    auto *const autostart = child<QCheckBox>("chkAutoRunonStartup");
-    fake.autostart.entry = u"by another hand"_s;
-    show(System);
-    EXPECT_TRUE(autostart->isChecked());
-    EXPECT_EQ(fake.autostart.entry, u"by another hand"_s);
-    QTest::keyClick(autostart, Qt::Key_Space);
-    EXPECT_FALSE(fake.autostart.entry);
-    EXPECT_TRUE(child<QLabel>("lblAutoRunonStartup")->toolTip().endsWith(u"Nowhere yet."_s));
-    EXPECT_TRUE(pagesAreFresh());
 }
 
 TEST_F(optionPanelsTest, TextsAreStoredAndOnlyAWholeAddressIs)
@@ -110,57 +91,79 @@ TEST_F(optionPanelsTest, TextsAreStoredAndOnlyAWholeAddressIs)
         EXPECT_EQ((options().*setting)(), text);
         EXPECT_TRUE(pagesAreFresh());
     }
-    EXPECT_EQ(options().RemoteAccessIP(), u"127.0.0.1"_s) << "stored when the window is loaded";
+    show(System);
     EXPECT_EQ(type("txtIP", u"192.168.1.300"_s), u"192.168.1.300"_s);
     EXPECT_EQ(options().RemoteAccessIP(), u"192.168.1.30"_s);
-    show(System);
-    EXPECT_EQ(options().RemoteAccessIP(), u"127.0.0.1"_s);
 }
 
-TEST_F(optionPanelsTest, ThePortIsCheckedAndTheButtonStartsAndStopsTheWebServer)
+TEST_F(optionPanelsTest, EveryKeystrokeStoresANumberOrIsTakenBack)
 {
-    show(System);
-    EXPECT_EQ(type("txtPort", u"0"_s), u"0"_s);
-    EXPECT_EQ(type("txtPort", u"65535"_s), u"65535"_s);
-    EXPECT_EQ(type("txtPort", u"65536"_s), u"6553"_s);
-    EXPECT_EQ(type("txtPort", {}), u"6553"_s);
-    EXPECT_TRUE(pagesAreFresh());
-    EXPECT_EQ(takeBoxes(), (QStringList{NoPort, NoNumber}));
-    type("txtUserName", u"me"_s);
-    type("txtPassword", u"secret"_s);
-    EXPECT_EQ(clickWebServer(), u"Web server is currently running"_s);
-    QTcpSocket visitor;
-    visitor.connectToHost(QHostAddress::LocalHost, 6553);
-    EXPECT_TRUE(visitor.waitForConnected());
-    type("txtPort", u"81"_s);
-    EXPECT_EQ(takeBoxes(), QStringList(2, Later));
-    EXPECT_EQ(options().RemoteAccessPort(), 81);
-    // Until the heartbeat letters the button anew, it does the same again.
-    QTest::mouseClick(child<QPushButton>("cmdWebServer"), Qt::LeftButton);
-    EXPECT_EQ(clickWebServer(), u"Web server is currently stopped"_s);
-    EXPECT_FALSE(root->GlobalForm()->webServer.wsckNewConnections.isListening());
-    show(ReplayOptions);
-    EXPECT_EQ(type("txtReplayCount", u"00"_s), u"0"_s);
+    const std::pair<Row<std::int32_t>, int> rows[] = {
+        {{System, "txtPort", &clsOptions::RemoteAccessPort}, 65535},
+        {{ServerControl, "txtPollingFreq", &clsOptions::ServerPollingFrequency}, 32767},
+        {{ServerControl, "txtServerStartupTimeout", &clsOptions::ServerStartupTimeout}, 64},
+        {{ServerControl, "txtServerTimeout", &clsOptions::ServerTimeout}, 64},
+        {{ReplayOptions, "txtReplayCount", &clsOptions::ReplayCount}, 32767}};
+    for (const auto &[row, largest] : rows) {
+        const auto &[tab, name, setting] = row;
+        SCOPED_TRACE(name.constData());
+        const QString wrong =
+            u"Zebek Suite|0|Please enter a value between 0 and %1)"_s.arg(largest);
+        show(tab);
+        type(name.constData(), QString::number(largest));
+        EXPECT_EQ((options().*setting)(), largest);
+        EXPECT_TRUE(pagesAreFresh());
+        EXPECT_EQ(takeBoxes(), QStringList());
+
+        const QString kept = QString::number(largest / 10);
+        EXPECT_EQ(type(name.constData(), QString::number(largest + 1)), kept);
+        for (const QString &refused : {u""_s, u"-1"_s, u"1e10"_s}) {
+            child<QLineEdit>(name.constData())->setText(refused);
+            EXPECT_EQ(child<QLineEdit>(name.constData())->text(), kept);
+        }
+        EXPECT_EQ((options().*setting)(), largest / 10);
+        EXPECT_EQ(takeBoxes(),
+                  (QStringList{wrong, u"Zebek Suite|0|Enter a number please"_s, wrong, wrong}));
+
+        (options().*setting).Let(70000); // which somebody has written into the file
+        root->MainWindow()->FillFields();
+        EXPECT_EQ(takeBoxes(), QStringList()) << "not before the panel is filled";
+        QApplication::processEvents();
+        EXPECT_EQ(takeBoxes(), QStringList(wrong)) << "once";
+        EXPECT_EQ((options().*setting)(), 70000);
+        type(name.constData(), u"7"_s);
+        takeBoxes();
+    }
 }
 
-TEST_F(optionPanelsTest, WhyTheWebServerDidNotStartStandsBesideItsState)
+TEST_F(optionPanelsTest, TheButtonStartsAndStopsTheWebServerAndWhatHindersItStandsBeside)
 {
     show(System);
     const auto *const problem = child<QLabel>("lblProblem");
-    EXPECT_EQ(clickWebServer(), u"Web server is currently stopped"_s);
+    const QString running = u"Web server is currently running"_s;
+    const QString stopped = u"Web server is currently stopped"_s;
+    EXPECT_EQ(clickWebServer(), stopped);
     EXPECT_TRUE(problem->isVisible() && problem->text().contains(u"user name and a password"_s));
     type("txtUserName", u"me"_s);
     type("txtPassword", u"secret"_s);
-    fake.clock.advance(500);
-    EXPECT_FALSE(problem->isVisible());
-
     QTcpServer other;
     ASSERT_TRUE(other.listen(QHostAddress::Any, 8080));
     type("txtPort", u"8080"_s);
-    EXPECT_EQ(clickWebServer(), u"Web server is currently stopped"_s);
+    EXPECT_EQ(clickWebServer(), stopped);
     EXPECT_TRUE(problem->text().startsWith(u"Another program has the port 8080"_s));
     other.close();
     fake.clock.advance(3000);
-    EXPECT_EQ(child<QLabel>("lblStatus")->text(), u"Web server is currently running"_s);
+    EXPECT_EQ(child<QLabel>("lblStatus")->text(), running);
     EXPECT_FALSE(problem->isVisible());
+    QTcpSocket visitor;
+    visitor.connectToHost(QHostAddress::LocalHost, 8080);
+    EXPECT_TRUE(visitor.waitForConnected());
+
+    type("txtPort", u"81"_s);
+    EXPECT_EQ(takeBoxes(),
+              QStringList(2, u"Zebek Suite|0|Changes will not take effect until web server is "
+                             "restarted"_s));
+    EXPECT_EQ(options().RemoteAccessPort(), 81);
+    EXPECT_EQ(clickWebServer(), stopped);
+    EXPECT_FALSE(root->GlobalForm()->webServer.wsckNewConnections.isListening());
 }

@@ -7,7 +7,7 @@
 
 using ConnectionsTest = WebTest;
 
-TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
+TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAsSoonAsThePortIsFree)
 {
     startIdle();
     frmGlobal &form = *root->GlobalForm();
@@ -22,21 +22,14 @@ TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
     EXPECT_FALSE(runsWith({}, u"p"_s, Port));
     EXPECT_FALSE(runsWith(u"a"_s, {}, Port));
     EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, 0));
-    EXPECT_TRUE(runsWith(u"a"_s, u"p"_s, 65535));
-    form.StopWebServer();
     EXPECT_EQ(recordCount(), 0);
-
     QTcpServer other;
     ASSERT_TRUE(other.listen(QHostAddress::Any, Port));
-    EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, Port));
     EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, 70000));
-    EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, -1));
-    EXPECT_EQ(recordCount(), 3);
-    EXPECT_TRUE(lastRecord().startsWith(u"Global Controls|StartWebServer|None|"_s));
     EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, Port));
     options.RemoteAccessPort.Let(808); // as it is while another one is typed
     fake.clock.advance(30000);
-    EXPECT_EQ(recordCount(), 4) << "one for each reason, not for each attempt";
+    EXPECT_EQ(recordCount(), 2) << "one for each reason, not for each attempt";
     other.close();
     options.AdminPassword.Let({});
     fake.clock.advance(3000);
@@ -44,7 +37,6 @@ TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
     options.AdminPassword.Let(u"p"_s);
     fake.clock.advance(3000);
     EXPECT_TRUE(form.WebServerRunning());
-    form.StartWebServer(); // which changes nothing
     QTcpSocket open;
     connectTo(open);
     settle();
@@ -54,25 +46,12 @@ TEST_F(ConnectionsTest, ListensOnlyWithALogInAndAFreePort)
     open.write(LogIn);
     EXPECT_TRUE(ended(open));
     EXPECT_TRUE(open.readAll().contains("logon"));
-    ASSERT_TRUE(other.listen(QHostAddress::Any, Port));
-    EXPECT_FALSE(runsWith(u"a"_s, u"p"_s, Port) || runsWith(u"a"_s, u"p"_s, 0));
-    other.close(); // for nobody, since the last start was refused
-    fake.clock.advance(3000);
-    QTcpSocket late;
-    late.connectToHost(QHostAddress::LocalHost, Port);
-    EXPECT_FALSE(late.waitForConnected());
-    EXPECT_EQ(late.error(), QTcpSocket::ConnectionRefusedError);
 }
 
-TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeElementIsTaken)
+TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUnreadUntilOneEnds)
 {
     startSite();
-    const auto clients = connectMany(104);
-    const auto &pool = root->GlobalForm()->webServer.wsckConnections;
-    EXPECT_TRUE(pool.front()->isFree());
-    for (std::size_t element = 1; element < pool.size(); ++element) {
-        ASSERT_FALSE(pool.at(element)->isFree());
-    }
+    const auto clients = connectMany(103);
     clients.at(100)->write(LogIn);
     QTcpSocket &finished = *clients.at(101); // with the rest of its data unread
     finished.write(LogIn + QByteArray(3000, 'x'));
@@ -81,7 +60,7 @@ TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeEleme
     QTcpSocket &flooding = *clients.at(102);
     flooding.write("GET /" + QByteArray(qsizetype{64} * 1024 * 1024, 'x'));
     settle();
-    EXPECT_GT(flooding.bytesToWrite(), 32 * 1024 * 1024) << "one that waits is not read";
+    EXPECT_GT(flooding.bytesToWrite(), 32 * 1024 * 1024);
     flooding.abort();
     EXPECT_EQ(clients.at(100)->bytesAvailable(), 0);
     clients.at(40)->write(LogIn);
@@ -89,16 +68,6 @@ TEST_F(ConnectionsTest, TheHundredAndFirstWaitsUntilOneEndsAndTheLowestFreeEleme
         EXPECT_TRUE(ended(*clients.at(served)));
         EXPECT_EQ(clients.at(served)->readAll().count("</html>"), 1) << served;
     }
-    settle();
-    EXPECT_FALSE(pool.at(41)->isFree()); // the last one, which has nothing to say yet
-    clients.at(2)->disconnectFromHost();
-    clients.at(3)->disconnectFromHost();
-    settle();
-    EXPECT_TRUE(pool.at(4)->isFree());
-    EXPECT_TRUE(pool.at(3)->isFree());
-    const auto next = send({});
-    EXPECT_FALSE(pool.at(3)->isFree());
-    EXPECT_TRUE(pool.at(4)->isFree());
 }
 
 TEST_F(ConnectionsTest, SilentConnectionsMakePlaceAndThoseThatTakeNothingAreClosed)
@@ -200,40 +169,17 @@ TEST_F(ConnectionsTest, TheSiteIsHereAndNotAtTheProxyOfTheSystem)
 TEST_F(ConnectionsTest, AListenerThatTellsOfNothingIsMadeAnewOnceForARecord)
 {
     startSite();
-    WebServer &server = root->GlobalForm()->webServer;
-    const auto recordsAfterUntold = [&] {
+    const auto recordsAfterUntold = [this] {
         QTcpSocket client;
         connectTo(client); // without the loop, so nobody is told
-        server.lookAfter();
+        root->GlobalForm()->webServer.lookAfter();
         return recordCount();
     };
-    for (const int records : {0, 1}) {
-        EXPECT_EQ(recordsAfterUntold(), records);
-        EXPECT_TRUE(get("/Login").contains("logon"));
-        server.lookAfter();
-        EXPECT_EQ(recordsAfterUntold(), records) << "it may be chance";
-        EXPECT_EQ(recordsAfterUntold(), records + 1);
-        EXPECT_EQ(recordsAfterUntold(), records + 1);
-        EXPECT_EQ(recordsAfterUntold(), records + 1) << "told once as long as it lasts";
-    }
-}
-
-TEST_F(ConnectionsTest, AnUnansweredRequestLeavesItsConnectionOpenForTheNext)
-{
-    startSite();
-    for (const QByteArray &request :
-         {QByteArray("GET /Imagenot.gif HTTP/1.1\r\nHost: a\r\n\r\n"),
-          QByteArray("HEAD / HTTP/1.1\r\nHost: a\r\n\r\n"), postRequest("/GETFILEsecret/a.rpf", ""),
-          postRequest("/AdminMenu", "AdminMenu=Stats"), postRequest("/elsewhere", ""),
-          postRequest("/UpdateAdminServerControlConfig", "SubmitType=Other"),
-          postRequest("/UpdateAdminX", "")}) {
-        const auto client = send(request);
-        client->write(LogIn);
-        ASSERT_TRUE(ended(*client)) << request.toStdString();
-        const QByteArray answer = client->readAll();
-        EXPECT_TRUE(answer.startsWith("<!DOCTYPE html>")) << request.toStdString();
-        EXPECT_EQ(answer.count("</html>"), 1) << request.toStdString();
-    }
+    EXPECT_EQ(recordsAfterUntold(), 0) << "it may be chance";
+    EXPECT_EQ(recordsAfterUntold(), 1);
+    EXPECT_EQ(recordsAfterUntold(), 1);
+    EXPECT_EQ(recordsAfterUntold(), 1) << "told once as long as it lasts";
+    EXPECT_TRUE(get("/Login").contains("logon"));
 }
 
 TEST_F(ConnectionsTest, ASlowReaderGetsAllOfALargeFileAlsoWhenItHasClosedItsOwnHalf)
@@ -269,46 +215,36 @@ TEST_F(ConnectionsTest, HostileRequestsNeitherStopTheSiteNorKeepAnything)
 {
     startSite();
     const QByteArray good = postRequest("/logon", "");
-    const QByteArray tail = " HTTP/1.1\r\nHost: a\r\n\r\n";
-    const auto sendAll = [this](const std::vector<QByteArray> &requests, std::size_t count) {
+    std::vector<QByteArray> hostile;
+    for (const char *method : {"GET ", "POST ", "PUT ", "get "}) {
+        const QByteArray tail = " HTTP/1.1\r\nHost: a\r\n\r\n";
+        hostile.push_back(method + QByteArray(20000, 'x') + tail);
+        hostile.push_back(method + QByteArray("/\0/..\0", 7) + tail + QByteArray(3000, '\0'));
+    }
+    for (qsizetype length = 1; length < good.size(); ++length) {
+        hostile.push_back(good.left(length));
+    }
+    const auto sendAll = [&](int times) {
         std::vector<std::unique_ptr<QTcpSocket>> clients;
-        for (std::size_t sent = 0; sent < count; ++sent) {
-            clients.push_back(std::make_unique<QTcpSocket>());
-            connectTo(*clients.back());
-            clients.back()->write(requests.at(sent % requests.size()));
-            if (clients.size() == 200 || sent + 1 == count) {
-                settle();
-                fake.clock.advance(250); // nothing more comes of those that are not whole
-                settle();
-                clients.clear();
+        for (const QByteArray &request : hostile) {
+            for (int time = 0; time < times; ++time) {
+                clients.push_back(std::make_unique<QTcpSocket>());
+                connectTo(*clients.back());
+                clients.back()->write(request);
             }
+            settle();
+            fake.clock.advance(250); // nothing more comes of those that are not whole
+            settle();
+            clients.clear();
         }
         settle();
     };
-    std::vector<QByteArray> cut; // which are recorded
-    for (qsizetype length = 1; length < good.size(); ++length) {
-        cut.push_back(good.left(length));
-    }
-    std::vector<QByteArray> others;
-    for (const char *method : {"GET ", "POST ", "PUT ", "TRACE ", "get "}) {
-        others.push_back(method + QByteArray(20000, 'x') + tail);
-        others.push_back(method + QByteArray("/\0/..\0", 7) + tail + QByteArray(3000, '\0'));
-    }
-    sendAll(others, 1000);
+    sendAll(10);
     const qsizetype before = heapInUse();
-    sendAll(cut, 3 * cut.size());
-    EXPECT_EQ(recordCount(), 60);
-    fake.clock.advance(60000);
-    EXPECT_EQ(recordCount(), 61);
-    EXPECT_TRUE(lastRecord().startsWith(u"Error Log|"_s));
-    fake.clock.advance(60000);
-    sendAll({cut.front(), postRequest("/x", "a=%zz")}, 62);
-    fake.clock.advance(60000);
-    EXPECT_EQ(recordCount(), 2 * 61);
-    EXPECT_TRUE(read(ErrorLog).contains(">2 more "));
-    sendAll(others, 8000);
+    sendAll(100);
     // A block that is lost with each takes 32 bytes at least; what Qt keeps for itself is less.
-    EXPECT_LT(heapInUse(), before + qsizetype{8000} * 16);
+    EXPECT_LT(heapInUse(), before + static_cast<qsizetype>(hostile.size()) * 100 * 16);
+    EXPECT_LE(recordCount(), 2 * 61) << "so many a minute";
     EXPECT_TRUE(ask(good).contains("MAIN"));
     const auto &pool = root->GlobalForm()->webServer.wsckConnections;
     EXPECT_TRUE(QTest::qWaitFor([&] {

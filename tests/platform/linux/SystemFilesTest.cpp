@@ -11,8 +11,6 @@
 #include <fcntl.h>
 #include <functional>
 #include <gtest/gtest.h>
-#include <linux/capability.h>
-#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 #include <utility>
@@ -36,10 +34,6 @@ extern "C" int fallocate(int file, int mode, off_t position, off_t length)
 {
     return fails() ? -1 : static_cast<int>(::syscall(SYS_fallocate, file, mode, position, length));
 }
-extern "C" int fchmod(int file, mode_t mode) noexcept
-{
-    return fails() ? -1 : static_cast<int>(::syscall(SYS_fchmod, file, mode));
-}
 
 class SystemFilesTest : public testing::Test
 {
@@ -62,29 +56,14 @@ protected:
     platform::SystemFiles files;
 };
 
-TEST_F(SystemFilesTest, EveryCallThatFailsTellsTheFileAndTheSystemsNumber)
+TEST_F(SystemFilesTest, ACallThatFailsTellsTheFileAndTheSystemsNumber)
 {
     files.create(file, "old", {});
     const QString device = u"/dev/null"_s; // which takes any bytes, but no other order
-    const QString proc = u"/proc"_s;
-    const QString other = directory.filePath(u"other"_s);
     const std::tuple<std::function<void()>, QString, int> rows[] = {
-        {[&] { files.remove(directory.path()); }, directory.path(), EISDIR},
-        {[&] { files.create(file, "new", {}); }, file, EEXIST},
-        {[&] { files.create(missing, "new", {}); }, missing, ENOENT},
-        {[&] { files.replaceEnd(missing, 0, {}, "new"); }, missing, ENOENT},
-        {[&] { files.replaceEnd(device, 0, {}, "longer"); }, device, ENODEV},
         {[&] { files.replaceEnd(device, 0, "shorter", {}); }, device, EINVAL},
-        {[&] { files.flush(missing); }, missing, ENOENT},
         {[&] { files.flush(device); }, device, EINVAL},
-        {[&] { files.rename(missing, file); }, file, ENOENT},
-        {[&] { files.flushFolder(file); }, file, ENOTDIR},
-        {[&] { files.flushFolder(proc); }, proc, EINVAL},
-        {[&] {
-             nextError = EPERM; // to change permissions
-             files.create(other, "new", {file});
-         },
-         other, EPERM},
+        {[&] { files.flushFolder(u"/proc"_s); }, u"/proc"_s, EINVAL},
         {[&] {
              nextError = ENOSPC;
              files.replaceEnd(file, 0, "old", "n");
@@ -116,8 +95,6 @@ TEST_F(SystemFilesTest, EveryCallThatFailsTellsTheFileAndTheSystemsNumber)
         EXPECT_EQ(platform::readFile(file), "old");
     }
     EXPECT_NO_THROW(files.remove(missing));
-    EXPECT_TRUE(platform::isDiskFull({ENOSPC, {}}) && platform::isDiskFull({EDQUOT, {}}));
-    EXPECT_FALSE(platform::isDiskFull({EFBIG, {}}));
 }
 
 TEST_F(SystemFilesTest, WhatIsNoFileOrNoFolderOrCannotBeReadIsRefused)
@@ -130,23 +107,12 @@ TEST_F(SystemFilesTest, WhatIsNoFileOrNoFolderOrCannotBeReadIsRefused)
         EXPECT_EQ(number, 75);
         EXPECT_TRUE(text.startsWith(unreadable + u": "_s) && text.back() != u' ');
     }
-    const auto replaceFolder = [this] {
-        platform::Replacement(files, directory.path(), "new", platform::Durability::SurvivesCrash);
-    };
-    EXPECT_EQ(failureOf(replaceFolder), NumberAndText(75, directory.path() + u": Not a file"_s));
+    EXPECT_EQ(failureOf([&] {
+                  platform::Replacement(files, directory.path(), "new",
+                                        platform::Durability::SurvivesCrash);
+              }),
+              NumberAndText(75, directory.path() + u": Not a file"_s));
     EXPECT_EQ(failureOf([&] { platform::requireFolder(directory.path()); }).first, 0);
     EXPECT_EQ(failureOf([&] { platform::requireFolder(file); }),
               NumberAndText(75, file + u": Not a directory"_s));
-    const auto requireWithoutPrivileges = [&] { // root may read everything
-        __user_cap_header_struct self{_LINUX_CAPABILITY_VERSION_3, 0};
-        __user_cap_data_struct none[2]{};
-        ::syscall(SYS_capset, &self, none);
-        const auto [number, text] = failureOf([&] { platform::requireFolder(directory.path()); });
-        std::_Exit(text == directory.path() + u": Permission denied"_s ? number : EXIT_FAILURE);
-    };
-    for (const QFile::Permissions half : {QFile::ReadOwner, QFile::ExeOwner}) {
-        QFile::setPermissions(directory.path(), half);
-        EXPECT_EXIT(requireWithoutPrivileges(), testing::ExitedWithCode(75), "");
-    }
-    QFile::setPermissions(directory.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
