@@ -216,10 +216,7 @@ public:
         const Process process = behind(handle);
         return process.ended || endIf(process.askedToClose && process.closesOnRequest, handle);
     }
-    bool terminate(Handle handle) override
-    {
-        return endIf(behind(handle).terminates, handle);
-    }
+    bool terminate(Handle handle) override { return endIf(behind(handle).terminates, handle); }
     std::optional<QString> executablePath(Handle handle) override
     {
         const Process process = behind(handle);
