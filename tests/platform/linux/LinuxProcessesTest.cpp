@@ -47,7 +47,7 @@ TEST_F(LinuxProcessesTest, RunningOnesAreListedWithTheirProgramsAndEndedOnesTell
     EXPECT_FALSE(listed(id));
 
     const auto failing = processes.open(processes.start(uR"("/bin/sh" -c "sleep 0.3; exit 7")"_s));
-    std::signal(SIGALRM, [](int /*signal*/) {});
+    static_cast<void>(std::signal(SIGALRM, [](int /*signal*/) {}));
     ::ualarm(50000, 0); // which interrupts the waiting
     EXPECT_TRUE(processes.wait(failing, 10000));
     EXPECT_EQ(processes.exitCode(failing), 7U);
