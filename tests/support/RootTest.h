@@ -40,13 +40,9 @@ protected:
         root = std::make_unique<Root>(fake.machine, directory.path());
         gRoot = root.get();
     }
-    void writeOptions(const QByteArray &elements) const
-    {
-        write(OptionsFile, "<options>" + elements + "</options>");
-    }
     void startWith(const QByteArray &elements)
     {
-        writeOptions(elements);
+        write(OptionsFile, "<options>" + elements + "</options>");
         newTool();
         root->Start();
     }

@@ -61,11 +61,11 @@ public:
         if (std::exchange(m_server, server) != server) {
             begin();
         }
-        if (server != 0 && m_system.windows.empty() && isOver(m_hasWindow)) {
-            m_system.addWindow(QStringLiteral("Ghost Recon"), server);
-        }
         if (server != 0) {
             m_system.processes.at(server).terminates = isOver(mood.cannotBeForced);
+            if (m_system.windows.empty() && isOver(m_hasWindow)) {
+                m_system.addWindow(QStringLiteral("Ghost Recon"), server);
+            }
         }
         m_system.startFails = !isOver(mood.refusesStarts);
         return {.now = m_clock.milliseconds(),

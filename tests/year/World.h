@@ -124,9 +124,8 @@ public:
     /// The archive's folder is away.
     void moveFolder(int seconds)
     {
-        if (!m_folderIsAway) {
-            m_folderIsAway = QDir(directory.path()).rename(u"Replays"_s, u"Away"_s);
-            m_folderIsBack = in(seconds);
+        if (!m_folderComesBack && QDir(directory.path()).rename(u"Replays"_s, u"Away"_s)) {
+            m_folderComesBack = in(seconds);
             m_log.allowFileFailures();
         }
     }
@@ -249,11 +248,11 @@ private:
     }
     /// One of the file operations since the last look or to come fails.
     bool isLocked() const { return fake.files.failAt < 0 || fake.files.failAt > m_operations; }
-    bool hasTrouble() const { return isLocked() || fake.files.full > 0 || m_folderIsAway; }
+    bool hasTrouble() const { return isLocked() || fake.files.full > 0 || m_folderComesBack; }
     bool recordsWait() const { return root->Errors()->count() > m_log.records(); }
     void bringFolderBack()
     {
-        if (std::exchange(m_folderIsAway, false)) {
+        if (std::exchange(m_folderComesBack, {})) {
             QDir(directory.path()).rename(u"Away"_s, u"Replays"_s);
         }
     }
@@ -281,7 +280,7 @@ private:
     void look()
     {
         m_matches.happen();
-        if (now() >= m_folderIsBack) {
+        if (m_folderComesBack && now() >= *m_folderComesBack) {
             bringFolderBack();
         }
         const bool hadTrouble = std::exchange(m_hadTrouble, hasTrouble());
@@ -320,7 +319,7 @@ private:
             return;
         }
         m_log.look(read(ErrorLog), now());
-        if (m_folderIsAway) {
+        if (m_folderComesBack) {
             return;
         }
         Archive::Folder folder;
@@ -340,10 +339,9 @@ private:
                       }};
     /// What the settings file may hold; the last is what it is to hold.
     std::vector<Settings> m_settings;
-    qint64 m_settled = 0;   ///< since when it may hold that alone
-    std::size_t m_open = 0; ///< timers and descriptors, after the first start
-    bool m_folderIsAway = false;
-    qint64 m_folderIsBack = 0;
+    qint64 m_settled = 0;                    ///< since when it may hold that alone
+    std::size_t m_open = 0;                  ///< timers and descriptors, after the first start
+    std::optional<qint64> m_folderComesBack; ///< nothing while it is there
     bool m_hadTrouble = false;
     int m_operations = 0; ///< of the files, at the last look
     std::vector<std::unique_ptr<QTcpSocket>> m_visitors;
