@@ -3,6 +3,7 @@
 #include "EventLog.h"
 #include "StatusReply.h"
 
+#include <QNetworkProxy>
 #include <QTimer>
 
 #include <utility>
@@ -12,6 +13,7 @@ using namespace Qt::StringLiterals;
 StatusResponder::StatusResponder(EventLog &log, ReplySource source)
     : m_log(log), m_source(std::move(source))
 {
+    m_socket.setProxy(QNetworkProxy::NoProxy); // who asks is near
     connect(&m_socket, &QUdpSocket::readyRead, this, &StatusResponder::readRequests);
 }
 
