@@ -47,7 +47,7 @@ ULONGLONG startOf(HANDLE process)
 /// that had its number before.
 void endTree(DWORD id, ULONGLONG notBefore = 0)
 {
-    const HANDLE process =
+    auto *const process =
         OpenProcess(PROCESS_TERMINATE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
     const ULONGLONG start = startOf(process);
     if (start >= notBefore && TerminateProcess(process, EXIT_FAILURE) != 0) {

@@ -11,7 +11,7 @@ namespace platform {
 /// What the system tells of all its processes; nothing where it cannot.
 inline std::optional<std::vector<PROCESSENTRY32W>> processList()
 {
-    const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    auto *const processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
     if (processes == INVALID_HANDLE_VALUE) {
         return std::nullopt;
     }

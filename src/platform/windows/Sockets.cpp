@@ -25,7 +25,7 @@ void noticeLostPeer(qintptr listener)
 
 std::optional<qintptr> acceptConnection(qintptr listener)
 {
-    SOCKET descriptor = INVALID_SOCKET;
+    auto descriptor = INVALID_SOCKET;
     int error = 0;
     do {
         descriptor = accept(static_cast<SOCKET>(listener), nullptr, nullptr);
@@ -40,6 +40,7 @@ std::optional<qintptr> acceptConnection(qintptr listener)
 qint64 processServing(qintptr descriptor)
 {
     ULONG id = 0;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): Qt makes it from one
     return GetNamedPipeServerProcessId(reinterpret_cast<HANDLE>(descriptor), &id) != 0 ? id : 0;
 }
 

@@ -19,6 +19,7 @@ namespace {
 
 HANDLE handleOf(ProcessHandle process)
 {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): it was made from one
     return reinterpret_cast<HANDLE>(process);
 }
 
@@ -87,7 +88,7 @@ std::optional<QString> WindowsProcesses::executablePath(ProcessHandle process)
 {
     HMODULE executable = nullptr; // the first of a process's modules
     DWORD needed = 0;
-    if (EnumProcessModules(handleOf(process), &executable, sizeof executable, &needed) == 0) {
+    if (EnumProcessModules(handleOf(process), &executable, sizeof(HMODULE), &needed) == 0) {
         return std::nullopt;
     }
     std::array<char, 1024> path{};
@@ -114,7 +115,7 @@ std::vector<ProcessId> WindowsProcesses::running()
 
 std::optional<QString> WindowsProcesses::program(ProcessId id)
 {
-    const HANDLE process =
+    auto *const process =
         OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(id));
     if (process == nullptr) {
         return std::nullopt;

@@ -15,6 +15,7 @@ HWND handleOf(WindowHandle window)
 
 BOOL CALLBACK append(HWND window, LPARAM list)
 {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system hands on what topLevel() has given it
     reinterpret_cast<std::vector<WindowHandle> *>(list)->push_back(
         static_cast<WindowHandle>(HandleToULong(window)));
     return TRUE;
