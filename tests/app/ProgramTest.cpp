@@ -15,29 +15,6 @@ TEST_F(ProgramTest, TellsTheOperatorWhenTheGameIsNotThereAndLeavesNoTrace)
               (QStringList{u"GhostRecon.exe"_s, u"Mods"_s, u"modsset.txt"_s, u"options.xml"_s}));
 }
 
-TEST_F(ProgramTest, StartsTheServerOfItsDirectoryAndTheHeartbeat)
-{
-    root->Start();
-    EXPECT_TRUE(fake.boxes.boxes.empty());
-    EXPECT_EQ(root->RootDirectory(), rootDirectory());
-    EXPECT_EQ(root->StatsCacheFileName(), rootDirectory() + u"ZEBEKSCache.dat"_s);
-    EXPECT_TRUE(QFileInfo(path(u"Replays"_s)).isDir());
-    EXPECT_TRUE(root->MainWindow()->isVisible());
-    EXPECT_EQ(server().EXEPath(), rootDirectory() + u"GhostRecon.exe"_s);
-    EXPECT_EQ(fake.system.commandLines,
-              QStringList{u"\"%1GhostRecon.exe\" -autoserve "_s.arg(rootDirectory())});
-    EXPECT_EQ(root->GlobalForm()->tmrHeartbeat.Interval(), 500);
-    EXPECT_NE(root->GlobalForm()->webServer.wsckConnections.back(), nullptr);
-
-    startWith({}); // takes over a running server, if it may look for one
-    EXPECT_TRUE(server().ProcessLocated());
-    startWith("<FindGRServer>False</FindGRServer>"); // which is no reason for a second one
-    EXPECT_TRUE(server().ProcessLocated());
-    EXPECT_EQ(fake.system.commandLines.size(), 1);
-    startWith("<AutoStartGRServer>0</AutoStartGRServer>");
-    EXPECT_FALSE(server().Connected());
-}
-
 TEST_F(ProgramTest, AFailingStepIsRepeatedOnRetryAndEndsTheStartOnCancel)
 {
     write(u"Replays"_s, "a file where the folder belongs");

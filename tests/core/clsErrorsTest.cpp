@@ -84,36 +84,6 @@ TEST_F(clsErrorsTest, TheHookIsToldOfARoutinesFailuresOnceAMinute)
     EXPECT_EQ(fake.hooks.events, told) << "a hook that fails is not told of it";
 }
 
-TEST_F(clsErrorsTest, ContinuesWhateverIsWhole)
-{
-    root->Start();
-    const struct
-    {
-        QByteArray found;
-        QByteArray left; ///< R stands for the record
-    } rows[] = {
-        {"", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Errors>R</Errors>\n"},
-        {"<Errors/>", "<Errors>R</Errors>"},
-        {"\xEF\xBB\xBF<Errors x=\"/>\" />\r\n", "\xEF\xBB\xBF<Errors x=\"/>\" >R</Errors>\r\n"},
-        {"<Errors><Error/>\r\n\t</Errors><!-- </Errors> -->",
-         "<Errors><Error/>\r\n\tR</Errors><!-- </Errors> -->"},
-        {"<w><e:Errors xmlns:e=\"x\"/><Errors><Errors/></Errors><Errors/></w>",
-         "<w><e:Errors xmlns:e=\"x\"/><Errors><Errors/>R</Errors><Errors/></w>"},
-        {"<Errors><E a=\"\xC3\xBC\"/></Errors\n>", "<Errors><E a=\"\xC3\xBC\"/>R</Errors>\n"},
-        {"<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n<Errors><E>\xFC</E></Errors>",
-         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Errors><E>\xC3\xBC</E>R</Errors>\n"},
-    };
-    for (const auto &[found, left] : rows) {
-        write(ErrorLog, found);
-        const clsErrors atStart;
-        EXPECT_EQ(read(ErrorLog), found) << "before there is a record";
-        for (int run = 0; run < 2; ++run) {
-            clsErrors().RecordError(u"M"_s, u"R"_s, u"None"_s, 5, u"ü"_s);
-        }
-        EXPECT_EQ(read(ErrorLog), QByteArray(left).replace("R<", oneRecord("ü").repeated(2) + '<'));
-    }
-}
-
 TEST_F(clsErrorsTest, ARecordThatWasCutOffAtAnyByteIsReplacedByTheNext)
 {
     root->Start();

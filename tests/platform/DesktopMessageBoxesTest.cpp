@@ -52,18 +52,3 @@ TEST(DesktopMessageBoxes, ABoxThatMayAnswersItselfOnceItsTimeIsUp)
     EXPECT_EQ(impatient.show(u"A"_s, u"Title"_s, RetryCancel | CancelsAlone), CancelButton);
     EXPECT_EQ(impatient.show(u"A"_s, u"Title"_s, AcceptsAlone), OkButton);
 }
-
-TEST(DesktopMessageBoxes, ShowPlainTextAndClosingIsCancel)
-{
-    QTimer::singleShot(0, [&] {
-        auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box->text(), u"<b>\n&"_s);
-        EXPECT_EQ(box->textFormat(), Qt::PlainText);
-        box->close();
-    });
-    testing::internal::CaptureStderr();
-    DesktopMessageBoxes boxes;
-    EXPECT_EQ(boxes.show(u"<b>\r\n&"_s, u"Title"_s, RetryCancel + StopIcon), CancelButton);
-    EXPECT_NE(testing::internal::GetCapturedStderr().find("Title: <b>\n&\n"), std::string::npos);
-}

@@ -108,31 +108,6 @@ TEST_F(recordsTest, ThePageBecomesARecord)
     EXPECT_EQ(lastRecord(), u"basParse|XMLFromGameFile|Global|13"_s);
 }
 
-TEST_F(recordsTest, APageThatStaysCutOrIsTooLargeIsRecordedOnce)
-{
-    for (const int records : {1, 2}) {
-        for (const int look : {1, 2, 3, 4}) {
-            writePage(page(Rows).first(300 + look));
-            tick();
-            EXPECT_EQ(recordCount(), look < 3 ? records - 1 : records);
-        }
-        writePage(page(Rows).replace("<H1>", ""));
-        tick();
-    }
-    EXPECT_EQ(lastRecord(), u"Stats Track Class|RecordStatsFile|Unknown|13"_s);
-
-    for (const qint64 more : {0, 1}) {
-        writeReplay(u"2034-03-15T21:07:0%1"_s.arg(more));
-        writePage(page(Rows, "Thu Jun 19 20:51:40 2003", "Farm")
-                      .leftJustified(LargestStatisticsPage + more, ' '));
-        tick();
-        tick();
-        EXPECT_EQ(archive().size(), 1);
-        EXPECT_EQ(recordCount(), 2 + more) << "one for a page that is too large";
-    }
-    EXPECT_EQ(lastRecord(), u"Stats Track Class|RecordStatsFile|Unknown|6"_s);
-}
-
 TEST_F(recordsTest, EachNewMatchIsArchivedOnce)
 {
     writeReplay(u"2034-03-15T21:07:09"_s);
@@ -196,19 +171,6 @@ TEST_F(recordsTest, AFullArchiveGivesUpItsSmallestName)
     EXPECT_FALSE(root->Replays()->ArchiveReplay(u"M"_s));
     EXPECT_FALSE(root->Replays()->MaintainReplayDirectory());
     EXPECT_EQ(archive(), (QStringList{u"0note.txt"_s, u"2034_a.rpf"_s, u"Old.rpf"_s}));
-}
-
-TEST_F(recordsTest, WithoutAReplayNothingHappensAndACopyThatCannotBeMadeIsRecorded)
-{
-    root->Replays()->ArchiveReplay(u"no replay"_s);
-    EXPECT_EQ(recordCount(), 0);
-
-    writeReplay(u"2034-03-15T21:07:09"_s);
-    root->Replays()->ArchiveReplay(u"a/b"_s);
-    EXPECT_EQ(lastRecord(), u"clsReplays|ArchiveReplay|Root Object|75"_s);
-    EXPECT_TRUE(fake.hooks.events.last().startsWith(u"archive-failed|module=clsReplays|"_s));
-    root->Replays()->ArchiveReplay(u"M"_s);
-    EXPECT_EQ(archive().size(), 1);
 }
 
 TEST_F(recordsTest, WhatIsOwedIsTriedAtEachLookAndEachReasonIsRecordedOnceAMatch)

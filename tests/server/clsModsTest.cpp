@@ -11,13 +11,7 @@ protected:
         QFile::remove(path(u"modsset.txt"_s));
         QDir(directory.path()).rmdir(u"Mods"_s);
     }
-    void addMod(const QString &folder, const QByteArray &description = {})
-    {
-        QDir(directory.path()).mkpath(u"mods/"_s + folder);
-        if (!description.isNull()) {
-            write(u"mods/%1/MODSCONT.TXT"_s.arg(folder), description);
-        }
-    }
+    void addMod(const QString &folder) { QDir(directory.path()).mkpath(u"mods/"_s + folder); }
     static QStringList activeMods(const clsMods &mods)
     {
         QStringList forward;
@@ -91,25 +85,6 @@ TEST_F(clsModsTest, WhatCannotBeReadIsRecordedAndNotOverwritten)
     mods.ActivateMod(u"\\mods\\desert"_s);
     EXPECT_FALSE(mods.Save());
     EXPECT_EQ(recordCount(), 2) << "no attempt to replace it";
-}
-
-TEST_F(clsModsTest, TheNameIsReadByTheRulesOfCommaDelimitedText)
-{
-    const std::pair<QByteArray, const char *> cases[] = {
-        {"[x]\r\nname = \"Desert Pack\"\r\n", "Desert Pack"},
-        {"a, b \"N\xFCr\" c", "Nür"},
-        {"  one \"First\"", "First"},
-        {"x\r\nname = \"A, B\"", ""}, // the item ends at the comma
-        {"x\r\n\"quoted\"", ""},      // the item's own quotes are dropped
-        {"", ""},
-        {"x,y,n \"third\"", ""},
-    };
-    for (const auto &[description, name] : cases) {
-        addMod(u"M"_s, description);
-        clsModInfo mod;
-        mod.setModPath(path(u"mods/M"_s));
-        EXPECT_EQ(mod.Name(), QString::fromUtf8(name)) << description.constData();
-    }
 }
 
 TEST_F(clsModsTest, OperationsAtTheEndsAndInTheMiddleKeepTheOrder)

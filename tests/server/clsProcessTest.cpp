@@ -20,27 +20,6 @@ protected:
     FakeSystem &system = fake.system;
 };
 
-TEST_F(clsProcessTest, ACreatedProcessIsItsCommandLineAndAnAttachedOneItsPath)
-{
-    clsProcess created;
-    EXPECT_FALSE(created.StillActive());
-    ASSERT_TRUE(created.Create(CommandLine));
-    EXPECT_EQ(created.Path(), CommandLine);
-    EXPECT_TRUE(created.StillActive());
-
-    clsProcess attached;
-    ASSERT_TRUE(attached.GetFromHwnd(topmost()));
-    EXPECT_EQ(attached.Path(), Game);
-    EXPECT_EQ(attached.PID(), created.PID());
-    attached.Clear();
-    EXPECT_FALSE(attached.StillActive());
-
-    system.end(created.PID());
-    EXPECT_FALSE(created.StillActive());
-    system.processes.at(created.PID()).exitCode = platform::StillActiveCode;
-    EXPECT_TRUE(created.StillActive()) << "the exit code 259 reads as running";
-}
-
 TEST_F(clsProcessTest, AProcessThatCannotBeHeldIsNone)
 {
     system.startFails = true;

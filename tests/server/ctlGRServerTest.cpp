@@ -78,31 +78,6 @@ private:
     std::optional<ctlGRServer> m_server;
 };
 
-TEST_F(ctlGRServerTest, IdleThenGraceThenPollingThenHeldThenIdle)
-{
-    EXPECT_EQ(state(), Idle);
-    EXPECT_FALSE(server().StopGRServer());
-    ASSERT_TRUE(server().StartGRServer(true));
-    EXPECT_EQ(fake.system.commandLines.last(),
-              u"\"%1GhostRecon.exe\" -autoserve -map \"a b\" 1"_s.arg(rootDirectory()));
-    EXPECT_EQ(state(), Created + u"Unknown|30000 0 0"_s);
-    server().tmrStartupTimeout_Timer();
-    EXPECT_EQ(state(), Created + u"Unknown|0 3000 0"_s);
-    root->Options()->ServerPollingFrequency.Let(1234);
-    server().tmrPollingFrequency_Timer();
-    EXPECT_EQ(state(), Created + u"Probing Server|0 1234 0"_s);
-
-    server().StopMonitoring();
-    EXPECT_EQ(state(), Created + u"Probing Server|0 0 0"_s) << "the query keeps its state";
-    server().StartMonitoring();
-    EXPECT_EQ(state(), Created + u"Unknown|30000 0 0"_s);
-    pollAs(Dead);
-    server().Disconnect();
-    EXPECT_EQ(state(), Idle);
-    EXPECT_EQ(server().Status(), Unknown);
-    EXPECT_FALSE(fake.system.processes.at(First).ended);
-}
-
 TEST_F(ctlGRServerTest, ARunningServerOfThisDirectoryIsTakenOver)
 {
     startPolling();

@@ -108,20 +108,6 @@ TEST_F(ctlServerOptionsTest, EveryEditMakesThePanelDirtyAndCancelTakesItBack)
     }
 }
 
-TEST_F(ctlServerOptionsTest, ANumberThatASettingCannotHaveIsSilentlyTakenBack)
-{
-    QLineEdit &port = box("txtJoinPort");
-    for (const auto refused : {""_L1, "2346x"_L1, "65536"_L1, "65535.2"_L1, "-0.4"_L1, "nan"_L1}) {
-        port.setText(refused);
-        EXPECT_EQ(port.text(), u"2346"_s);
-    }
-    EXPECT_FALSE(dirty());
-    port.setText(u"2.5"_s);
-    click("cmdSave");
-    EXPECT_TRUE(read(u"options.xml"_s).contains("<JoinPort>2<"));
-    EXPECT_EQ(fake.boxes.boxes, QStringList());
-}
-
 TEST_F(ctlServerOptionsTest, SaveWritesWhatWasEditedAndNothingElse)
 {
     const QByteArray list = read(u"modsset.txt"_s);
