@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QIcon>
 #include <QSystemTrayIcon>
 
@@ -13,7 +14,8 @@ public:
     explicit TrayIcon(const std::function<void()> &clicked);
 
     void showState(const QIcon &icon, const QString &toolTip);
-    /// A desktop's tray may come after the program, or anew; Qt does not notice.
+    /// A desktop's tray may come after the program, or anew; Qt does not notice. To be called again
+    /// and again: it asks every 5 s, or less often where an answer takes long, but every hour.
     void lookForTray();
     void notify(const QString &text);
     /// Takes it away; one of a process that just ends may stay in the tray.
@@ -21,4 +23,5 @@ public:
 
 private:
     QSystemTrayIcon m_icon;
+    QDeadlineTimer m_nextLook; ///< due at once
 };
