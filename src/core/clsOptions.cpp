@@ -158,9 +158,9 @@ void clsOptions::Load()
     try {
         document = XmlDocument::loadOrFail(m_path);
     } catch (const platform::Failure &failure) {
-        m_fileUnread = QFile::exists(m_path);
+        m_fileUnread = true; // nor is one that comes later, as with a disk that is mounted late
         document = CreateXML();
-        if (m_fileUnread) {
+        if (QFile::exists(m_path)) {
             recordFailure(Initialize,
                           {failure.number(), failure.description() +
                                                  u". The defaults hold; the file is kept under "
@@ -269,6 +269,7 @@ void clsOptions::write(const XmlDocument &document)
     copyUnreadFileAside();
     platform::replaceFile(gRoot->Machine().files, m_path, document.toBytes(),
                           platform::Durability::SurvivesPowerLoss, {.ownerOnly = true});
+    m_fileUnread = false;
 }
 
 void clsOptions::copyUnreadFileAside()

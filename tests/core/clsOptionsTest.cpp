@@ -155,4 +155,21 @@ TEST_F(clsOptionsTest, AMalformedFileIsReplacedAtTheNextSaveOnlyAndKeptBeside)
         EXPECT_FALSE(QFile::permissions(path(name)) & QFile::ReadOther) << "it may hold a password";
     }
 #endif
+
+    QFile::remove(path(SecondUnreadableFile));
+    QFile::remove(path(OptionsFile));
+    newTool();
+    root->Start();
+    write(OptionsFile, broken); // as when its disk is mounted late
+    root->Quit();
+    EXPECT_EQ(read(SecondUnreadableFile), broken);
+
+    QFile::remove(path(SecondUnreadableFile));
+    QFile::remove(path(OptionsFile));
+    newTool();
+    root->Start();
+    for (int save = 0; save < 2; ++save) {
+        root->Options()->Save();
+        EXPECT_FALSE(QFile::exists(path(SecondUnreadableFile))) << "the tool's own is no such file";
+    }
 }
