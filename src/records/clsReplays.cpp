@@ -84,7 +84,8 @@ bool clsReplays::ArchiveReplay(const QString &Name)
 {
     const QFileInfo replay = gameReplay();
     const QDateTime changed = replay.lastModified();
-    if (m_released || !replay.isFile() || !changed.isValid() || isStillWritten(changed) ||
+    const bool isThere = replay.isFile() && replay.size() > 0; // an empty one is only begun
+    if (m_released || !isThere || !changed.isValid() || isStillWritten(changed) ||
         isOfRecordedMatch(changed)) {
         return false;
     }

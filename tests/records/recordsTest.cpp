@@ -159,6 +159,8 @@ TEST_F(recordsTest, AFullArchiveGivesUpItsSmallestName)
     }
     write(u"Replays/9.rpf.zebek-new"_s, "left over");
     QDir(path(u"Replays"_s)).mkdir(u"0.rpf"_s);
+    writeReplay(u"2026-03-14T15:09:00"_s, {}); // it is only begun
+    EXPECT_FALSE(root->Replays()->ArchiveReplay(u"M"_s));
     writeReplay(u"2026-03-14T15:09:24"_s); // it may be written on
     EXPECT_FALSE(root->Replays()->ArchiveReplay(u"M"_s));
     writeReplay(u"2026-03-14T15:09:23"_s);
