@@ -49,7 +49,9 @@ void recordFailure(const Routine &routine, const platform::Failure &failure)
         errors->RecordError(QString::fromLatin1(routine.module), QString::fromLatin1(routine.name),
                             QString::fromLatin1(routine.id), failure.number(),
                             failure.description());
-        tellHookOf(routine, failure);
+        if (!routine.byStrangers) { // who could make the operator's telephone ring all night
+            tellHookOf(routine, failure);
+        }
     }
 }
 

@@ -15,7 +15,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int MinuteMilliseconds = 60000;
-constexpr qint64 MostOfStrangers = 60;
+constexpr int MostOfStrangers = 60;
+constexpr int MostOfStrangersADay = 1000; // or they fill a disk within months
 
 } // namespace
 
@@ -57,19 +58,29 @@ int clsErrors::count()
 
 bool clsErrors::admitsOneOfStrangers()
 {
-    if (m_byStrangers == 0) {
+    if (m_byStrangers == 0 && m_leftOut == 0) {
         tmrMinute.setInterval(MinuteMilliseconds);
     }
-    return ++m_byStrangers <= MostOfStrangers;
+    const QDate today = gRoot->Machine().clock.now().date();
+    if (std::exchange(m_day, today) != today) {
+        m_thatDay = 0;
+    }
+    if (m_byStrangers >= MostOfStrangers || m_thatDay >= MostOfStrangersADay) {
+        ++m_leftOut;
+        return false;
+    }
+    ++m_byStrangers;
+    ++m_thatDay;
+    return true;
 }
 
 void clsErrors::tmrMinute_Timer()
 {
     tmrMinute.setInterval(0);
-    const qint64 leftOut = std::exchange(m_byStrangers, 0) - MostOfStrangers;
-    if (leftOut > 0) {
+    m_byStrangers = 0;
+    if (const int leftOut = std::exchange(m_leftOut, 0); leftOut > 0) {
         recordFailure(
-            {"Error Log", "tmrMinute_Timer", "None"},
+            {"Error Log", "tmrMinute_Timer", "None", /*byStrangers=*/false, /*event=*/{}},
             {platform::Failure::Overflow,
              u"%1 more failures that requests caused within this minute were left out"_s.arg(
                  leftOut)});

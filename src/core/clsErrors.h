@@ -3,6 +3,7 @@
 #include "core/ErrorLogFile.h"
 #include "platform/Timer.h"
 
+#include <QDate>
 #include <QHash>
 #include <QSet>
 #include <QString>
@@ -34,7 +35,8 @@ public:
     /// How many records the log has, those of former runs too.
     int count();
 
-    /// Whether a failure that strangers cause may be recorded now; counts it.
+    /// Whether a failure that strangers cause may be recorded now, as 60 a minute and 1000 a day
+    /// may; counts it.
     bool admitsOneOfStrangers();
 
     /// Whether the hook may be told of a routine's failure: it was told of none for a minute.
@@ -53,5 +55,8 @@ private:
     QHash<QString, QSet<QString>> m_reasons; ///< by the routine that they made fail
     QHash<QString, qint64> m_told;           ///< the clock's millisecond of a routine's last event
     platform::Timer tmrMinute;               ///< runs from the first failure of strangers on
-    qint64 m_byStrangers = 0;                ///< their failures in this minute
+    int m_byStrangers = 0;                   ///< their failures that were recorded in this minute
+    int m_leftOut = 0;                       ///< those that were not
+    QDate m_day;                             ///< of their last one
+    int m_thatDay = 0;                       ///< how many were recorded then
 };

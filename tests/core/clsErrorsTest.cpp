@@ -84,6 +84,22 @@ TEST_F(clsErrorsTest, TheHookIsToldOfARoutinesFailuresOnceAMinute)
     EXPECT_EQ(fake.hooks.events, told) << "a hook that fails is not told of it";
 }
 
+TEST_F(clsErrorsTest, StrangersLeaveSixtyRecordsAMinuteAThousandADayAndRingNobody)
+{
+    root->Start();
+    for (int minute = 1; minute <= 20; ++minute) {
+        for (int request = 0; request < 100; ++request) {
+            recordFailure({"Module", "Routine", "ID", /*byStrangers=*/true}, {5, {}});
+        }
+        fake.clock.advance(60000);
+        EXPECT_EQ(recordCount(), std::min(60 * minute, 1000) + minute) << "one tells of the rest";
+    }
+    EXPECT_EQ(fake.hooks.events, QStringList());
+    fake.clock.advance(86'400'000);
+    recordFailure({"Module", "Routine", "ID", /*byStrangers=*/true}, {5, {}});
+    EXPECT_EQ(recordCount(), 1000 + 20 + 1) << "another day";
+}
+
 TEST_F(clsErrorsTest, ARecordThatWasCutOffAtAnyByteIsReplacedByTheNext)
 {
     root->Start();
