@@ -82,7 +82,8 @@ void ctlServerStatus::setIP(const QString &ip)
 
 void ctlServerStatus::takeOwnAddress()
 {
-    if (m_ipIsOwn && !QNetworkInterface::allAddresses().contains(m_address)) {
+    if (m_ipIsOwn &&
+        (m_address.isLoopback() || !QNetworkInterface::allAddresses().contains(m_address))) {
         m_address = fnPrimaryAddress();
         m_ip = m_address.toString();
     }

@@ -184,8 +184,9 @@ TEST_F(ctlServerStatusTest, AsksTheAddressThatTheMachineHasByNow)
     ip(u"link set network up"_s);
     ip(u"link set neighbour up"_s);
     EXPECT_TRUE(QTest::qWaitFor([&] { return primary() == u"192.0.2.1"_s; }));
-    query = std::make_unique<ctlServerStatus>();
+    query->Refresh(); // which began without a network
     EXPECT_EQ(query->IP(), u"192.0.2.1"_s);
+    fake.clock.advance(5000);
     ip(u"link delete network"_s);
     ask();
     EXPECT_EQ(query->IP(), u"127.0.0.1"_s);
