@@ -245,9 +245,11 @@ bool LinuxProcesses::wait(ProcessHandle process, int milliseconds)
 
 bool LinuxProcesses::terminate(ProcessHandle process)
 {
-    if (process == NoProcess ||
-        ::syscall(SYS_pidfd_send_signal, descriptorOf(process), SIGKILL, nullptr, 0) != 0) {
+    if (process == NoProcess) {
         return false;
+    }
+    if (::syscall(SYS_pidfd_send_signal, descriptorOf(process), SIGKILL, nullptr, 0) != 0) {
+        return wait(process, 0); // one that has ended by itself cannot be ended
     }
     wait(process, ForcedEndMilliseconds);
     return true;
