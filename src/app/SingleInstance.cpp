@@ -32,8 +32,9 @@ void answer(QLocalSocket &other)
 
 SingleInstance::SingleInstance(const QString &directory)
     : m_name(u"zebek-suite-"_s +
-             QString::fromLatin1(
-                 QCryptographicHash::hash(directory.toUtf8(), QCryptographicHash::Sha1).toHex()))
+             QLatin1String(
+                 QCryptographicHash::hash(platform::pathKey(directory), QCryptographicHash::Sha1)
+                     .toHex()))
 {
     m_server.setSocketOptions(QLocalServer::AbstractNamespaceOption);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <cstdint>
@@ -10,6 +11,9 @@ namespace platform {
 /// Shows a folder in the desktop's file manager, or a file in its program for files of that kind,
 /// without waiting for it. False where there is none.
 bool openOnDesktop(const QString &path);
+
+/// Tells paths from one another, as the system does: on Windows letters may be large or small.
+QByteArray pathKey(const QString &path);
 
 /// The system's text for a Windows error code, in the words of the system that runs; empty for a
 /// code that it has no text for. The text may end in a line break.

@@ -20,6 +20,11 @@ bool openOnDesktop(const QString &path)
     return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
+QByteArray pathKey(const QString &path)
+{
+    return path.toUtf8();
+}
+
 QString systemMessage(std::uint32_t code)
 {
     const std::optional<int> error = errorOf(code);

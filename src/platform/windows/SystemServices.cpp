@@ -23,6 +23,11 @@ bool openOnDesktop(const QString &path)
     return explorer.startDetached();
 }
 
+QByteArray pathKey(const QString &path)
+{
+    return path.toLower().toUtf8();
+}
+
 QString systemMessage(std::uint32_t code)
 {
     std::array<char, 4096> text{};
