@@ -42,7 +42,7 @@ qint64 ConnectionSocket::silence() const
 
 qint64 ConnectionSocket::age() const
 {
-    return machineClock().milliseconds() - m_accepted;
+    return machineClock().milliseconds() - m_begun;
 }
 
 void ConnectionSocket::noteActivity()
@@ -56,7 +56,7 @@ void ConnectionSocket::accept(std::unique_ptr<QTcpSocket> connection)
     m_socket.reset(connection.release());
     m_answered = false;
     noteActivity();
-    m_accepted = m_lastActivity;
+    m_begun = m_lastActivity;
     awaitRequest();
     connect(m_socket.get(), &QTcpSocket::readyRead, this, &ConnectionSocket::received);
     connect(m_socket.get(), &QTcpSocket::bytesWritten, this, &ConnectionSocket::written);
@@ -128,6 +128,7 @@ void ConnectionSocket::send(const QByteArray &head, std::unique_ptr<FileContent>
     m_content = std::move(content);
     m_tail = tail;
     noteActivity();
+    m_begun = m_lastActivity;
     sendMore();
 }
 

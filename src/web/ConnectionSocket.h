@@ -35,7 +35,8 @@ public:
     /// For how many milliseconds nothing has come from the peer or, of an answered one, nothing of
     /// the answer has been taken.
     qint64 silence() const;
-    /// For how many milliseconds the connection has been here.
+    /// For how many milliseconds the connection has been here or, of an answered one, the answer
+    /// has been on its way.
     qint64 age() const;
     /// Takes a connection over, ending the one before.
     void accept(std::unique_ptr<QTcpSocket> connection);
@@ -72,7 +73,7 @@ private:
     std::unique_ptr<QTcpSocket, LaterDeleter> m_socket;
     IncomingRequest m_request;
     platform::Timer m_pause; ///< since the last piece of a request that is not whole
-    qint64 m_accepted = 0;
+    qint64 m_begun = 0;
     qint64 m_lastActivity = 0;
     QPointer<QTcpSocket> m_handled; ///< whose request is being handled
     bool m_answered = false;

@@ -137,7 +137,9 @@ bool WebServer::wsckNewConnections_ConnectionRequest()
 ConnectionSocket *WebServer::elementForAnother() const
 {
     constexpr qint64 LongWithoutAnswer = 30000;
+    constexpr qint64 LongAnswer = 60000;
     ConnectionSocket *silent = nullptr;
+    ConnectionSocket *slow = nullptr; // to take its answer, the oldest of those
     for (std::size_t index = 1; index < wsckConnections.size(); ++index) {
         ConnectionSocket *const element = wsckConnections[index].get();
         if (element == nullptr) {
@@ -151,8 +153,12 @@ ConnectionSocket *WebServer::elementForAnother() const
             (silent == nullptr || element->silence() > silent->silence())) {
             silent = element;
         }
+        if (element->isAnswered() && element->age() >= LongAnswer &&
+            (slow == nullptr || element->age() > slow->age())) {
+            slow = element;
+        }
     }
-    return silent;
+    return silent != nullptr ? silent : slow;
 }
 
 void WebServer::lookAfter()

@@ -35,7 +35,8 @@ public:
     void lookAfter();
 
     /// Gives waiting connections to free elements, the lowest first. Where none is free, of those
-    /// unanswered for 30 s the longest silent makes place; a byte now and then saves none.
+    /// unanswered for 30 s the longest silent makes place; a byte now and then saves none. Without
+    /// such a one the oldest answer makes place that has been on its way for 60 s.
     /// Connections that find no element wait on, neither accepted nor refused. True when one has
     /// been taken.
     bool wsckNewConnections_ConnectionRequest();

@@ -121,6 +121,28 @@ TEST_F(ConnectionsTest, SilentConnectionsMakePlaceAndThoseThatTakeNothingAreClos
     EXPECT_FALSE(pool.at(2)->isFree() || pool.at(100)->isFree()) << "nobody waits";
 }
 
+TEST_F(ConnectionsTest, TheOneThatTakesItsAnswerForTheLongestMakesPlace)
+{
+    startSite();
+    writeReplay(u"large.rpf"_s, QByteArray(qsizetype{64} * 1024 * 1024, 'x'));
+    auto clients = connectMany(1);
+    fake.clock.advance(5000);
+    clients.at(0)->setReadBufferSize(1);
+    clients.at(0)->write("GET /GETFILEsecret/large.rpf HTTP/1.1\r\nHost: a\r\n\r\n");
+    settle();
+    fake.clock.advance(35000);
+    clients.at(0)->setReadBufferSize(0); // it takes some of it
+    settle();
+    clients.at(0)->setReadBufferSize(1);
+    const auto silent = connectMany(99);
+    const auto visitor = send(LogIn);
+    fake.clock.advance(24000);
+    EXPECT_EQ(visitor->bytesAvailable(), 0);
+    fake.clock.advance(4000);
+    EXPECT_TRUE(ended(*visitor));
+    EXPECT_TRUE(visitor->readAll().contains("logon"));
+}
+
 TEST_F(ConnectionsTest, AFormInPiecesIsOneRequest)
 {
     startSite();
