@@ -116,6 +116,7 @@ TEST_F(clsWebSiteTest, ChangesTheGamesFilesOnlyWhileNoServerIsHeld)
 {
     startSite();
     write(u"options.xml"_s, read(u"options.xml"_s).replace("<MOTD/>", "<MOTD>m</MOTD>"));
+    EXPECT_TRUE(page(PageKey::AdminServerOptions).contains("value=\"m\""));
     QDir(directory.path()).mkpath(u"Mods/Urban"_s);
     const QByteArray update = "ServerName=abcdefghijklmnopqrstuvwxy&Synch=x&JoinPort=65536&"
                               "AnnouncePort=0&RecordGame=on&RAPassword=p";

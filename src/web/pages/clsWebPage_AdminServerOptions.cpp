@@ -105,6 +105,9 @@ QString endOfForm()
 
 QByteArray clsWebPage_AdminServerOptions::HTML(const QString & /*message*/)
 {
+    if (m_stamp != clsOptionsXML::stampOfFile()) {
+        Refresh();
+    }
     return m_page + platform::toCodePage(endOfForm() +
                                          u"<form name=\"OpenMods\" method=\"POST\" target=\"mods\" "
                                          "action=\"OpenMods\">"_s +
@@ -114,6 +117,7 @@ QByteArray clsWebPage_AdminServerOptions::HTML(const QString & /*message*/)
 
 void clsWebPage_AdminServerOptions::Refresh()
 {
+    m_stamp = clsOptionsXML::stampOfFile(); // before it is read: it may change meanwhile
     clsOptionsXML options;
     skipFailure([&] { options.Load(); });
     m_page = platform::toCodePage(

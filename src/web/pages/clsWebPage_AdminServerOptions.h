@@ -3,7 +3,8 @@
 #include "web/pages/iWebPage.h"
 
 /// The game's own settings and its mods. What may be done with them depends on whether a server is
-/// held at this moment.
+/// held at this moment. An options.xml that was changed is read again: a page with old values, once
+/// it is posted, would put them back.
 class clsWebPage_AdminServerOptions final : public iWebPage
 {
 public:
@@ -13,4 +14,5 @@ public:
 
 private:
     QByteArray m_page;
+    QString m_stamp; ///< of the file that it shows
 };

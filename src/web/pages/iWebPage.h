@@ -3,8 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
-/// A page of the web site. It keeps the text that Refresh() has built, so that a request only
-/// copies what is there. Texts are in the code page.
+/// A page of the web site. It keeps the text that Refresh() has built, so that a request mostly
+/// only copies what is there. Texts are in the code page.
 class iWebPage
 {
 public:
