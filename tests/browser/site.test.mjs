@@ -192,7 +192,8 @@ for (const way of ['bare', 'apache']) {
                     assert.equal((await answer(method, path, '127.0.0.1')).status, ours, `${method} ${path}`);
                     assert.equal((await answer(method, path, '127.0.0.2')).status, others, `${method} ${path}`);
                 }
-                assert.ok(!game.read('zebek-access.log').includes('.rpf'), 'whose links hold the password');
+                for (const log of ['zebek-access.log', 'zebek-error.log'])
+                    assert.ok(!game.read(log).includes('.rpf'), 'whose links hold the password');
             });
             await step('answers strangers with headers of its own, and refuses what they send', async () => {
                 const { status, headers } = await answer('GET', '/ServerStatus.gif', '127.0.0.2');
