@@ -1,9 +1,9 @@
 #include "server/clsModInfo.h"
 
 #include "core/basGamePath.h"
+#include "core/basTraps.h"
 #include "platform/CodePage.h"
-
-#include <QFile>
+#include "platform/Files.h"
 
 #include <optional>
 #include <utility>
@@ -74,11 +74,11 @@ private:
 
 void clsModInfo::setModPath(const QString &path)
 {
-    QFile file(fnGamePathBelow(path, u"ModsCont.txt"_s));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return;
-    }
-    ItemReader items(platform::fromCodePage(file.readAll()));
+    constexpr qint64 Enough = 1 << 20; // two items, of which a mod's folder may hold anything
+    QByteArray content;
+    skipFailure(
+        [&] { content = platform::readFile(fnGamePathBelow(path, u"ModsCont.txt"_s), Enough); });
+    ItemReader items(platform::fromCodePage(content));
     const QString first = items.next().value_or(QString());
     const QString item = items.next().value_or(first);
     const qsizetype opening = item.indexOf(u'"');
