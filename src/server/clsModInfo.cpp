@@ -74,7 +74,7 @@ private:
 
 void clsModInfo::setModPath(const QString &path)
 {
-    constexpr qint64 Enough = 1 << 20; // two items, of which a mod's folder may hold anything
+    constexpr qint64 Enough = 1 << 20; // for two items; the file may be any
     QByteArray content;
     skipFailure(
         [&] { content = platform::readFile(fnGamePathBelow(path, u"ModsCont.txt"_s), Enough); });
