@@ -125,15 +125,15 @@ TEST_F(ConnectionsTest, TheOneThatTakesItsAnswerForTheLongestMakesPlace)
 {
     startSite();
     writeReplay(u"large.rpf"_s, QByteArray(qsizetype{64} * 1024 * 1024, 'x'));
-    auto clients = connectMany(1);
+    const auto reader = send({});
     fake.clock.advance(5000);
-    clients.at(0)->setReadBufferSize(1);
-    clients.at(0)->write("GET /GETFILEsecret/large.rpf HTTP/1.1\r\nHost: a\r\n\r\n");
+    reader->setReadBufferSize(1);
+    reader->write("GET /GETFILEsecret/large.rpf HTTP/1.1\r\nHost: a\r\n\r\n");
     settle();
     fake.clock.advance(35000);
-    clients.at(0)->setReadBufferSize(0); // it takes some of it
+    reader->setReadBufferSize(0); // it takes some of it
     settle();
-    clients.at(0)->setReadBufferSize(1);
+    reader->setReadBufferSize(1);
     const auto silent = connectMany(99);
     const auto visitor = send(LogIn);
     fake.clock.advance(24000);
